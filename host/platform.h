@@ -1,0 +1,59 @@
+// What the logic asks of the platform: private profiles, files, the clock, boxes and dialogs.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "host/failure.h"
+#include "host/file_helper.h"
+#include "host/text.h"
+
+namespace Platform {
+
+// The folder that holds the plug-in's DLL, without a trailing "\".
+std::wstring PluginFolder(Place Where = Place::current());
+
+// --- Private profiles (the system's single-byte functions). They report no failure.
+
+// At most 254 characters; empty when file, section or key is absent.
+std::wstring GetProfileText(TextView Section, TextView Key, TextView File);
+// Without a value the key is deleted.
+void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File);
+
+// --- Files and folders.
+
+bool FileExists(TextView Path);
+bool FolderExists(TextView Path);
+// One level: error 76 when the parent is missing, 75 when it cannot be made.
+void CreateFolder(TextView Path, Place Where = Place::current());
+// Makes an empty file, or empties an existing one; errors 75, 76.
+void CreateEmptyFile(TextView Path, Place Where = Place::current());
+void DeleteFileAt(TextView Path, Place Where = Place::current());
+
+using Bytes = std::vector<std::byte>;
+// Errors 53, 75, 76.
+Bytes ReadBytes(TextView Path, Place Where = Place::current());
+void WriteBytes(TextView Path, const Bytes& Content, Place Where = Place::current());
+
+// --- The clock, local time.
+
+struct Moment {
+    int Year, Month, Day, Hour, Minute, Second;
+};
+Moment Now();
+
+// --- Boxes and dialogs. All but PostErrorBox are modal; sweeps go on behind them.
+
+enum class BoxIcon { Error, Information, Warning };
+void ShowBox(BoxIcon Icon, TextView Text, TextView Title);
+// True for Yes.
+bool AskYesNo(TextView Text, TextView Title);
+// The text typed; empty on Cancel.
+std::wstring AskText(TextView Prompt, TextView Title);
+// The chosen path; absent on Cancel. Filter: "description|pattern".
+std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place Where = Place::current());
+// Has the box shown from the message loop, after the running call has returned. While one waits or is open,
+// a further one is dropped: it has been logged already.
+void PostErrorBox(TextView Text, TextView Title) noexcept;
+
+} // namespace Platform

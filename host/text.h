@@ -1,0 +1,45 @@
+// Text and number rules that the whole plug-in shares.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/failure.h"
+
+using TextView = std::wstring_view;
+using Lines = std::vector<std::wstring>;
+
+inline constexpr TextView CrLf = L"\r\n";
+
+// Without blanks (only blanks) at both ends.
+std::wstring Trim(TextView Text);
+
+// The fields between the separators; at least one, so that "" has one empty field.
+Lines Split(TextView Text, TextView Separator);
+
+// The elements with the separator between them.
+std::wstring Join(const Lines& Elements, TextView Separator);
+
+// Numeric: optional blanks, optional sign, decimal digits with an optional fraction (a point on every
+// system), optional blanks. No exponent, no hexadecimal, no grouping.
+bool IsNumeric(TextView Text);
+
+// The value of a numeric text; error 13 for any other.
+double ToNumber(TextView Text, Place Where = Place::current());
+
+// The value of a numeric text rounded half to even; error 13 when not numeric, error 6 outside 32 bits.
+Long ToWhole(TextView Text, Place Where = Place::current());
+
+// The value of one or two hexadecimal digits; error 13 for any other text.
+Long HexToByte(TextView Text, Place Where = Place::current());
+
+// Decimal text without leading zeros.
+std::wstring ToText(Long Number);
+
+// Without NUL, CR and LF, which would break the line structure of a file: each becomes "?".
+std::wstring WithoutLineBreaks(TextView Text);
+
+// Error 5 when the text holds NUL, CR or LF.
+void RefuseLineBreaks(TextView Text, Place Where = Place::current());

@@ -1,0 +1,41 @@
+// frmVNT, the plug-in's one window, as the rest of the plug-in sees it.
+#pragma once
+
+#include <cstdint>
+
+#include "host/failure.h"
+
+namespace frmVNT {
+
+// A window of the host; 0 is none.
+using HostWindow = std::intptr_t;
+
+// Creates the window, hidden, when it is not there yet.
+void Load();
+bool IsLoaded();
+
+// Pixels, relative to the host window that holds the plug-in. Loads the window when needed.
+void Move(Long X, Long Y, Long Width, Long Height);
+// Twips to one pixel of the screen; never 0.
+Long TwipsPerPixelX();
+Long TwipsPerPixelY();
+
+// Turns the tab control to its first page.
+void ShowFirstPage();
+// Makes the window a child of the host's. Error 5 when it is no window.
+void SetParent(HostWindow Host, Place Where = Place::current());
+// Shows the current profile: players, lists and settings; arms the refresh timer. Reports under "FormReload".
+void FormReload();
+void Show();
+// Hides the window and stops tmrRefresh; the sweep timers go on.
+void Hide();
+// Ends all timers, destroys the window and forgets what it showed. Does nothing when it is not loaded.
+void Unload();
+
+// The elements of tmrVN, one for each loaded profile; each tick calls tmrVN_Timer(Index).
+// Error 360 when the element exists already, error 7 when the system has no timer left.
+void LoadSweepTimer(Long Index, Long Milliseconds, Place Where = Place::current());
+// Stops and removes the element; does nothing when it does not exist.
+void UnloadSweepTimer(Long Index);
+
+} // namespace frmVNT
