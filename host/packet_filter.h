@@ -1,8 +1,8 @@
 // The packet-filter control library, qrvudpfw.dll: one procedure for each of its exports.
 //
-// The library is bound at the first call, all seven exports or none, by full path only: from the plug-in's own
-// folder, the host base folder or the system folder. Error 48 when it cannot be loaded, 453 when it lacks an
-// export; the next call tries again.
+// The library is bound at the first call, all seven exports or none, by full path only: from the plug-in's
+// own folder, the host base folder or the system folder. Error 48 when it cannot be loaded, 453 when it lacks
+// an export; the next call tries again.
 #pragma once
 
 #include "host/failure.h"

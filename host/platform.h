@@ -6,6 +6,7 @@
 
 #include "host/failure.h"
 #include "host/file_helper.h"
+#include "host/moment.h"
 #include "host/text.h"
 
 namespace Platform {
@@ -34,12 +35,11 @@ using Bytes = std::vector<std::byte>;
 // Errors 53, 75, 76.
 Bytes ReadBytes(TextView Path, Place Where = Place::current());
 void WriteBytes(TextView Path, const Bytes& Content, Place Where = Place::current());
+// The text in the system's single-byte code page; "?" for what it lacks.
+Bytes SingleByteText(TextView Text);
 
 // --- The clock, local time.
 
-struct Moment {
-    int Year, Month, Day, Hour, Minute, Second;
-};
 Moment Now();
 
 // --- Boxes and dialogs. All but PostErrorBox are modal; sweeps go on behind them.

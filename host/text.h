@@ -38,6 +38,9 @@ Long HexToByte(TextView Text, Place Where = Place::current());
 // Decimal text without leading zeros.
 std::wstring ToText(Long Number);
 
+// Decimal text with a leading zero below 10. Not for negative numbers.
+std::wstring TwoDigits(Long Number);
+
 // Without NUL, CR and LF, which would break the line structure of a file: each becomes "?".
 std::wstring WithoutLineBreaks(TextView Text);
 

@@ -1,0 +1,89 @@
+// mdlVNT: the plug-in's process-wide state, filled once by SubMain, and the per-profile arrays.
+//
+// Nobody keeps a reference into these arrays across a call to the outside or a box: the call may come back
+// into the plug-in and change them.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "game/collection.h"
+#include "game/per_profile.h"
+#include "host/failure.h"
+#include "host/text.h"
+
+// The plug-in's copy of what the host says of a profile.
+struct ProfileRecord {
+    std::wstring HostText5;
+    std::wstring GameId;
+    Long ProcessRef = 0;
+    std::wstring HostText0;
+    std::wstring HostText3;
+    std::wstring HostText4;
+    Long MessageRef = 0;
+    std::wstring ProfileFolder;
+    bool IsAffiliate = false;
+    std::wstring HostText8;
+};
+
+// What the sweep remembers of each player id to tell who is idle. Ids are 1 to 150.
+struct IdleTable {
+    static constexpr int Bound = 150;
+    template <class T> using ById = std::array<T, Bound + 1>;
+    ById<std::wstring> IdleName{};
+    ById<Long> IdleByteD7{};
+    ById<Long> IdleByteD6{};
+    ById<Long> IdleLong38{};
+    ById<Long> IdleLong9C{};
+    ById<Long> IdleSeconds{};
+};
+
+using NameList = Collection<std::wstring>;
+
+namespace mdlVNT {
+
+inline constexpr TextView DllName = L"qrvVNT.dll";
+
+// --- Set by SubMain.
+extern std::wstring HostBaseFolder;
+extern std::wstring PlayersIniPath;
+
+// --- Single values.
+extern Long CurrentProfile;      // the index of the last LoadInterface; 0 is none
+extern Long LastProcessRef;      // the process reference of the last SetProfileData
+extern std::wstring HostName;    // the host's name for itself, from dllVersion
+extern Long BlueCount, RedCount; // players of each team, counted by the last "LIST" read
+
+// --- Per-profile arrays.
+extern PerProfile<ProfileRecord> Profiles;
+extern PerProfile<Collection<Long>> MemoryMap;
+extern PerProfile<NameList> KillPermList;
+extern PerProfile<NameList> DisarmPermList;
+extern PerProfile<NameList> SwitchQueue;
+extern PerProfile<Collection<Long>> LifeStates;
+extern PerProfile<Collection<Long>> ArmedFlags;
+extern PerProfile<IdleTable> IdleTables;
+extern PerProfile<bool> IpListChanged;
+
+// Makes every per-profile array hold Index; error 9 outside 0 to MaxProfileIndex.
+void GrowProfileArrays(Long Index, Place Where = Place::current());
+// Back to the state before the first call, helper objects released.
+void Forget() noexcept;
+
+// "<base>\profiles\<ProfileFolder>" and what lies below it.
+std::wstring ProfilePath(Long Index);
+std::wstring SettingsFolder(Long Index);
+std::wstring BannedNamesPath(Long Index);
+std::wstring BannedIpsPath(Long Index);
+std::wstring BannedReferencePath(Long Index);
+std::wstring SlapsPath(Long Index);
+
+} // namespace mdlVNT
+
+// The base folder of the host: the plug-in's own folder without "\Plugins", "\plugins" and "\dlls\Vantor".
+std::wstring HostBaseOf(std::wstring PluginFolder);
+
+// Runs once before any member of the class: paths and the two helper objects. Reports under "SubMain"; what
+// could not be created stays missing, and its users fail one by one.
+void SubMain() noexcept;

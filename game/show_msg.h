@@ -1,0 +1,40 @@
+// The one routine for result boxes and error reports, and the trap that every named procedure ends in.
+#pragma once
+
+#include <utility>
+
+#include "host/failure.h"
+#include "host/text.h"
+
+enum class MsgKind : unsigned char {
+    Error = 0,
+    Success = 1,
+    Failed = 2,
+    ActionRequired = 3,
+    ErrorReport = 4
+};
+
+// Shows a box of the kind, or reports an error: composes the details of ErrObject (may be null) onto Text,
+// logs them through the host, and for kind ErrorReport sends a report when the host's configuration says so
+// and has the box shown from the message loop. Line is the source line of the error, Procedure its name.
+// Never fails: what cannot be logged or sent is shown all the same.
+void ShowMsg(MsgKind Kind, std::wstring& Text, const Failure* ErrObject, Long ProfileIndex, Long Line,
+             TextView Procedure = {}) noexcept;
+
+// A plain box of kind 0 to 3.
+void ShowMsg(MsgKind Kind, TextView Text, Long ProfileIndex) noexcept;
+
+// Reports the exception that is being handled under the procedure's name. For catch-all blocks only.
+void ReportFailure(TextView Procedure, Long ProfileIndex) noexcept;
+
+// Runs a named procedure; a failure is reported under its name and ends here.
+// Answers whether Body ran to its end.
+template <class F> bool Trapped(TextView Procedure, Long ProfileIndex, F&& Body) noexcept {
+    try {
+        std::forward<F>(Body)();
+        return true;
+    } catch (...) {
+        ReportFailure(Procedure, ProfileIndex);
+        return false;
+    }
+}

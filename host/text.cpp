@@ -1,0 +1,124 @@
+#include "host/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+bool IsDigit(wchar_t C) { return C >= L'0' && C <= L'9'; }
+
+// The texts are at most a few dozen digits of interest; a double holds what 32 bits can.
+struct Parsed {
+    bool Valid = false;
+    double Value = 0;
+};
+
+Parsed ParseNumber(TextView Text) {
+    const std::wstring Trimmed = Trim(Text);
+    std::size_t At = 0;
+    const bool Negative = At < Trimmed.size() && Trimmed[At] == L'-';
+    if (At < Trimmed.size() && (Trimmed[At] == L'-' || Trimmed[At] == L'+')) ++At;
+    double Value = 0;
+    bool AnyDigit = false;
+    for (; At < Trimmed.size() && IsDigit(Trimmed[At]); ++At, AnyDigit = true)
+        Value = Value * 10 + (Trimmed[At] - L'0');
+    if (At < Trimmed.size() && Trimmed[At] == L'.') {
+        double Scale = 1;
+        double Fraction = 0;
+        for (++At; At < Trimmed.size() && IsDigit(Trimmed[At]); ++At, AnyDigit = true) {
+            // Digits past the precision of a double change nothing and must not overflow the scale.
+            if (Scale > 1e17) continue;
+            Scale *= 10;
+            Fraction = Fraction * 10 + (Trimmed[At] - L'0');
+        }
+        Value += Fraction / Scale;
+    }
+    return {AnyDigit && At == Trimmed.size(), Negative ? -Value : Value};
+}
+
+double RoundHalfToEven(double Value) {
+    const double Floor = std::floor(Value);
+    const double Rest = Value - Floor;
+    if (Rest < 0.5) return Floor;
+    if (Rest > 0.5) return Floor + 1;
+    return std::fmod(Floor, 2) == 0 ? Floor : Floor + 1;
+}
+
+int HexDigit(wchar_t C) {
+    if (IsDigit(C)) return C - L'0';
+    if (C >= L'a' && C <= L'f') return C - L'a' + 10;
+    if (C >= L'A' && C <= L'F') return C - L'A' + 10;
+    return -1;
+}
+
+bool BreaksLine(wchar_t C) { return C == L'\0' || C == L'\r' || C == L'\n'; }
+
+} // namespace
+
+std::wstring Trim(TextView Text) {
+    const auto First = Text.find_first_not_of(L' ');
+    if (First == TextView::npos) return {};
+    return std::wstring(Text.substr(First, Text.find_last_not_of(L' ') - First + 1));
+}
+
+Lines Split(TextView Text, TextView Separator) {
+    Lines Fields;
+    for (;;) {
+        const auto Found = Text.find(Separator);
+        Fields.emplace_back(Text.substr(0, Found));
+        if (Found == TextView::npos) return Fields;
+        Text.remove_prefix(Found + Separator.size());
+    }
+}
+
+std::wstring Join(const Lines& Elements, TextView Separator) {
+    std::wstring Text;
+    for (std::size_t I = 0; I < Elements.size(); ++I) {
+        if (I != 0) Text += Separator;
+        Text += Elements[I];
+    }
+    return Text;
+}
+
+bool IsNumeric(TextView Text) { return ParseNumber(Text).Valid; }
+
+double ToNumber(TextView Text, Place Where) {
+    const Parsed Number = ParseNumber(Text);
+    if (!Number.Valid) Fail(ErrorNumber::TypeMismatch, {}, Where);
+    return Number.Value;
+}
+
+Long ToWhole(TextView Text, Place Where) {
+    const double Value = RoundHalfToEven(ToNumber(Text, Where));
+    // An endless row of digits has become infinity here, which is outside as well.
+    if (!(Value >= std::numeric_limits<Long>::min() && Value <= std::numeric_limits<Long>::max()))
+        Fail(ErrorNumber::Overflow, {}, Where);
+    return static_cast<Long>(Value);
+}
+
+Long HexToByte(TextView Text, Place Where) {
+    if (Text.empty() || Text.size() > 2) Fail(ErrorNumber::TypeMismatch, {}, Where);
+    Long Value = 0;
+    for (const wchar_t C : Text) {
+        const int Digit = HexDigit(C);
+        if (Digit < 0) Fail(ErrorNumber::TypeMismatch, {}, Where);
+        Value = Value * 16 + Digit;
+    }
+    return Value;
+}
+
+std::wstring ToText(Long Number) { return std::to_wstring(Number); }
+
+std::wstring TwoDigits(Long Number) { return (Number < 10 ? L"0" : L"") + ToText(Number); }
+
+std::wstring WithoutLineBreaks(TextView Text) {
+    std::wstring Clean(Text);
+    std::replace_if(Clean.begin(), Clean.end(), BreaksLine, L'?');
+    return Clean;
+}
+
+void RefuseLineBreaks(TextView Text, Place Where) {
+    if (std::any_of(Text.begin(), Text.end(), BreaksLine))
+        Fail(ErrorNumber::InvalidCall, L"The text holds a line break or a NUL character.", Where);
+}

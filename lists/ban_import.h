@@ -1,0 +1,24 @@
+// Import of another server manager's ban file: plain text with fixed columns.
+#pragma once
+
+#include "host/failure.h"
+#include "host/text.h"
+
+struct ImportCounts {
+    Long Found = 0, Added = 0, Skipped = 0, Invalid = 0;
+};
+
+// One added entry, for the lists in the window: a names-list item ("[1] Bob") or an address.
+struct ImportedEntry {
+    bool IsName;
+    std::wstring Item;
+};
+
+// Adds the entries of the file's lines to the ban files of the profile, links names to addresses, and sets
+// IpListChanged with the first address. Entries are appended to Added as they are written, so that they can
+// be shown also when the import fails on the way.
+ImportCounts ImportBanFile(Long Index, TextView Path, std::vector<ImportedEntry>& Added,
+                           Place Where = Place::current());
+
+// The summary shown at the end.
+std::wstring ImportSummary(const ImportCounts& Counts);

@@ -1,0 +1,116 @@
+#include "lists/ban_lists.h"
+
+#include "game/mdlVNT.h"
+#include "game/show_msg.h"
+#include "host/file_helper.h"
+#include "host/platform.h"
+
+namespace {
+
+constexpr std::size_t TagLength = 3; // "[1]"
+
+// Adds the items that ItemOf makes of a section's lines; an empty item is left out.
+template <class F> Lines ReadItems(TextView Section, TextView File, F&& ItemOf) {
+    Lines Items;
+    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File)) {
+        if (Line.empty()) continue;
+        const auto [Key, Value] = FileHelper::ParseIniEntry(Line);
+        std::wstring Item = ItemOf(Key, Value);
+        if (!Item.empty()) Items.push_back(std::move(Item));
+    }
+    return Items;
+}
+
+std::wstring NameItem(const std::wstring& Key, const std::wstring& Value) {
+    const bool Tagged =
+        Key.find(WholeName) != std::wstring::npos || Key.find(PartOfName) != std::wstring::npos;
+    if (!Tagged || Value.find(ReasonSeparator) == std::wstring::npos) return {};
+    return ItemOfKey(Key);
+}
+
+bool IsValidPart(const std::wstring& Part, bool Last) {
+    if (Part == L"*") return Last;
+    return IsNumeric(Part) && ToNumber(Part) <= 255;
+}
+
+} // namespace
+
+std::wstring TimeStamp() {
+    const Moment Now = Platform::Now();
+    return DateText(Now) + L" " + ListTimeText(Now);
+}
+
+std::optional<Lines> GetBannedNames(Long Index) noexcept {
+    std::optional<Lines> Items;
+    Trapped(L"GetBannedNames", Index, [&] {
+        const std::wstring File = mdlVNT::BannedNamesPath(Index);
+        if (Platform::FileExists(File)) Items = ReadItems(NamesSection, File, NameItem);
+    });
+    return Items;
+}
+
+std::optional<Lines> GetBannedIps(Long Index) noexcept {
+    std::optional<Lines> Items;
+    Trapped(L"GetBannedIps", Index, [&] {
+        const std::wstring File = mdlVNT::BannedIpsPath(Index);
+        if (Platform::FileExists(File))
+            Items =
+                ReadItems(IpsSection, File, [](const std::wstring& Key, const std::wstring&) { return Key; });
+    });
+    return Items;
+}
+
+std::wstring KeyOfItem(TextView Item) {
+    if (Item.size() < TagLength + 1) Fail(ErrorNumber::InvalidCall);
+    return std::wstring(Item.substr(TagLength + 1)) + std::wstring(Item.substr(0, TagLength));
+}
+
+std::wstring ItemOfKey(TextView Key) {
+    if (Key.size() < TagLength) Fail(ErrorNumber::InvalidCall);
+    const std::size_t NameLength = Key.size() - TagLength;
+    return std::wstring(Key.substr(NameLength)) + L" " + std::wstring(Key.substr(0, NameLength));
+}
+
+bool IsValidIp(TextView Text) {
+    const Lines Parts = Split(Text, L".");
+    if (Parts.size() > 4) return false;
+    for (std::size_t I = 0; I < Parts.size(); ++I)
+        if (!IsValidPart(Parts[I], I + 1 == Parts.size())) return false;
+    return Parts.size() == 4 || Parts.back() == L"*";
+}
+
+bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, Place Where) {
+    const std::wstring File = mdlVNT::BannedNamesPath(Index);
+    const std::wstring Value = std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason);
+    FileHelper::WriteIniKey(NamesSection, Key, Value, File, Where);
+    return !FileHelper::GetIniKey(NamesSection, Key, File, Where).empty();
+}
+
+void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where) {
+    FileHelper::WriteIniKey(IpsSection, Address, Stamp, mdlVNT::BannedIpsPath(Index), Where);
+}
+
+void DeleteBannedName(Long Index, TextView Key) {
+    Platform::WriteProfileText(NamesSection, Key, std::nullopt, mdlVNT::BannedNamesPath(Index));
+}
+
+void DeleteBannedIp(Long Index, TextView Address) {
+    Platform::WriteProfileText(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Index));
+}
+
+BanDetails BannedNameDetails(Long Index, TextView Key, Place Where) {
+    const std::wstring Value =
+        FileHelper::GetIniKey(NamesSection, Key, mdlVNT::BannedNamesPath(Index), Where);
+    const auto Separator = Value.find(ReasonSeparator);
+    if (Separator == std::wstring::npos) return {Value, {}};
+    return {Value.substr(0, Separator), Value.substr(Separator + ReasonSeparator.size())};
+}
+
+std::wstring BannedIpDate(Long Index, TextView Address, Place Where) {
+    return FileHelper::GetIniKey(IpsSection, Address, mdlVNT::BannedIpsPath(Index), Where);
+}
+
+void EnsureSettingsFolder(Long Index, Place Where) {
+    const std::wstring Folder = mdlVNT::SettingsFolder(Index);
+    if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder, Where);
+}

@@ -1,0 +1,9 @@
+// The administration log: one line for each remote action, one file for each day.
+#pragma once
+
+#include "plugin/pdat.h"
+
+// Appends "[hh:mm:ss][Vantor] <Action><Tail><administrator>" to the day's file, making folder and file when
+// they are missing. The folder is the host's or the profile's, as PDAT says. Fails as the file operations do.
+void WriteAdminLog(const Pdat& Data, TextView Action, TextView Tail = L") from ",
+                   Place Where = Place::current());

@@ -1,0 +1,99 @@
+#include "plugin/lifecycle.h"
+
+#include "enforcement/kernel_method.h"
+#include "enforcement/sweep.h"
+#include "game/mdlVNT.h"
+#include "game/memory_map.h"
+#include "game/show_msg.h"
+#include "window/frmVNT.h"
+
+namespace {
+
+// Where the window lies in the host's area, pixels: below the host's own heading.
+constexpr Long Left = 2;
+constexpr Long Top = 30;
+constexpr Long LessHeight = 28;
+
+ProfileRecord RecordFrom(const Pdat& Data) {
+    ProfileRecord Record;
+    Record.HostText0 = PdatText(Data, PdatElement::HostText0);
+    Record.GameId = PdatText(Data, PdatElement::GameId);
+    Record.ProcessRef = PdatNumber(Data, PdatElement::ProcessRef);
+    Record.HostText3 = PdatText(Data, PdatElement::HostText3);
+    Record.HostText4 = PdatText(Data, PdatElement::HostText4);
+    Record.HostText5 = PdatText(Data, PdatElement::HostText5);
+    Record.MessageRef = PdatNumber(Data, PdatElement::MessageRef);
+    Record.ProfileFolder = PdatText(Data, PdatElement::ProfileFolder);
+    Record.HostText8 = PdatText(Data, PdatElement::HostText8);
+    Record.IsAffiliate = IsAffiliateGame(Record.GameId);
+    return Record;
+}
+
+template <class T> void ResetElement(PerProfile<T>& Array, Long Index) {
+    if (Array.Has(Index)) Array(Index) = T();
+}
+
+} // namespace
+
+bool SetProfileData(Long Index, const Pdat& Data) noexcept {
+    return Trapped(L"SetProfileData", Index, [&] {
+        CheckProfileIndex(Index);
+        mdlVNT::LastProcessRef = PdatNumber(Data, PdatElement::ProcessRef);
+        mdlVNT::GrowProfileArrays(Index);
+        mdlVNT::IpListChanged(Index) = true;
+        // As a whole or not at all: half a record would read one server and send its commands to another.
+        mdlVNT::Profiles(Index) = RecordFrom(Data);
+        SetMemory(Index, mdlVNT::Profiles(Index).IsAffiliate);
+    });
+}
+
+void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) noexcept {
+    if (Index == 0) return;
+    Trapped(L"LoadInterface", Index, [&] {
+        if (!SetProfileData(Index, Data)) return; // reported
+        mdlVNT::CurrentProfile = Index;
+        frmVNT::Move(Left, Top, PdatNumber(Data, PdatElement::AreaWidth) / frmVNT::TwipsPerPixelX(),
+                     PdatNumber(Data, PdatElement::AreaHeight) / frmVNT::TwipsPerPixelY() - LessHeight);
+        frmVNT::Load();
+        frmVNT::ShowFirstPage();
+        frmVNT::SetParent(pHwnd);
+        frmVNT::FormReload();
+        frmVNT::Show();
+        frmVNT::LoadSweepTimer(Index, SweepMilliseconds);
+    });
+}
+
+void HideInterface() noexcept {
+    Trapped(L"HideInterface", mdlVNT::CurrentProfile, [] { frmVNT::Hide(); });
+}
+
+void UnLoadInterface() noexcept {
+    Trapped(L"UnLoadInterface", mdlVNT::CurrentProfile, [] {
+        mdlVNT::HostName.clear();
+        mdlVNT::LastProcessRef = 0;
+        mdlVNT::MemoryMap.Reset();
+        mdlVNT::LifeStates.Reset();
+        mdlVNT::ArmedFlags.Reset();
+        mdlVNT::SwitchQueue.Reset();
+        mdlVNT::IdleTables.Reset();
+        // The permanent kill and disarm lists stay on purpose: who is on them is so for their stay on the
+        // server.
+        frmVNT::Unload();
+        TakeDownFilter();
+    });
+}
+
+void DisableProfile(Long Index) noexcept {
+    Trapped(L"DisableProfile", Index, [&] {
+        CheckProfileIndex(Index);
+        frmVNT::UnloadSweepTimer(Index);
+        if (mdlVNT::IpListChanged.Has(Index)) mdlVNT::IpListChanged(Index) = true;
+        ResetElement(mdlVNT::MemoryMap, Index);
+        ResetElement(mdlVNT::KillPermList, Index);
+        ResetElement(mdlVNT::DisarmPermList, Index);
+        ResetElement(mdlVNT::SwitchQueue, Index);
+        ResetElement(mdlVNT::LifeStates, Index);
+        ResetElement(mdlVNT::ArmedFlags, Index);
+        ResetElement(mdlVNT::IdleTables, Index);
+    });
+}
