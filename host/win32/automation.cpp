@@ -1,0 +1,261 @@
+#include "host/win32/automation.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr LCID EnglishUs = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
+
+// The value in another type. Flags, locale and user overrides are fixed so that every system converts alike.
+Variant Changed(const VARIANT& From, VARTYPE Type, Place Where) {
+    Variant To;
+    const HRESULT Result = VariantChangeTypeEx(&To.Value, const_cast<VARIANT*>(&From), EnglishUs,
+                                               VARIANT_NOUSEROVERRIDE | VARIANT_ALPHABOOL, Type);
+    if (FAILED(Result)) FailWith(Result, Where);
+    return To;
+}
+
+struct KnownError {
+    HRESULT Error;
+    Long Number;
+};
+
+constexpr KnownError KnownErrors[] = {
+    {E_OUTOFMEMORY, ErrorNumber::OutOfMemory},
+    {DISP_E_OVERFLOW, ErrorNumber::Overflow},
+    {DISP_E_TYPEMISMATCH, ErrorNumber::TypeMismatch},
+    {DISP_E_BADVARTYPE, ErrorNumber::TypeMismatch},
+    {DISP_E_MEMBERNOTFOUND, ErrorNumber::NoSuchMember},
+    {DISP_E_UNKNOWNNAME, ErrorNumber::NoSuchMember},
+    {DISP_E_BADINDEX, ErrorNumber::SubscriptOutOfRange},
+    {DISP_E_PARAMNOTOPTIONAL, ErrorNumber::ArgumentNotOptional},
+};
+
+// The number of an automation error; other errors keep their whole value.
+Long NumberOf(HRESULT Error) {
+    for (const KnownError& Known : KnownErrors)
+        if (Known.Error == Error) return Known.Number;
+    return HRESULT_FACILITY(Error) == FACILITY_CONTROL ? HRESULT_CODE(Error) : static_cast<Long>(Error);
+}
+
+// The three strings of an EXCEPINFO are the caller's.
+class ExceptionInfo {
+public:
+    ExceptionInfo() = default;
+    ~ExceptionInfo() {
+        SysFreeString(Info.bstrSource);
+        SysFreeString(Info.bstrDescription);
+        SysFreeString(Info.bstrHelpFile);
+    }
+    ExceptionInfo(const ExceptionInfo&) = delete;
+    ExceptionInfo& operator=(const ExceptionInfo&) = delete;
+
+    [[noreturn]] void Throw(Place Where) {
+        if (Info.pfnDeferredFillIn != nullptr) Info.pfnDeferredFillIn(&Info);
+        const Long Number = Info.wCode != 0 ? Info.wCode : NumberOf(Info.scode);
+        std::wstring Description = TextOf(Info.bstrDescription);
+        if (Description.empty())
+            Description = Info.wCode != 0 ? ErrorDescription(Number) : SystemText(Info.scode);
+        Fail(Number, std::move(Description), Where);
+    }
+
+    EXCEPINFO Info{};
+};
+
+Argument Typed(VARTYPE Type) {
+    Argument Made;
+    VariantInit(&Made.Value);
+    V_VT(&Made.Value) = Type;
+    return Made;
+}
+
+std::wstring ElementText(SAFEARRAY* Array, VARTYPE Type, void* Data, std::size_t Element, Place Where) {
+    if (Type == VT_BSTR) return TextOf(static_cast<BSTR*>(Data)[Element]);
+    if (Type == VT_VARIANT) return ToWideText(static_cast<VARIANT*>(Data)[Element], Where);
+    // Any other kind goes through a Variant of the element's type.
+    Variant Value;
+    LONG Lower = 0;
+    SafeArrayGetLBound(Array, 1, &Lower);
+    LONG At = Lower + static_cast<LONG>(Element);
+    V_VT(&Value.Value) = Type;
+    const HRESULT Result = SafeArrayGetElement(Array, &At, &V_I4(&Value.Value));
+    if (FAILED(Result)) FailWith(Result, Where);
+    return ToWideText(Value.Value, Where);
+}
+
+} // namespace
+
+Bstr::Bstr(TextView Text, Place Where)
+    : Value(SysAllocStringLen(Text.data(), static_cast<UINT>(Text.size()))) {
+    if (Value == nullptr) Fail(ErrorNumber::OutOfMemory, {}, Where);
+}
+
+std::wstring TextOf(BSTR Text) {
+    return Text == nullptr ? std::wstring() : std::wstring(Text, SysStringLen(Text));
+}
+
+Long ToLong(const VARIANT& Value, Place Where) {
+    if (V_VT(&Value) == VT_I4) return V_I4(&Value);
+    const Variant Number = Changed(Value, VT_I4, Where);
+    return V_I4(&Number.Value);
+}
+
+bool ToBool(const VARIANT& Value, Place Where) {
+    const Variant Flag = Changed(Value, VT_BOOL, Where);
+    return V_BOOL(&Flag.Value) != VARIANT_FALSE;
+}
+
+std::wstring ToWideText(const VARIANT& Value, Place Where) {
+    if (V_VT(&Value) == VT_BSTR) return TextOf(V_BSTR(&Value));
+    const Variant Text = Changed(Value, VT_BSTR, Where);
+    return TextOf(V_BSTR(&Text.Value));
+}
+
+SAFEARRAY* ArrayIn(const VARIANT& Value) noexcept {
+    const VARIANT* At = &Value;
+    if (V_VT(At) == (VT_BYREF | VT_VARIANT)) At = V_VARIANTREF(At);
+    if (At == nullptr || (V_VT(At) & VT_ARRAY) == 0) return nullptr;
+    if ((V_VT(At) & VT_BYREF) == 0) return V_ARRAY(At);
+    return V_ARRAYREF(At) == nullptr ? nullptr : *V_ARRAYREF(At);
+}
+
+Lines ToLines(SAFEARRAY* Array, Place Where) {
+    if (Array == nullptr || SafeArrayGetDim(Array) != 1) Fail(ErrorNumber::TypeMismatch, {}, Where);
+    VARTYPE Type = VT_EMPTY;
+    if (FAILED(SafeArrayGetVartype(Array, &Type))) Fail(ErrorNumber::TypeMismatch, {}, Where);
+    void* Data = nullptr;
+    const HRESULT Result = SafeArrayAccessData(Array, &Data);
+    if (FAILED(Result)) FailWith(Result, Where);
+    struct Unlock {
+        SAFEARRAY* Locked;
+        ~Unlock() { SafeArrayUnaccessData(Locked); }
+    } const Unlocking{Array};
+    Lines Elements;
+    Elements.reserve(Array->rgsabound[0].cElements);
+    for (std::size_t I = 0; I < Array->rgsabound[0].cElements; ++I)
+        Elements.push_back(ElementText(Array, Type, Data, I, Where));
+    return Elements;
+}
+
+std::wstring SystemText(HRESULT Error) {
+    wchar_t* Text = nullptr;
+    const DWORD Length = FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+        static_cast<DWORD>(Error), 0, reinterpret_cast<wchar_t*>(&Text), 0, nullptr);
+    std::wstring Described(Text == nullptr ? L"" : Text, Length);
+    LocalFree(Text);
+    while (!Described.empty() &&
+           (Described.back() == L'\n' || Described.back() == L'\r' || Described.back() == L' '))
+        Described.pop_back();
+    return Described;
+}
+
+void FailWith(HRESULT Error, Place Where) {
+    const Long Number = NumberOf(Error);
+    const bool Known = Number != static_cast<Long>(Error);
+    Fail(Number, Known ? ErrorDescription(Number) : SystemText(Error), Where);
+}
+
+Argument Arg(Long Number) {
+    Argument Made = Typed(VT_I4);
+    V_I4(&Made.Value) = Number;
+    return Made;
+}
+
+Argument Arg(bool Flag) {
+    Argument Made = Typed(VT_BOOL);
+    V_BOOL(&Made.Value) = Flag ? VARIANT_TRUE : VARIANT_FALSE;
+    return Made;
+}
+
+Argument Arg(TextView Text, Place Where) {
+    Argument Made = Typed(VT_BSTR);
+    V_BSTR(&Made.Value) = Bstr(Text, Where).Detach();
+    return Made;
+}
+
+Argument Arg(const std::optional<TextView>& Text, Place Where) {
+    if (Text) return Arg(*Text, Where);
+    Argument Made = Typed(VT_BSTR);
+    V_BSTR(&Made.Value) = nullptr;
+    return Made;
+}
+
+Argument Arg(IDispatch* Object) {
+    Argument Made = Typed(VT_DISPATCH);
+    V_DISPATCH(&Made.Value) = Object;
+    if (Object != nullptr) Object->AddRef();
+    return Made;
+}
+
+Argument Arg(SAFEARRAY* Variants) {
+    Argument Made = Typed(VT_ARRAY | VT_VARIANT);
+    V_ARRAY(&Made.Value) = Variants;
+    return Made;
+}
+
+Arguments::~Arguments() {
+    for (std::size_t I = Most - Count; I < Most; ++I) VariantClear(&Values[I]);
+}
+
+void Arguments::Push(Argument Each) noexcept { Values[Most - ++Count] = Each.Value; }
+
+void HelperObject::Create(Place Where) {
+    Release();
+    CLSID Class;
+    HRESULT Result = CLSIDFromProgID(ProgId, &Class);
+    if (SUCCEEDED(Result))
+        Result = CoCreateInstance(Class, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
+                                  reinterpret_cast<void**>(&Object));
+    if (FAILED(Result)) {
+        Object = nullptr;
+        Fail(ErrorNumber::CannotCreateObject,
+             ErrorDescription(ErrorNumber::CannotCreateObject) + L": " + ProgId + L" (" + SystemText(Result) +
+                 L")",
+             Where);
+    }
+    ++Generation;
+}
+
+void HelperObject::Release() noexcept {
+    if (IDispatch* const Released = std::exchange(Object, nullptr)) Released->Release();
+}
+
+DISPID HelperObject::IdOf(Member& Called, Place Where) const {
+    if (Called.Generation == Generation) return Called.Id;
+    auto* Name = const_cast<wchar_t*>(Called.Name);
+    const HRESULT Result = Object->GetIDsOfNames(IID_NULL, &Name, 1, LOCALE_USER_DEFAULT, &Called.Id);
+    if (FAILED(Result))
+        Fail(ErrorNumber::NoSuchMember,
+             ErrorDescription(ErrorNumber::NoSuchMember) + L": " + ProgId + L"." + Name, Where);
+    Called.Generation = Generation;
+    return Called.Id;
+}
+
+Variant HelperObject::Call(Member& Called, Arguments&& With, Place Where) {
+    if (Object == nullptr)
+        Fail(ErrorNumber::ObjectNotSet, ErrorDescription(ErrorNumber::ObjectNotSet) + L": " + ProgId, Where);
+    const DISPID Id = IdOf(Called, Where);
+    // The call may let the host release us; the object must outlive it.
+    IDispatch* const Kept = Object;
+    Kept->AddRef();
+    struct Releasing {
+        IDispatch* Held;
+        ~Releasing() { Held->Release(); }
+    } const AtTheEnd{Kept};
+    DISPPARAMS Parameters{With.First(), nullptr, With.Number(), 0};
+    Variant Result;
+    ExceptionInfo Exception;
+    const HRESULT Outcome =
+        Kept->Invoke(Id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &Parameters,
+                     &Result.Value, &Exception.Info, nullptr);
+    if (Outcome == DISP_E_EXCEPTION) Exception.Throw(Where);
+    if (FAILED(Outcome)) FailWith(Outcome, Where);
+    if ((V_VT(&Result.Value) & VT_BYREF) != 0) {
+        Variant Direct;
+        const HRESULT Copied = VariantCopyInd(&Direct.Value, &Result.Value);
+        if (FAILED(Copied)) FailWith(Copied, Where);
+        return Direct;
+    }
+    return Result;
+}

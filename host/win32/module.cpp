@@ -1,0 +1,24 @@
+#include "host/win32/module.h"
+
+#include <atomic>
+
+namespace Module {
+
+namespace {
+
+std::atomic<long> Locks{0};
+
+} // namespace
+
+HINSTANCE Instance() noexcept {
+    HMODULE Own = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const wchar_t*>(&Locks), &Own);
+    return Own;
+}
+
+void AddLock() noexcept { ++Locks; }
+void RemoveLock() noexcept { --Locks; }
+bool IsLocked() noexcept { return Locks != 0; }
+
+} // namespace Module

@@ -1,0 +1,135 @@
+// Private profiles, files and the clock.
+#include "host/platform.h"
+
+#include <windows.h>
+
+#include "host/win32/automation.h"
+#include "host/win32/module.h"
+#include "host/win32/single_byte.h"
+
+namespace Platform {
+
+namespace {
+
+class FileHandle {
+public:
+    explicit FileHandle(HANDLE Opened) : Value(Opened) {}
+    ~FileHandle() {
+        if (IsOpen()) CloseHandle(Value);
+    }
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+    bool IsOpen() const { return Value != INVALID_HANDLE_VALUE; }
+    HANDLE Get() const { return Value; }
+
+private:
+    HANDLE Value;
+};
+
+// The file error that the last system error stands for.
+[[noreturn]] void FailWithLastError(TextView Path, Place Where) {
+    const DWORD Error = GetLastError();
+    const Long Number = Error == ERROR_PATH_NOT_FOUND   ? ErrorNumber::PathNotFound
+                        : Error == ERROR_FILE_NOT_FOUND ? ErrorNumber::FileNotFound
+                                                        : ErrorNumber::PathAccess;
+    Fail(Number,
+         ErrorDescription(Number) + L": " + std::wstring(Path) + L" (" +
+             SystemText(HRESULT_FROM_WIN32(Error)) + L")",
+         Where);
+}
+
+DWORD AttributesOf(TextView Path) { return GetFileAttributesW(std::wstring(Path).c_str()); }
+
+HANDLE Open(TextView Path, DWORD Access, DWORD Creation) {
+    return CreateFileW(std::wstring(Path).c_str(), Access, FILE_SHARE_READ, nullptr, Creation,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+} // namespace
+
+std::wstring PluginFolder(Place Where) {
+    std::wstring Path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD Length =
+            GetModuleFileNameW(Module::Instance(), Path.data(), static_cast<DWORD>(Path.size()));
+        if (Length == 0) FailWithLastError(L"qrvVNT.dll", Where);
+        if (Length < Path.size()) {
+            Path.resize(Length);
+            return Path.substr(0, Path.find_last_of(L'\\'));
+        }
+        Path.resize(Path.size() * 2);
+    }
+}
+
+std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
+    char Buffer[255] = "";
+    const DWORD Count = GetPrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(), "",
+                                                 Buffer, sizeof Buffer, SingleByte(File).c_str());
+    return FromSingleByte(Buffer, Count);
+}
+
+void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File) {
+    const std::string Written = Value ? SingleByte(*Value) : std::string();
+    WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(),
+                               Value ? Written.c_str() : nullptr, SingleByte(File).c_str());
+}
+
+bool FileExists(TextView Path) {
+    const DWORD Attributes = AttributesOf(Path);
+    return Attributes != INVALID_FILE_ATTRIBUTES && (Attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool FolderExists(TextView Path) {
+    const DWORD Attributes = AttributesOf(Path);
+    return Attributes != INVALID_FILE_ATTRIBUTES && (Attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+void CreateFolder(TextView Path, Place Where) {
+    if (!CreateDirectoryW(std::wstring(Path).c_str(), nullptr)) FailWithLastError(Path, Where);
+}
+
+void CreateEmptyFile(TextView Path, Place Where) {
+    const FileHandle File(Open(Path, GENERIC_WRITE, CREATE_ALWAYS));
+    if (!File.IsOpen()) FailWithLastError(Path, Where);
+}
+
+void DeleteFileAt(TextView Path, Place Where) {
+    if (!DeleteFileW(std::wstring(Path).c_str())) FailWithLastError(Path, Where);
+}
+
+Bytes ReadBytes(TextView Path, Place Where) {
+    // Others may write the lists while they are read.
+    const FileHandle File(CreateFileW(std::wstring(Path).c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!File.IsOpen()) FailWithLastError(Path, Where);
+    Bytes Content(GetFileSize(File.Get(), nullptr));
+    DWORD Count = 0;
+    if (!ReadFile(File.Get(), Content.data(), static_cast<DWORD>(Content.size()), &Count, nullptr))
+        FailWithLastError(Path, Where);
+    Content.resize(Count);
+    return Content;
+}
+
+void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
+    const FileHandle File(Open(Path, GENERIC_WRITE, CREATE_ALWAYS));
+    if (!File.IsOpen()) FailWithLastError(Path, Where);
+    DWORD Count = 0;
+    const bool Written =
+        WriteFile(File.Get(), Content.data(), static_cast<DWORD>(Content.size()), &Count, nullptr) != FALSE;
+    if (!Written || Count != Content.size()) FailWithLastError(Path, Where);
+}
+
+Bytes SingleByteText(TextView Text) {
+    const std::string Narrow = SingleByte(Text);
+    const auto* First = reinterpret_cast<const std::byte*>(Narrow.data());
+    return {First, First + Narrow.size()};
+}
+
+Moment Now() {
+    SYSTEMTIME Time;
+    GetLocalTime(&Time);
+    return {Time.wYear, Time.wMonth, Time.wDay, Time.wHour, Time.wMinute, Time.wSecond};
+}
+
+} // namespace Platform

@@ -1,0 +1,217 @@
+#include "plugin/clsPlugin.h"
+
+#include <new>
+
+#include "game/mdlVNT.h"
+#include "game/memory_map.h"
+#include "game/show_msg.h"
+#include "host/win32/boxes.h"
+#include "host/win32/module.h"
+#include "plugin/descriptor.h"
+#include "plugin/host_values.h"
+#include "plugin/lifecycle.h"
+#include "plugin/remote.h"
+#include "plugin/type_info.h"
+#include "window/frmVNT.h"
+
+namespace {
+
+long Objects = 0;
+
+// What a member with a Long result does: the request, then the member's procedure. The host never sees a
+// failure.
+HRESULT AnswerLong(TextView Name, Long (*Act)(const RemoteRequest&) noexcept, LONG Index, const VARIANT& PDAT,
+                   const VARIANT& Data, LONG* Result) noexcept {
+    if (Result == nullptr) return E_POINTER;
+    *Result = 0;
+    Trapped(Name, Index, [&] { *Result = Act(RequestFrom(Index, PDAT, Data)); });
+    return S_OK;
+}
+
+// An array of strings, lower bound 0, in a Variant.
+template <std::size_t N> VARIANT ArrayOfTexts(const TextView (&Texts)[N]) {
+    Variant Made;
+    SAFEARRAY* const Array = SafeArrayCreateVector(VT_BSTR, 0, N);
+    if (Array == nullptr) Fail(ErrorNumber::OutOfMemory);
+    V_VT(&Made.Value) = VT_ARRAY | VT_BSTR;
+    V_ARRAY(&Made.Value) = Array;
+    for (LONG I = 0; I < static_cast<LONG>(N); ++I) {
+        Bstr Text(Texts[I]);
+        const BSTR Copied = Text.Detach();
+        const HRESULT Put = SafeArrayPutElement(Array, &I, Copied);
+        SysFreeString(Copied);
+        if (FAILED(Put)) FailWith(Put, Place::current());
+    }
+    VARIANT Handed = Made.Value;
+    VariantInit(&Made.Value);
+    return Handed;
+}
+
+void FillDescriptor(PLUGIN& Filled) {
+    static constexpr TextView Games[] = {StandardBuild, AffiliateBuild};
+    Filled.Name = Bstr(Descriptor::Name).Detach();
+    Filled.File = Bstr(Descriptor::File).Detach();
+    Filled.Version = Bstr(Descriptor::Version()).Detach();
+    Filled.Author = Bstr(Descriptor::Author).Detach();
+    Filled.Description = Bstr(Descriptor::Description).Detach();
+    Filled.Game = ArrayOfTexts(Games);
+    Filled.HasInterface = VARIANT_TRUE;
+    Filled.ProfileMenu = VARIANT_FALSE;
+    Filled.ServerMenu = VARIANT_TRUE;
+    Filled.MainMenu = VARIANT_FALSE;
+    Filled.ServerMenuItems = ArrayOfTexts(Descriptor::ServerMenuItems);
+    Filled.HasPrivis = VARIANT_TRUE;
+    Filled.HelpFile = Bstr(Descriptor::HelpFile).Detach();
+    Filled.MinRCVer = Bstr(Descriptor::MinRCVer).Detach();
+    Filled.MinGMFVer = Bstr(Descriptor::MinGMFVer).Detach();
+    Filled.MinMFMVer = Bstr(Descriptor::MinMFMVer).Detach();
+    Filled.MinQRVVer = Bstr(Descriptor::MinQRVVer).Detach();
+}
+
+// Everything that the plug-in holds goes with its last object: the host may unload the DLL next.
+void ShutDown() noexcept {
+    Trapped(L"ShutDown", 0, [] { frmVNT::Unload(); });
+    Platform::CloseErrorBoxes();
+    ForgetTypeInfo();
+    mdlVNT::Forget();
+}
+
+} // namespace
+
+clsPlugin::clsPlugin() noexcept {
+    Module::AddLock();
+    if (Objects++ == 0) SubMain();
+}
+
+clsPlugin::~clsPlugin() {
+    if (--Objects == 0) ShutDown();
+    Module::RemoveLock();
+}
+
+clsPlugin* clsPlugin::Create() noexcept { return new (std::nothrow) clsPlugin; }
+
+HRESULT clsPlugin::QueryInterface(REFIID Wanted, void** Object) noexcept {
+    if (Object == nullptr) return E_POINTER;
+    *Object = nullptr;
+    if (Wanted != IID_IUnknown && Wanted != IID_IDispatch && Wanted != IID__clsPlugin) return E_NOINTERFACE;
+    *Object = static_cast<_clsPlugin*>(this);
+    AddRef();
+    return S_OK;
+}
+
+ULONG clsPlugin::AddRef() noexcept { return static_cast<ULONG>(++References); }
+
+ULONG clsPlugin::Release() noexcept {
+    const LONG Left = --References;
+    if (Left == 0) delete this;
+    return static_cast<ULONG>(Left);
+}
+
+HRESULT clsPlugin::GetTypeInfoCount(UINT* Count) noexcept {
+    if (Count == nullptr) return E_POINTER;
+    *Count = 1;
+    return S_OK;
+}
+
+HRESULT clsPlugin::GetTypeInfo(UINT Number, LCID, ITypeInfo** Info) noexcept {
+    if (Info == nullptr) return E_POINTER;
+    *Info = nullptr;
+    if (Number != 0) return DISP_E_BADINDEX;
+    return InterfaceInfo(Info);
+}
+
+HRESULT clsPlugin::GetIDsOfNames(REFIID, LPOLESTR* Names, UINT Count, LCID, DISPID* Ids) noexcept {
+    return IdsOfNames(Names, Count, Ids);
+}
+
+HRESULT clsPlugin::Invoke(DISPID Id, REFIID, LCID, WORD Flags, DISPPARAMS* Parameters, VARIANT* Result,
+                          EXCEPINFO* Exception, UINT* BadArgument) noexcept {
+    return InvokeMember(*this, Id, Flags, Parameters, Result, Exception, BadArgument);
+}
+
+HRESULT clsPlugin::dllVersion(BSTR PNAME, BSTR* Result) noexcept {
+    if (Result == nullptr) return E_POINTER;
+    *Result = nullptr;
+    Trapped(L"dllVersion", 0, [&] {
+        mdlVNT::HostName = TextOf(PNAME);
+        *Result = Bstr(Descriptor::Version()).Detach();
+    });
+    return S_OK;
+}
+
+HRESULT clsPlugin::GetData(PLUGIN* Result) noexcept {
+    if (Result == nullptr) return E_POINTER;
+    // Zero is a valid record: null strings, empty Variants, False.
+    *Result = PLUGIN{};
+    Trapped(L"GetData", 0, [&] { FillDescriptor(*Result); });
+    return S_OK;
+}
+
+HRESULT clsPlugin::GetPrivis(VARIANT* Result) noexcept {
+    if (Result == nullptr) return E_POINTER;
+    VariantInit(Result);
+    Trapped(L"GetPrivis", 0, [&] { *Result = ArrayOfTexts(Descriptor::Privileges); });
+    return S_OK;
+}
+
+HRESULT clsPlugin::LoadInterface(LONG Index, LONG pHwnd, VARIANT PDAT, BSTR) noexcept {
+    Trapped(L"LoadInterface", Index, [&] { ::LoadInterface(Index, pHwnd, PdatFrom(PDAT)); });
+    return S_OK;
+}
+
+HRESULT clsPlugin::UnLoadInterface(BSTR) noexcept {
+    ::UnLoadInterface();
+    return S_OK;
+}
+
+HRESULT clsPlugin::GetPlayersRem(LONG Index, VARIANT PDAT, VARIANT Data, BSTR* Result) noexcept {
+    if (Result == nullptr) return E_POINTER;
+    *Result = nullptr;
+    Trapped(L"GetPlayersRem", Index,
+            [&] { *Result = Bstr(::GetPlayersRem(RequestFrom(Index, PDAT, Data))).Detach(); });
+    return S_OK;
+}
+
+HRESULT clsPlugin::PuntPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"PuntPlayerRem", ::PuntPlayerRem, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::ArmPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"ArmPlayerRem", ::ArmPlayerRem, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::SlapPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"SlapPlayerRem", ::SlapPlayerRem, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::AddSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"AddSlapRem", ::AddSlapRem, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::SetBanMethod(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"SetBanMethod", ::SetBanMethod, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::SetIdlePunt(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"SetIdlePunt", ::SetIdlePunt, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::SetIdleMax(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"SetIdleMax", ::SetIdleMax, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::DeleteSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"DeleteSlapRem", ::DeleteSlapRem, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::EditSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"EditSlapRem", ::EditSlapRem, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::RemoveBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"RemoveBannedRem", ::RemoveBannedRem, Index, PDAT, Data, Result);
+}
+HRESULT clsPlugin::AddBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
+    return AnswerLong(L"AddBannedRem", ::AddBannedRem, Index, PDAT, Data, Result);
+}
+
+HRESULT clsPlugin::DisableProfile(LONG Index) noexcept {
+    ::DisableProfile(Index);
+    return S_OK;
+}
+
+HRESULT clsPlugin::HideInterface(BSTR) noexcept {
+    ::HideInterface();
+    return S_OK;
+}

@@ -1,0 +1,101 @@
+#include "plugin/type_info.h"
+
+#include <utility>
+
+#include "host/win32/module.h"
+
+namespace {
+
+constexpr DISPID GetDataId = 2; // as in qrvVNT.idl
+
+ITypeInfo* Interface = nullptr;
+ITypeInfo* Record = nullptr;
+
+HRESULT LoadTypeInfo() noexcept {
+    if (Interface != nullptr && Record != nullptr) return S_OK;
+    ITypeLib* Library = nullptr;
+    HRESULT Result = E_OUTOFMEMORY;
+    try {
+        Result = LoadTypeLibEx(DllPath().c_str(), REGKIND_NONE, &Library);
+    } catch (...) {
+        return E_OUTOFMEMORY;
+    }
+    if (FAILED(Result)) return Result;
+    ForgetTypeInfo();
+    Result = Library->GetTypeInfoOfGuid(IID__clsPlugin, &Interface);
+    // The record is described by name: its identifier is that of the structure, not of an interface.
+    if (SUCCEEDED(Result)) {
+        OLECHAR Name[] = L"PLUGIN";
+        MEMBERID Member = 0;
+        USHORT Found = 1;
+        Result = Library->FindName(Name, 0, &Record, &Member, &Found);
+        if (SUCCEEDED(Result) && Found != 1) Result = TYPE_E_ELEMENTNOTFOUND;
+    }
+    Library->Release();
+    return Result;
+}
+
+// The system's own Invoke cannot answer a record: the member is called and its record handed over as it is.
+HRESULT InvokeGetData(_clsPlugin& Object, VARIANT* Result) noexcept {
+    if (Result == nullptr) return S_OK;
+    IRecordInfo* Info = nullptr;
+    HRESULT Outcome = GetRecordInfoFromTypeInfo(Record, &Info);
+    if (FAILED(Outcome)) return Outcome;
+    void* const Created = Info->RecordCreate();
+    if (Created == nullptr) {
+        Info->Release();
+        return E_OUTOFMEMORY;
+    }
+    Outcome = Object.GetData(static_cast<PLUGIN*>(Created));
+    if (FAILED(Outcome)) {
+        Info->RecordDestroy(Created);
+        Info->Release();
+        return Outcome;
+    }
+    VariantInit(Result);
+    V_VT(Result) = VT_RECORD;
+    V_RECORD(Result) = Created;
+    V_RECORDINFO(Result) = Info;
+    return S_OK;
+}
+
+} // namespace
+
+std::wstring DllPath() {
+    std::wstring Path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD Length =
+            GetModuleFileNameW(Module::Instance(), Path.data(), static_cast<DWORD>(Path.size()));
+        if (Length < Path.size()) return Path.substr(0, Length);
+        Path.resize(Path.size() * 2);
+    }
+}
+
+HRESULT InterfaceInfo(ITypeInfo** Info) noexcept {
+    const HRESULT Result = LoadTypeInfo();
+    if (FAILED(Result)) return Result;
+    *Info = Interface;
+    Interface->AddRef();
+    return S_OK;
+}
+
+HRESULT IdsOfNames(LPOLESTR* Names, UINT Count, DISPID* Ids) noexcept {
+    if (Names == nullptr || Ids == nullptr) return E_INVALIDARG;
+    const HRESULT Result = LoadTypeInfo();
+    return FAILED(Result) ? Result : Interface->GetIDsOfNames(Names, Count, Ids);
+}
+
+HRESULT InvokeMember(_clsPlugin& Object, DISPID Id, WORD Flags, DISPPARAMS* Parameters, VARIANT* Result,
+                     EXCEPINFO* Exception, UINT* BadArgument) noexcept {
+    if (Parameters == nullptr) return E_INVALIDARG;
+    const HRESULT Loaded = LoadTypeInfo();
+    if (FAILED(Loaded)) return Loaded;
+    if (Id == GetDataId && (Flags & DISPATCH_METHOD) != 0)
+        return Parameters->cArgs == 0 ? InvokeGetData(Object, Result) : DISP_E_BADPARAMCOUNT;
+    return Interface->Invoke(&Object, Id, Flags, Parameters, Result, Exception, BadArgument);
+}
+
+void ForgetTypeInfo() noexcept {
+    for (ITypeInfo** const Info : {&Interface, &Record})
+        if (ITypeInfo* const Released = std::exchange(*Info, nullptr)) Released->Release();
+}
