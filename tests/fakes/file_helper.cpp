@@ -1,0 +1,105 @@
+// The host's file helper over the files in memory.
+#include "host/file_helper.h"
+
+#include "tests/fakes/faults.h"
+#include "tests/fakes/files.h"
+#include "tests/fakes/outside.h"
+
+using Outside::Enter;
+
+namespace FileHelper {
+
+namespace {
+
+std::wstring Shown(MaybeText Text) { return Text ? std::wstring(*Text) : std::wstring(L"(null)"); }
+
+// The helper's arrays end with one empty element.
+Lines WithEnd(Lines Elements) {
+    Elements.emplace_back();
+    return Elements;
+}
+
+} // namespace
+
+void Create(Place) {}
+void Release() noexcept {}
+
+std::wstring GetIniKey(TextView Section, TextView Key, TextView File, Place Where) {
+    if (Enter(L"GetIniKey", true, Where)) return {};
+    return Files::IniValue(File, Section, Key);
+}
+
+void WriteIniKey(TextView Section, MaybeText Key, MaybeText Value, TextView File, Place Where) {
+    if (Enter(L"WriteIniKey", true, Where)) return;
+    Outside::Record(L"WriteIniKey [" + std::wstring(Section) + L"] " + Shown(Key) + L"=" + Shown(Value));
+    Files::WriteIni(File, Section, Key, Value);
+}
+
+Lines GetIniSection(TextView Section, TextView File, Place Where) {
+    if (Enter(L"GetIniSection", true, Where)) return {};
+    return WithEnd(Files::IniSection(File, Section));
+}
+
+Lines GetAllIniSections(TextView File, Place Where) {
+    if (Enter(L"GetAllIniSections", true, Where)) return {};
+    return WithEnd(Files::IniSectionNames(File));
+}
+
+void ClearIniSection(TextView Section, TextView File, Place Where) {
+    if (Enter(L"ClearIniSection", true, Where)) return;
+    Outside::Record(L"ClearIniSection [" + std::wstring(Section) + L"]");
+    Files::WriteIni(File, Section, std::nullopt, std::nullopt);
+}
+
+std::wstring ParseIniKey(TextView Line, Place Where) {
+    if (Enter(L"ParseIniKey", true, Where)) return {};
+    const auto Equals = Line.find(L'=');
+    return Equals == TextView::npos ? std::wstring() : std::wstring(Line.substr(Equals + 1));
+}
+
+std::pair<std::wstring, std::wstring> ParseIniEntry(TextView Line, Place Where) {
+    if (Enter(L"ParseIniKey", true, Where)) return {};
+    const auto Equals = Line.find(L'=');
+    if (Equals == TextView::npos) return {std::wstring(Line), std::wstring()};
+    return {std::wstring(Line.substr(0, Equals)), std::wstring(Line.substr(Equals + 1))};
+}
+
+void AppendFile(TextView Path, TextView Text, Place Where) {
+    if (Enter(L"AppendFile", true, Where)) return;
+    if (Files::IsReadOnly()) Fail(ErrorNumber::PathAccess, {}, Where);
+    Outside::PutFile(Path, Outside::FileText(Path) + std::wstring(Text) + L"\r\n");
+}
+
+void WriteFile(TextView Path, TextView Text, Place Where) {
+    if (Enter(L"WriteFile", true, Where)) return;
+    if (Files::IsReadOnly()) Fail(ErrorNumber::PathAccess, {}, Where);
+    Outside::PutFile(Path, std::wstring(Text) + L"\r\n");
+}
+
+Lines ReadFile(TextView Path, Place Where) {
+    if (Enter(L"ReadFile", true, Where)) return {};
+    if (!Outside::HasFile(Path)) Fail(ErrorNumber::FileNotFound, {}, Where);
+    Lines Read = Split(Outside::FileText(Path), CrLf);
+    if (Read.back().empty()) Read.pop_back();
+    return Read;
+}
+
+// Readable on purpose: what is compressed is the host's affair.
+std::wstring CompressString(TextView Text, Place Where) {
+    if (Enter(L"CompressString", true, Where)) return {};
+    return L"zip:" + std::wstring(Text);
+}
+
+// Not counted: a report of a failure is no step of the scenario that failed.
+void LogError(TextView, TextView Text, const Failure& Error, Long, Place) {
+    const auto Name = Text.rfind(L"Function/Sub: ");
+    Outside::Reports.push_back(std::wstring(Text.substr(Name + 14)) + L": " + ToText(Error.Number) + L" " +
+                               Error.Description);
+}
+
+bool SendErrorReport(const ErrorReport& Report, Place) {
+    Outside::Record(L"SendErrorReport " + Report.Number + L" " + Report.Version);
+    return true;
+}
+
+} // namespace FileHelper

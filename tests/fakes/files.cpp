@@ -1,0 +1,260 @@
+#include "tests/fakes/files.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <unordered_map>
+
+#include "tests/fakes/faults.h"
+#include "tests/fakes/outside.h"
+
+namespace {
+
+std::wstring Lower(TextView Text) {
+    std::wstring Folded(Text);
+    for (wchar_t& C : Folded)
+        if (C >= L'A' && C <= L'Z') C = static_cast<wchar_t>(C + 32);
+    return Folded;
+}
+
+// A file's text, and what a reader of private profiles makes of it; made anew after a change.
+struct File {
+    std::wstring Text;
+    bool Parsed = false;
+    std::vector<std::pair<std::wstring, Lines>> Sections;                                  // as written
+    std::unordered_map<std::wstring, std::unordered_map<std::wstring, std::wstring>> Keys; // folded
+};
+
+std::map<std::wstring, File> Stored;
+std::set<std::wstring> Folders;
+bool ReadOnly = false;
+
+std::wstring Unquoted(std::wstring Value) {
+    Value = Trim(Value);
+    if (Value.size() > 1 && (Value.front() == L'"' || Value.front() == L'\'') &&
+        Value.front() == Value.back())
+        return Value.substr(1, Value.size() - 2);
+    return Value;
+}
+
+void ParseLine(File& Parsed, const std::wstring& Line) {
+    const auto Bracket = Line.rfind(L']');
+    if (Line.starts_with(L'[') && Bracket != std::wstring::npos) {
+        Parsed.Sections.push_back({Line.substr(1, Bracket - 1), {}});
+        return;
+    }
+    const auto Equals = Line.find(L'=');
+    if (Parsed.Sections.empty() || Equals == std::wstring::npos) return;
+    auto& [Section, SectionLines] = Parsed.Sections.back();
+    SectionLines.push_back(Line);
+    Parsed.Keys[Lower(Section)].emplace(Lower(Trim(TextView(Line).substr(0, Equals))),
+                                        Unquoted(Line.substr(Equals + 1)));
+}
+
+File* Find(TextView Path) {
+    const auto Found = Stored.find(Lower(Path));
+    if (Found == Stored.end()) return nullptr;
+    File& Parsed = Found->second;
+    if (!Parsed.Parsed) {
+        Parsed.Sections.clear();
+        Parsed.Keys.clear();
+        for (const std::wstring& Line : Split(Parsed.Text, CrLf))
+            if (!Line.empty()) ParseLine(Parsed, Line);
+        Parsed.Parsed = true;
+    }
+    return &Parsed;
+}
+
+std::wstring ParentOf(TextView Path) { return std::wstring(Path.substr(0, Path.find_last_of(L'\\'))); }
+
+bool CanWrite(TextView Path) {
+    return !ReadOnly && Outside::HasFile(Path) ? true : !ReadOnly && Platform::FolderExists(ParentOf(Path));
+}
+
+// Replaces a section's lines in the text, or appends the section.
+void WriteSection(File& Written, TextView Section, const Lines& SectionLines, bool Keep) {
+    std::wstring Text;
+    bool Done = false;
+    const auto Append = [&](const std::wstring& Name, const Lines& Its) {
+        Text += L"[" + Name + L"]\r\n";
+        for (const std::wstring& Line : Its) Text += Line + L"\r\n";
+    };
+    for (const auto& [Name, Its] : Written.Sections) {
+        if (Done || Lower(Name) != Lower(Section)) {
+            Append(Name, Its);
+            continue;
+        }
+        Done = true;
+        if (Keep) Append(Name, SectionLines);
+    }
+    if (!Done && Keep) Append(std::wstring(Section), SectionLines);
+    Written.Text = Text;
+    Written.Parsed = false;
+}
+
+Lines SectionOf(const File& From, TextView Section) {
+    for (const auto& [Name, Its] : From.Sections)
+        if (Lower(Name) == Lower(Section)) return Its;
+    return {};
+}
+
+} // namespace
+
+namespace Files {
+
+void Reset() {
+    Stored.clear();
+    Folders.clear();
+    ReadOnly = false;
+}
+
+bool IsReadOnly() { return ReadOnly; }
+
+std::wstring IniValue(TextView Path, TextView Section, TextView Key) {
+    const File* const From = Find(Path);
+    if (From == nullptr) return {};
+    const auto Its = From->Keys.find(Lower(Section));
+    if (Its == From->Keys.end()) return {};
+    const auto Found = Its->second.find(Lower(Trim(Key)));
+    return Found == Its->second.end() ? std::wstring() : Found->second;
+}
+
+Lines IniSection(TextView Path, TextView Section) {
+    const File* const From = Find(Path);
+    Lines Listed;
+    if (From == nullptr) return Listed;
+    for (const std::wstring& Line : SectionOf(*From, Section))
+        if (!Line.starts_with(L';')) Listed.push_back(Line);
+    return Listed;
+}
+
+Lines IniSectionNames(TextView Path) {
+    Lines Names;
+    if (const File* const From = Find(Path))
+        for (const auto& [Name, Its] : From->Sections) Names.push_back(Name);
+    return Names;
+}
+
+void WriteIni(TextView Path, TextView Section, MaybeText Key, MaybeText Value) {
+    if (!CanWrite(Path)) return;
+    Find(Path);
+    File& Written = Stored[Lower(Path)];
+    if (!Key) {
+        WriteSection(Written, Section, {}, false);
+        return;
+    }
+    Lines Its = SectionOf(Written, Section);
+    const auto Same = std::find_if(Its.begin(), Its.end(), [&](const std::wstring& Line) {
+        return Lower(Trim(TextView(Line).substr(0, Line.find(L'=')))) == Lower(Trim(*Key));
+    });
+    if (!Value && Same == Its.end()) return;
+    if (!Value)
+        Its.erase(Same);
+    else if (Same == Its.end())
+        Its.push_back(std::wstring(*Key) + L"=" + std::wstring(*Value));
+    else
+        *Same = std::wstring(*Key) + L"=" + std::wstring(*Value);
+    WriteSection(Written, Section, Its, true);
+}
+
+} // namespace Files
+
+namespace Outside {
+
+void PutFile(TextView Path, std::wstring Content) {
+    PutFolder(ParentOf(Path));
+    Stored[Lower(Path)] = File{std::move(Content), false, {}, {}};
+}
+
+std::wstring FileText(TextView Path) {
+    const File* const Found = Find(Path);
+    return Found == nullptr ? std::wstring() : Found->Text;
+}
+
+bool HasFile(TextView Path) { return Stored.count(Lower(Path)) != 0; }
+
+void PutFolder(TextView Path) {
+    for (std::wstring Folder(Path); Folder.size() > 2; Folder = ParentOf(Folder))
+        Folders.insert(Lower(Folder));
+}
+
+void RemoveAll(TextView Folder) {
+    const std::wstring Prefix = Lower(Folder);
+    std::erase_if(Stored, [&](const auto& Each) { return Each.first.starts_with(Prefix); });
+    std::erase_if(Folders, [&](const auto& Each) { return Each.starts_with(Prefix); });
+}
+
+void SetReadOnly(bool On) { ReadOnly = On; }
+
+std::wstring IniValue(TextView Path, TextView Section, TextView Key) {
+    return Files::IniValue(Path, Section, Key);
+}
+
+void PutIni(TextView Path, TextView Section, TextView Key, TextView Value) {
+    PutFolder(ParentOf(Path));
+    Files::WriteIni(Path, Section, Key, Value);
+}
+
+} // namespace Outside
+
+// --- The platform's files
+
+namespace Platform {
+
+using Outside::Enter;
+
+bool FileExists(TextView Path) { return !Enter(L"FileExists", false) && Outside::HasFile(Path); }
+
+bool FolderExists(TextView Path) { return Folders.count(Lower(Path)) != 0; }
+
+void CreateFolder(TextView Path, Place Where) {
+    if (Enter(L"CreateFolder", true, Where)) return;
+    if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
+    if (!FolderExists(ParentOf(Path))) Fail(ErrorNumber::PathNotFound, {}, Where);
+    Folders.insert(Lower(Path));
+    Outside::Record(L"CreateFolder " + std::wstring(Path));
+}
+
+void CreateEmptyFile(TextView Path, Place Where) { WriteBytes(Path, {}, Where); }
+
+void DeleteFileAt(TextView Path, Place Where) {
+    if (Enter(L"DeleteFile", true, Where)) return;
+    if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
+    if (Stored.erase(Lower(Path)) == 0) Fail(ErrorNumber::FileNotFound, {}, Where);
+}
+
+// A byte is one character 0 to 255.
+Bytes ReadBytes(TextView Path, Place Where) {
+    if (Enter(L"ReadBytes", true, Where)) return {};
+    if (!Outside::HasFile(Path)) Fail(ErrorNumber::FileNotFound, {}, Where);
+    return SingleByteText(Outside::FileText(Path));
+}
+
+void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
+    if (Enter(L"WriteBytes", true, Where)) return;
+    if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
+    if (!FolderExists(ParentOf(Path))) Fail(ErrorNumber::PathNotFound, {}, Where);
+    std::wstring Text;
+    for (const std::byte Each : Content) Text += static_cast<wchar_t>(Each);
+    Outside::PutFile(Path, Text);
+}
+
+Bytes SingleByteText(TextView Text) {
+    Bytes Made;
+    for (const wchar_t C : Text) Made.push_back(static_cast<std::byte>(C < 256 ? C : L'?'));
+    return Made;
+}
+
+std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
+    if (Enter(L"GetProfileText", false)) return {};
+    return Files::IniValue(File, Section, Key).substr(0, 254);
+}
+
+void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File) {
+    if (Enter(L"WriteProfileText", false)) return;
+    Outside::Record(L"WriteProfile [" + std::wstring(Section) + L"] " + std::wstring(Key) +
+                    (Value ? L"=" + std::wstring(*Value) : L" deleted"));
+    Files::WriteIni(File, Section, Key, Value);
+}
+
+} // namespace Platform

@@ -1,0 +1,83 @@
+#include "tests/fakes/outside.h"
+
+#include <new>
+#include <set>
+
+#include "game/mdlVNT.h"
+#include "tests/fakes/faults.h"
+#include "tests/fakes/files.h"
+
+namespace Outside {
+
+Lines Journal;
+Lines Reports;
+long Calls = 0;
+std::function<void(TextView)> BeforeCall;
+Moment Clock;
+std::vector<bool> YesNoAnswers;
+Lines TextAnswers;
+std::optional<std::wstring> OpenFileAnswer;
+std::function<void()> WhileBoxIsOpen;
+Long ServiceState = 3;
+bool FilterMissing = false;
+
+namespace {
+
+long FaultDue = 0; // the value of Calls at which the fault happens; 0 is never
+Fault FaultKind = Fault::Failure;
+bool FaultDone = false;
+
+} // namespace
+
+void Record(std::wstring What) { Journal.push_back(std::move(What)); }
+
+Lines Recorded(TextView Prefix) {
+    Lines Found;
+    for (const std::wstring& Each : Journal)
+        if (Each.starts_with(Prefix)) Found.push_back(Each);
+    return Found;
+}
+
+void FailCall(long Number, Fault Kind) {
+    FaultDue = Number == 0 ? 0 : Calls + Number;
+    FaultKind = Kind;
+    FaultDone = false;
+}
+
+bool FaultHappened() { return FaultDone; }
+
+// Counts one outside call; true when it is to answer empty.
+bool Enter(TextView Name, bool CanFail, Place Where) {
+    ++Calls;
+    if (BeforeCall) BeforeCall(Name);
+    if (Calls != FaultDue) return false;
+    FaultDone = true;
+    if (FaultKind == Fault::OutOfMemory) throw std::bad_alloc();
+    if (!CanFail || FaultKind == Fault::Empty) return true;
+    if (FaultKind == Fault::WrongType) Fail(ErrorNumber::TypeMismatch, {}, Where);
+    Fail(1004, L"made to fail: " + std::wstring(Name), Where);
+}
+
+void Reset() {
+    Files::Reset();
+    DetachAll();
+    Journal.clear();
+    Reports.clear();
+    BeforeCall = nullptr;
+    Clock = {2024, 5, 6, 7, 8, 9};
+    YesNoAnswers.clear();
+    TextAnswers.clear();
+    OpenFileAnswer.reset();
+    WhileBoxIsOpen = nullptr;
+    ServiceState = 3;
+    FilterMissing = false;
+    FailCall(0, Fault::Failure);
+    mdlVNT::Forget();
+    PutFolder(std::wstring(Base) + L"\\Plugins");
+    PutFolder(std::wstring(Base) + L"\\profiles");
+    SubMain();
+    Calls = 0;
+    Journal.clear();
+}
+
+} // namespace Outside
