@@ -1,0 +1,125 @@
+#include "window/layout.h"
+
+#include <algorithm>
+
+#include "window/controls.h"
+#include "window/layout_frames.h"
+
+namespace {
+
+using Places = std::vector<Placed>;
+using Measure::Scaled;
+
+// A page with a list and its details on the left, what can be done with the list on the right.
+struct ListPage {
+    int List, Details, Options, Search, Add;
+};
+constexpr ListPage NamesPage{ID_lstBannedNames, ID_Frame8, ID_Frame3, ID_Frame4, ID_Frame1};
+constexpr ListPage IpsPage{ID_lstBannedIps, ID_Frame9, ID_Frame6, ID_Frame7, ID_Frame10};
+
+int LeastRight(const ListPage& Page) {
+    return std::max(FrameWidth(Page.Options) + LayoutGap() + FrameWidth(Page.Search), FrameWidth(Page.Add));
+}
+
+// Beyond a width that is easy to read the list gets the rest.
+int RightWidth(const ListPage& Page, int Width) {
+    return std::max(LeastRight(Page), std::min(Width * 11 / 20, Scaled(400)));
+}
+
+Size SmallestListPage(const ListPage& Page) {
+    const int Right = LeastRight(Page);
+    const int Tools = FrameHeight(Page.Options, FrameWidth(Page.Options));
+    return {3 * LayoutGap() + FrameWidth(Page.Details) + Right,
+            3 * LayoutGap() + std::max(ListHeight() + FrameHeight(Page.Details, FrameWidth(Page.Details)),
+                                       Tools + FrameHeight(Page.Add, Right))};
+}
+
+void PlaceListPage(Places& Out, const ListPage& Page, int Width, int Height) {
+    const int Gap = LayoutGap();
+    const int Right = RightWidth(Page, Width);
+    const int Left = Width - Right - 3 * Gap;
+    const int Inside = Height - 3 * Gap;
+    // Long reasons get some of a tall page.
+    const int Details = FrameHeight(Page.Details, Left);
+    const int Roomy = std::clamp(Inside * 2 / 5, Details, Details + 3 * Measure::LineHeight());
+    const int DetailsHeight = Page.Details == ID_Frame8 ? Roomy : Details;
+    Out.push_back({Page.List, {Gap, Gap, Left, Inside - DetailsHeight}});
+    PlaceFrame(Out, Page.Details, {Gap, Height - Gap - DetailsHeight, Left, DetailsHeight});
+
+    const int X = Left + 2 * Gap;
+    const int Options = FrameWidth(Page.Options);
+    const int Tools = FrameHeight(Page.Options, Options);
+    PlaceFrame(Out, Page.Options, {X, Gap, Options, Tools});
+    PlaceFrame(Out, Page.Search, {X + Options + Gap, Gap, Right - Options - Gap, Tools});
+    PlaceFrame(Out, Page.Add, {X, Tools + 2 * Gap, Right, FrameHeight(Page.Add, Right)});
+}
+
+Size SmallestSettingsPage(int Width) {
+    return {3 * LayoutGap() + FrameWidth(ID_Frame12) + FrameWidth(ID_Frame13),
+            3 * LayoutGap() + FrameHeight(ID_Frame5, Width - 2 * LayoutGap()) +
+                FrameHeight(ID_Frame12, Width)};
+}
+
+void PlaceSettingsPage(Places& Out, int Width) {
+    const int Gap = LayoutGap();
+    const int Wide = std::min(Width, std::max(Scaled(640), SmallestSettingsPage(Width).Width)) - 2 * Gap;
+    const int Top = FrameHeight(ID_Frame5, Wide);
+    const int Idle =
+        FrameWidth(ID_Frame12) + (Wide - Gap - FrameWidth(ID_Frame12) - FrameWidth(ID_Frame13)) / 2;
+    const int Below = FrameHeight(ID_Frame12, Idle);
+    PlaceFrame(Out, ID_Frame5, {Gap, Gap, Wide, Top});
+    PlaceFrame(Out, ID_Frame12, {Gap, Top + 2 * Gap, Idle, Below});
+    PlaceFrame(Out, ID_Frame13, {2 * Gap + Idle, Top + 2 * Gap, Wide - Gap - Idle, Below});
+}
+
+Size SmallestSlapsPage() {
+    return {2 * LayoutGap() + FrameWidth(ID_Frame11), 2 * LayoutGap() + FrameHeight(ID_Frame11, 0)};
+}
+
+Size Larger(const Size& A, const Size& B) {
+    return {std::max(A.Width, B.Width), std::max(A.Height, B.Height)};
+}
+
+// The page size that every page fits into; texts break into more lines on a narrow page.
+Size SmallestPage(int Width) {
+    const Size Lists = Larger(SmallestListPage(NamesPage), SmallestListPage(IpsPage));
+    const int Wide = std::max({Width, Lists.Width, SmallestSettingsPage(Width).Width});
+    return Larger(Lists, Larger(SmallestSettingsPage(Wide), SmallestSlapsPage()));
+}
+
+// What the tab control needs around a page.
+Size TabBorder() {
+    constexpr int Any = 1000;
+    const Rect Inside = Measure::TabInterior({0, 0, Any, Any});
+    return {Any - Inside.Width, Any - Inside.Height};
+}
+
+int LeastTabHeight(int Width) { return SmallestPage(Width - TabBorder().Width).Height + TabBorder().Height; }
+
+} // namespace
+
+Size SmallestLayout() {
+    const int Width = SmallestPage(0).Width + TabBorder().Width;
+    return {Width + 2 * LayoutGap(), FrameHeight(ID_Frame2, Width) + LeastTabHeight(Width) + 3 * LayoutGap()};
+}
+
+std::vector<Placed> LayOut(int Width, int Height) {
+    const Size Smallest = SmallestLayout();
+    const int Gap = LayoutGap();
+    const int Wide = std::max(Width, Smallest.Width) - 2 * Gap;
+    const int Tall = std::max(Height, Smallest.Height);
+    const int Tabs = std::max(LeastTabHeight(Wide), std::min(Tall * 2 / 5, Scaled(360)));
+    const int Players = Tall - Tabs - 3 * Gap;
+
+    Places Out;
+    PlaceFrame(Out, ID_Frame2, {Gap, Gap, Wide, Players});
+    const Rect Tab{Gap, Players + 2 * Gap, Wide, Tabs};
+    const Rect Page = Measure::TabInterior(Tab);
+    Out.push_back({ID_stMain, Tab});
+    for (const int Id : {ID_pageNames, ID_pageIps, ID_pageSettings, ID_pageSlaps}) Out.push_back({Id, Page});
+    PlaceListPage(Out, NamesPage, Page.Width, Page.Height);
+    PlaceListPage(Out, IpsPage, Page.Width, Page.Height);
+    PlaceSettingsPage(Out, Page.Width);
+    PlaceFrame(Out, ID_Frame11, {Gap, Gap, Page.Width - 2 * Gap, Page.Height - 2 * Gap});
+    return Out;
+}

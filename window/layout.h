@@ -1,0 +1,20 @@
+// Where each control lies, computed from the size of the window and the measures of its font.
+#pragma once
+
+#include <vector>
+
+#include "window/toolkit.h"
+
+struct Placed {
+    int Id;
+    Rect Where; // in the control's parent
+};
+
+struct Size {
+    int Width, Height;
+};
+// Below this size the layout stays as it is and the window has to scroll.
+Size SmallestLayout();
+
+// Every control's place; sizes below the smallest count as the smallest.
+std::vector<Placed> LayOut(int Width, int Height);

@@ -1,0 +1,187 @@
+#include "window/layout_frames.h"
+
+#include <algorithm>
+
+#include "window/controls.h"
+
+namespace {
+
+using Measure::LineHeight;
+using Measure::Scaled;
+using Measure::TextWidth;
+
+enum class Fit : unsigned char {
+    None,    // no cell
+    Natural, // as wide as its caption
+    Column,  // as wide as the widest such cell of its group box
+    Digits,  // room for a number
+    Fill,    // what the others leave
+};
+
+struct Cell {
+    int Id;
+    Fit Width;
+};
+
+constexpr int CellsInLine = 3;
+
+struct Line {
+    int Frame;
+    Cell Cells[CellsInLine];
+    bool Grows = false;
+};
+
+constexpr Line LineRows[] = {
+    {ID_Frame2, {{ID_mfg, Fit::Fill}}, true},
+    {ID_Frame2, {{ID_lblTeams, Fit::Fill}}},
+
+    {ID_Frame8, {{ID_lblNameCaption, Fit::Column}, {ID_lblName, Fit::Fill}}},
+    {ID_Frame8, {{ID_lblDateCaption, Fit::Column}, {ID_lblDate, Fit::Fill}}},
+    {ID_Frame8, {{ID_lblReasonCaption, Fit::Column}, {ID_lblReason, Fit::Fill}}, true},
+    {ID_Frame3, {{ID_cmdRemoveName, Fit::Natural}}},
+    {ID_Frame4, {{ID_txtSearch, Fit::Fill}, {ID_cmdSearchName, Fit::Natural}}},
+    {ID_Frame1, {{ID_lblBannedName, Fit::Column}, {ID_txtBannedName, Fit::Fill}}},
+    {ID_Frame1, {{ID_optBanned, Fit::Natural}}},
+    {ID_Frame1, {{ID_optBanned + 1, Fit::Natural}}},
+    {ID_Frame1, {{ID_lblBanReason, Fit::Column}, {ID_txtBanReason, Fit::Fill}}},
+    {ID_Frame1, {{ID_cmdAddName, Fit::Natural}}},
+
+    {ID_Frame9, {{ID_lblIpCaption, Fit::Column}, {ID_lblIp, Fit::Fill}}},
+    {ID_Frame9, {{ID_lblIpDateCaption, Fit::Column}, {ID_lblIpDate, Fit::Fill}}},
+    {ID_Frame6, {{ID_cmdRemoveIp, Fit::Natural}}},
+    {ID_Frame7, {{ID_txtSearchIp, Fit::Fill}, {ID_cmdSearchIp, Fit::Natural}}},
+    {ID_Frame10, {{ID_lblAddIp, Fit::Column}, {ID_txtAddIp, Fit::Fill}}},
+    {ID_Frame10, {{ID_lblIpHint, Fit::Fill}}},
+    {ID_Frame10, {{ID_cmdAddIp, Fit::Natural}}},
+
+    {ID_Frame5, {{ID_optMethod, Fit::Natural}}},
+    {ID_Frame5, {{ID_lblMethod, Fit::Fill}}},
+    {ID_Frame5, {{ID_optMethod + 1, Fit::Natural}}},
+    {ID_Frame5, {{ID_lblMethod + 1, Fit::Fill}}},
+    {ID_Frame12, {{ID_chkIdlePunt, Fit::Natural}}},
+    {ID_Frame12, {{ID_lblIdleMax, Fit::Natural}, {ID_txtIdleMax, Fit::Digits}, {ID_lblMins, Fit::Natural}}},
+    {ID_Frame13, {{ID_chkRefresh, Fit::Natural}}},
+    {ID_Frame13, {{ID_txtRefreshInterval, Fit::Digits}, {ID_lblSecs, Fit::Natural}}},
+
+    {ID_Frame11, {{ID_lstSlaps, Fit::Fill}}, true},
+    {ID_Frame11, {{ID_txtSlap, Fit::Fill}}},
+    {ID_Frame11,
+     {{ID_cmdSlapAdd, Fit::Natural}, {ID_cmdSlapEdit, Fit::Natural}, {ID_cmdSlapDelete, Fit::Natural}}},
+};
+
+int CellGap() { return Scaled(5); }
+int Side() { return Scaled(8); }
+int Bottom() { return Scaled(7); }
+int Top(int Frame) { return *RowOf(Frame).Caption != 0 ? LineHeight() + Scaled(3) : Scaled(10); }
+
+int NaturalWidth(const ControlRow& Row) {
+    const int Text = TextWidth(Row.Caption);
+    if (Row.What == Kind::Push) return std::max(Text + Scaled(18), Scaled(70));
+    return Row.What == Kind::Caption ? Text : Text + Scaled(22); // the rest have a mark before the text
+}
+
+int LeastFill(const ControlRow& Row) {
+    if (Row.What == Kind::Value) return TextWidth(L"2004-07-09 19:05:03");
+    return Row.What == Kind::Text ? Scaled(56) : Scaled(150);
+}
+
+int ColumnWidth(int Frame) {
+    int Widest = 0;
+    for (const Line& Each : LineRows)
+        for (const Cell& In : Each.Cells)
+            if (Each.Frame == Frame && In.Width == Fit::Column)
+                Widest = std::max(Widest, NaturalWidth(RowOf(In.Id)));
+    return Widest;
+}
+
+// The least width of a cell.
+int CellWidth(const Cell& In, int Frame) {
+    switch (In.Width) {
+    case Fit::Natural: return NaturalWidth(RowOf(In.Id));
+    case Fit::Column: return ColumnWidth(Frame);
+    case Fit::Digits: return TextWidth(L"00000") + Scaled(12);
+    case Fit::Fill: return LeastFill(RowOf(In.Id));
+    case Fit::None: break;
+    }
+    return 0;
+}
+
+int LineWidth(const Line& Of) {
+    int Width = -CellGap();
+    for (const Cell& In : Of.Cells)
+        if (In.Width != Fit::None) Width += CellWidth(In, Of.Frame) + CellGap();
+    return Width;
+}
+
+int CellHeight(const Cell& In, int Width) {
+    const ControlRow& Row = RowOf(In.Id);
+    switch (Row.What) {
+    case Kind::Text: return LineHeight() + Scaled(8);
+    case Kind::Push: return LineHeight() + Scaled(10);
+    case Kind::Option:
+    case Kind::OptionStart:
+    case Kind::Check: return std::max(LineHeight(), Scaled(13)) + Scaled(2);
+    case Kind::List:
+    case Kind::Grid: return ListHeight();
+    case Kind::Caption: return Measure::TextHeight(Row.Caption, Width);
+    default: return LineHeight();
+    }
+}
+
+// The cells' rectangles within a line of this width.
+std::vector<Placed> CellsOf(const Line& Of, int Width) {
+    std::vector<Placed> Cells;
+    const int Spare = std::max(0, Width - LineWidth(Of));
+    int X = 0;
+    for (const Cell& In : Of.Cells) {
+        if (In.Width == Fit::None) continue;
+        const int Wide = CellWidth(In, Of.Frame) + (In.Width == Fit::Fill ? Spare : 0);
+        Cells.push_back({In.Id, {X, 0, Wide, CellHeight(In, Wide)}});
+        X += Wide + CellGap();
+    }
+    return Cells;
+}
+
+int LineHeightOf(const std::vector<Placed>& Cells) {
+    int Tallest = 0;
+    for (const Placed& Each : Cells) Tallest = std::max(Tallest, Each.Where.Height);
+    return Tallest;
+}
+
+} // namespace
+
+int LayoutGap() { return Scaled(5); }
+
+int ListHeight() { return 4 * (LineHeight() + Scaled(4)); }
+
+int FrameWidth(int Frame) {
+    int Widest = TextWidth(RowOf(Frame).Caption) + Scaled(8);
+    for (const Line& Each : LineRows)
+        if (Each.Frame == Frame) Widest = std::max(Widest, LineWidth(Each));
+    return Widest + 2 * Side();
+}
+
+int FrameHeight(int Frame, int Width) {
+    int Height = Top(Frame) + Bottom() - Scaled(4);
+    for (const Line& Each : LineRows)
+        if (Each.Frame == Frame) Height += LineHeightOf(CellsOf(Each, Width - 2 * Side())) + Scaled(4);
+    return Height;
+}
+
+void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Where) {
+    Out.push_back({Frame, Where});
+    const int Spare = std::max(0, Where.Height - FrameHeight(Frame, Where.Width));
+    int Y = Where.Y + Top(Frame);
+    for (const Line& Each : LineRows) {
+        if (Each.Frame != Frame) continue;
+        const std::vector<Placed> Cells = CellsOf(Each, Where.Width - 2 * Side());
+        const int Tall = LineHeightOf(Cells);
+        for (Placed In : Cells) {
+            In.Where.X += Where.X + Side();
+            In.Where.Y = Y + (Tall - In.Where.Height) / 2;
+            if (Each.Grows) In.Where.Height += Spare;
+            Out.push_back(In);
+        }
+        Y += Tall + Scaled(4) + (Each.Grows ? Spare : 0);
+    }
+}

@@ -1,0 +1,16 @@
+// The inside of the group boxes: lines of controls, one table for all. Sizes are pixels.
+#pragma once
+
+#include <vector>
+
+#include "window/layout.h"
+
+// The distance between group boxes, and of everything to the border.
+int LayoutGap();
+
+int FrameWidth(int Frame); // the least that shows everything
+int FrameHeight(int Frame, int Width);
+// Appends the group box and its controls; the line that can grow takes the height that is left over.
+void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Where);
+// The least height of a list or grid.
+int ListHeight();

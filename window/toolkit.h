@@ -1,0 +1,133 @@
+// The controls as the handlers see them: small handles on an identifier of window/ids.h. window/win32/ puts
+// them on the system's own controls; the tests keep them in memory.
+//
+// While the window is not there every operation does nothing and every question is answered with nothing: a
+// box that a handler shows may outlive the window. What a handler sets raises no event. Indexes and rows
+// count from 0.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "host/failure.h"
+#include "host/text.h"
+
+struct Label {
+    int Id;
+    std::wstring Text() const;
+    void SetText(TextView Text) const;
+};
+
+struct TextBox {
+    int Id;
+    std::wstring Text() const;
+    void SetText(TextView Text) const;
+};
+
+struct Button {
+    int Id;
+    bool Enabled() const;
+    void Enable(bool On) const;
+};
+
+struct CheckBox {
+    int Id;
+    bool Checked() const;
+    void Check(bool On) const;
+};
+
+// Option buttons with consecutive identifiers, of which one is chosen.
+struct OptionGroup {
+    int Id;
+    int Size;
+    int Chosen() const; // -1 for none
+    void Choose(int Index) const;
+};
+
+struct ListBox {
+    int Id;
+    int Count() const;
+    std::wstring Item(int Index) const; // empty past the end
+    int Add(TextView Text) const;       // answers the item's index
+    void Replace(int Index, TextView Text) const;
+    void Remove(int Index) const;
+    void Fill(const Lines& Items) const; // instead of all items, painted once
+    int Selected() const;                // -1 for none
+    void Select(int Index) const;        // -1 for none
+    void ShowAtTop(int Index) const;
+    std::intptr_t ItemData(int Index) const;
+    void SetItemData(int Index, std::intptr_t Data) const;
+    // The first item that begins with the text, without regard to case; -1 for none.
+    int FindPrefix(TextView Text) const;
+};
+
+// A table with one fixed header row above the rows.
+struct Grid {
+    int Id;
+    void SetColumns(std::span<const wchar_t* const> Captions) const;
+    void SetRowCount(int Count) const; // new rows are empty and of no team
+    void SetCell(int Row, int Column, TextView Text) const;
+    void SetTeam(int Row, int Team) const; // colours the row: 1 light blue, 2 light red
+    void Select(int Row) const;            // -1 for none
+    void ShowSort(int Column, bool Ascending) const;
+};
+
+struct TabControl {
+    int Id;
+    void Turn(int Page) const;
+};
+
+struct Timer {
+    int Id;
+    bool Start(Long Milliseconds) const; // or gives it a new interval; false when the system has none left
+    void Stop() const;
+};
+
+// Shows the hourglass pointer while it lives.
+class Hourglass {
+public:
+    Hourglass() noexcept;
+    ~Hourglass();
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+private:
+    std::intptr_t Previous;
+};
+
+struct MenuEntry {
+    int Id;
+    bool IsSeparator;
+    std::wstring Caption;
+    std::vector<MenuEntry> Items; // not empty: a sub-menu
+};
+// Pops a menu up where the mouse or the keyboard asked for it. Answers the chosen entry, 0 for none.
+int PopUpMenu(const std::vector<MenuEntry>& Entries);
+
+// --- What the layout measures, in pixels.
+
+struct Rect {
+    int X = 0, Y = 0, Width = 0, Height = 0;
+};
+
+namespace Measure {
+int Scaled(int Pixels96); // pixels at 96 dpi
+int LineHeight();
+int TextWidth(TextView Text);
+int TextHeight(TextView Text, int Width); // broken into lines at the width
+Rect TabInterior(const Rect& Outer);
+} // namespace Measure
+
+// --- The window as a whole.
+
+namespace Frame {
+void Create(Place Where = Place::current()); // hidden, with all controls; error 7 when the system refuses
+bool Exists();
+void Destroy();
+void Move(Long X, Long Y, Long Width, Long Height);
+void SetParent(std::intptr_t Host, Place Where = Place::current()); // error 5 for no window
+void Show(bool On);
+Long TwipsPerPixelX();
+Long TwipsPerPixelY();
+} // namespace Frame

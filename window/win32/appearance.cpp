@@ -1,0 +1,94 @@
+#include "host/win32/module.h"
+#include "window/win32/native.h"
+
+namespace Native {
+
+namespace {
+
+constexpr WORD ManifestResource = 2;
+
+HANDLE Styles = INVALID_HANDLE_VALUE; // the activation context of our own manifest
+HMODULE CommonControls = nullptr;
+HFONT MessageFont = nullptr;
+int Dpi = 96;
+
+void LoadCommonControls() noexcept {
+    const StyledCreation Active;
+    CommonControls = LoadLibraryW(L"comctl32.dll");
+    if (CommonControls == nullptr) return;
+    using Initialise = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
+    const auto Call = reinterpret_cast<Initialise>(
+        reinterpret_cast<void*>(GetProcAddress(CommonControls, "InitCommonControlsEx")));
+    const INITCOMMONCONTROLSEX Wanted{sizeof Wanted,
+                                      ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES | ICC_STANDARD_CLASSES};
+    if (Call != nullptr) Call(&Wanted);
+}
+
+int SystemDpi() noexcept {
+    const HDC Screen = GetDC(nullptr);
+    const int Found = GetDeviceCaps(Screen, LOGPIXELSY);
+    ReleaseDC(nullptr, Screen);
+    return Found > 0 ? Found : 96;
+}
+
+// A host that scales each screen by itself has windows of another scale than the system's.
+int DpiOf(HWND Window) noexcept {
+    using Ask = UINT(WINAPI*)(HWND);
+    const auto Call = reinterpret_cast<Ask>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow")));
+    const UINT Found = Call != nullptr ? Call(Window) : 0;
+    return Found != 0 ? static_cast<int>(Found) : SystemDpi();
+}
+
+HFONT CreateMessageFont(int WindowDpi) noexcept {
+    NONCLIENTMETRICSW Metrics{};
+    Metrics.cbSize = sizeof Metrics;
+    if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof Metrics, &Metrics, 0)) return nullptr;
+    Metrics.lfMessageFont.lfHeight = MulDiv(Metrics.lfMessageFont.lfHeight, WindowDpi, SystemDpi());
+    return CreateFontIndirectW(&Metrics.lfMessageFont);
+}
+
+} // namespace
+
+StyledCreation::StyledCreation() noexcept
+    : Active(Styles != INVALID_HANDLE_VALUE && ActivateActCtx(Styles, &Cookie)) {}
+
+StyledCreation::~StyledCreation() {
+    if (Active) DeactivateActCtx(0, Cookie);
+}
+
+void LoadAppearance() noexcept {
+    ACTCTXW Manifest{};
+    Manifest.cbSize = sizeof Manifest;
+    Manifest.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID | ACTCTX_FLAG_HMODULE_VALID;
+    Manifest.hModule = Module::Instance();
+    Manifest.lpResourceName = MAKEINTRESOURCEW(ManifestResource);
+    Styles = CreateActCtxW(&Manifest);
+    LoadCommonControls();
+}
+
+void UnloadAppearance() noexcept {
+    if (MessageFont != nullptr) DeleteObject(MessageFont);
+    MessageFont = nullptr;
+    if (CommonControls != nullptr) FreeLibrary(CommonControls);
+    CommonControls = nullptr;
+    if (Styles != INVALID_HANDLE_VALUE) ReleaseActCtx(Styles);
+    Styles = INVALID_HANDLE_VALUE;
+}
+
+void ApplyFont(HWND Frame) noexcept {
+    Dpi = DpiOf(Frame);
+    const HFONT Old = MessageFont;
+    MessageFont = CreateMessageFont(Dpi);
+    for (const ControlRow& Row : Controls())
+        Send(Row.Id, WM_SETFONT, reinterpret_cast<WPARAM>(Font()), FALSE);
+    if (Old != nullptr) DeleteObject(Old);
+}
+
+HFONT Font() noexcept {
+    return MessageFont != nullptr ? MessageFont : static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
+}
+
+int DotsPerInch() noexcept { return Dpi; }
+
+} // namespace Native

@@ -1,0 +1,72 @@
+// Labels, boxes, buttons, the tab control, timers and the pointer on the system's own.
+#include "window/win32/native.h"
+
+using Native::Send;
+
+namespace {
+
+std::wstring WindowText(int Id) {
+    const HWND Window = Native::WindowOf(Id);
+    if (Window == nullptr) return {};
+    std::wstring Text(static_cast<std::size_t>(GetWindowTextLengthW(Window)) + 1, L'\0');
+    Text.resize(static_cast<std::size_t>(GetWindowTextW(Window, Text.data(), static_cast<int>(Text.size()))));
+    return Text;
+}
+
+void SetWindowTextOf(int Id, TextView Text) {
+    if (WindowText(Id) == Text) return; // nothing to repaint
+    const Native::Quiet Setting;
+    Send(Id, WM_SETTEXT, 0, std::wstring(Text).c_str());
+}
+
+} // namespace
+
+std::wstring Label::Text() const { return WindowText(Id); }
+void Label::SetText(TextView Text) const { SetWindowTextOf(Id, Text); }
+
+std::wstring TextBox::Text() const { return WindowText(Id); }
+void TextBox::SetText(TextView Text) const { SetWindowTextOf(Id, Text); }
+
+bool Button::Enabled() const { return IsWindowEnabled(Native::WindowOf(Id)) != FALSE; }
+
+void Button::Enable(bool On) const {
+    const HWND Window = Native::WindowOf(Id);
+    // A disabled control that keeps the focus swallows every key.
+    if (!On && Window != nullptr && GetFocus() == Window)
+        SetFocus(GetNextDlgTabItem(Native::FrameWindow(), Window, TRUE));
+    EnableWindow(Window, On);
+}
+
+bool CheckBox::Checked() const { return Send(Id, BM_GETCHECK) == BST_CHECKED; }
+void CheckBox::Check(bool On) const { Send(Id, BM_SETCHECK, On ? BST_CHECKED : BST_UNCHECKED); }
+
+int OptionGroup::Chosen() const {
+    for (int Index = 0; Index < Size; ++Index)
+        if (Send(Id + Index, BM_GETCHECK) == BST_CHECKED) return Index;
+    return -1;
+}
+
+void OptionGroup::Choose(int Chosen) const {
+    for (int Index = 0; Index < Size; ++Index)
+        Send(Id + Index, BM_SETCHECK, Index == Chosen ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void TabControl::Turn(int Page) const {
+    Send(Id, TCM_SETCURSEL, static_cast<WPARAM>(Page));
+    Native::ShowPage(Page);
+}
+
+bool Timer::Start(Long Milliseconds) const {
+    const HWND Frame = Native::FrameWindow();
+    return Frame != nullptr &&
+           SetTimer(Frame, static_cast<UINT_PTR>(Id), static_cast<UINT>(Milliseconds), nullptr) != 0;
+}
+
+void Timer::Stop() const {
+    if (const HWND Frame = Native::FrameWindow()) KillTimer(Frame, static_cast<UINT_PTR>(Id));
+}
+
+Hourglass::Hourglass() noexcept
+    : Previous(reinterpret_cast<std::intptr_t>(SetCursor(LoadCursorW(nullptr, IDC_WAIT)))) {}
+
+Hourglass::~Hourglass() { SetCursor(reinterpret_cast<HCURSOR>(Previous)); }

@@ -1,0 +1,148 @@
+#include "window/win32/native.h"
+
+#include "host/win32/boxes.h"
+#include "host/win32/module.h"
+#include "window/events.h"
+
+namespace {
+
+constexpr const wchar_t* FrameClass = L"frmVNT";
+constexpr UINT DpiChangedAfterParent = 0x02E3; // newer than the headers' target
+
+HWND TheFrame = nullptr;
+bool IsPrepared = false; // class, look and lock are there
+RECT Wanted{};           // as last asked for by Move
+
+void ForgetEverything() noexcept {
+    TheFrame = nullptr;
+    Native::StopKeyboard();
+    Platform::SetOwner(0);
+    Native::ForgetControls();
+    Native::ForgetScrolling();
+    Native::ForgetPageBackground();
+    FrameGone();
+}
+
+void Restyle(HWND Window) noexcept {
+    Native::ApplyFont(Window);
+    Native::ApplyLayout();
+}
+
+LRESULT CALLBACK FrameProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) noexcept {
+    switch (Message) {
+    case WM_SIZE: Native::ApplyLayout(); return 0;
+    case WM_COMMAND: Native::OnCommand(W, L); return 0;
+    case WM_NOTIFY: return Native::OnNotify(reinterpret_cast<const NMHDR*>(L));
+    case WM_CONTEXTMENU: Native::OnContextMenu(reinterpret_cast<HWND>(W), L); return 0;
+    case WM_TIMER: RaiseTimer(static_cast<int>(W)); return 0;
+    case WM_HSCROLL: Native::Scroll(SB_HORZ, W); return 0;
+    case WM_VSCROLL: Native::Scroll(SB_VERT, W); return 0;
+    case WM_SETFOCUS: SetFocus(Native::WindowOf(ID_mfg)); return 0;
+    case WM_THEMECHANGED:
+    case WM_SYSCOLORCHANGE: Native::ForgetPageBackground(); break;
+    case DpiChangedAfterParent: Restyle(Window); return 0;
+    case WM_NCDESTROY:
+        // At our wish, or because the host's window goes with everything in it.
+        if (Window == TheFrame) ForgetEverything();
+        break;
+    default: break;
+    }
+    return DefWindowProcW(Window, Message, W, L);
+}
+
+bool RegisterFrameClass() noexcept {
+    WNDCLASSEXW Class{};
+    Class.cbSize = sizeof Class;
+    Class.lpfnWndProc = FrameProcedure;
+    Class.hInstance = Module::Instance();
+    Class.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    Class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_3DFACE + 1);
+    Class.lpszClassName = FrameClass;
+    return RegisterClassExW(&Class) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+}
+
+void Prepare() {
+    if (IsPrepared) return;
+    if (!RegisterFrameClass() || !Native::RegisterPageClass())
+        Fail(ErrorNumber::OutOfMemory, L"The window class could not be registered.");
+    Native::LoadAppearance();
+    Module::AddLock(); // the window procedures must outlive the window
+    IsPrepared = true;
+}
+
+void Unprepare() noexcept {
+    if (!IsPrepared) return;
+    IsPrepared = false;
+    Native::UnloadAppearance();
+    Native::UnregisterPageClass();
+    UnregisterClassW(FrameClass, Module::Instance());
+    Module::RemoveLock();
+}
+
+} // namespace
+
+HWND Native::FrameWindow() noexcept { return TheFrame; }
+
+namespace Frame {
+
+void Create(Place Where) {
+    Prepare();
+    try {
+        const Native::StyledCreation Styled;
+        // A hidden pop-up window until the host's window takes it in.
+        TheFrame = CreateWindowExW(WS_EX_CONTROLPARENT, FrameClass, L"Vantor", WS_POPUP | WS_CLIPSIBLINGS, 0,
+                                   0, 0, 0, nullptr, nullptr, Module::Instance(), nullptr);
+        if (TheFrame == nullptr) Fail(ErrorNumber::OutOfMemory, L"The window could not be created.", Where);
+        Native::BuildControls(TheFrame);
+    } catch (...) {
+        Destroy();
+        throw;
+    }
+    Native::ApplyFont(TheFrame);
+    Native::ApplyLayout();
+    Native::ShowPage(0);
+    Native::StartKeyboard();
+    Platform::SetOwner(reinterpret_cast<std::intptr_t>(TheFrame));
+}
+
+bool Exists() { return TheFrame != nullptr; }
+
+void Destroy() {
+    if (TheFrame != nullptr) DestroyWindow(TheFrame);
+    Unprepare();
+}
+
+void Move(Long X, Long Y, Long Width, Long Height) {
+    Wanted = {X, Y, X + Width, Y + Height};
+    MoveWindow(TheFrame, X, Y, Width, Height, TRUE);
+}
+
+void SetParent(std::intptr_t Host, Place Where) {
+    const auto Window = reinterpret_cast<HWND>(Host);
+    if (TheFrame == nullptr || !IsWindow(Window)) Fail(ErrorNumber::InvalidCall, {}, Where);
+    SetWindowLongPtrW(TheFrame, GWL_STYLE, (GetWindowLongPtrW(TheFrame, GWL_STYLE) & ~WS_POPUP) | WS_CHILD);
+    if (::SetParent(TheFrame, Window) == nullptr) Fail(ErrorNumber::InvalidCall, {}, Where);
+    // The place counts from the new parent.
+    MoveWindow(TheFrame, Wanted.left, Wanted.top, Wanted.right - Wanted.left, Wanted.bottom - Wanted.top,
+               TRUE);
+}
+
+void Show(bool On) { ShowWindow(TheFrame, On ? SW_SHOWNA : SW_HIDE); }
+
+namespace {
+
+constexpr Long TwipsPerInch = 1440;
+
+Long TwipsPerPixel(int Direction) noexcept {
+    const HDC Screen = GetDC(nullptr);
+    const int PixelsPerInch = GetDeviceCaps(Screen, Direction);
+    ReleaseDC(nullptr, Screen);
+    return PixelsPerInch > 0 && PixelsPerInch <= TwipsPerInch ? TwipsPerInch / PixelsPerInch : 15;
+}
+
+} // namespace
+
+Long TwipsPerPixelX() { return TwipsPerPixel(LOGPIXELSX); }
+Long TwipsPerPixelY() { return TwipsPerPixel(LOGPIXELSY); }
+
+} // namespace Frame

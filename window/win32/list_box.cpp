@@ -1,0 +1,90 @@
+#include <algorithm>
+
+#include "window/win32/native.h"
+
+using Native::Send;
+
+namespace {
+
+// The list scrolls sideways as far as its longest item.
+void Widen(int Id, int Width) {
+    if (Width > Send(Id, LB_GETHORIZONTALEXTENT))
+        Send(Id, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(Width));
+}
+
+int WidthOf(TextView Item) { return Measure::TextWidth(Item) + Measure::Scaled(6); }
+
+void Paint(int Id, bool On) {
+    Send(Id, WM_SETREDRAW, On);
+    if (On) InvalidateRect(Native::WindowOf(Id), nullptr, TRUE);
+}
+
+} // namespace
+
+int ListBox::Count() const { return static_cast<int>(Send(Id, LB_GETCOUNT)); }
+
+std::wstring ListBox::Item(int Index) const {
+    const LRESULT Length = Index < 0 ? LB_ERR : Send(Id, LB_GETTEXTLEN, static_cast<WPARAM>(Index));
+    if (Length <= 0) return {};
+    std::wstring Text(static_cast<std::size_t>(Length) + 1, L'\0');
+    const LRESULT Got = Send(Id, LB_GETTEXT, static_cast<WPARAM>(Index), Text.data());
+    Text.resize(Got > 0 ? static_cast<std::size_t>(Got) : 0);
+    return Text;
+}
+
+int ListBox::Add(TextView Text) const {
+    Widen(Id, WidthOf(Text));
+    return static_cast<int>(Send(Id, LB_ADDSTRING, 0, std::wstring(Text).c_str()));
+}
+
+void ListBox::Replace(int Index, TextView Text) const {
+    const LRESULT Data = ItemData(Index);
+    const int Chosen = Selected();
+    Paint(Id, false);
+    Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Index));
+    Send(Id, LB_INSERTSTRING, static_cast<WPARAM>(Index), std::wstring(Text).c_str());
+    SetItemData(Index, Data);
+    if (Chosen == Index) Select(Index);
+    Widen(Id, WidthOf(Text));
+    Paint(Id, true);
+}
+
+void ListBox::Remove(int Index) const {
+    if (Index >= 0) Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Index));
+}
+
+void ListBox::Fill(const Lines& Items) const {
+    Paint(Id, false);
+    Send(Id, LB_RESETCONTENT);
+    Send(Id, LB_INITSTORAGE, Items.size(), 0);
+    int Widest = 0;
+    for (const std::wstring& Each : Items) {
+        Widest = std::max(Widest, WidthOf(Each));
+        Send(Id, LB_ADDSTRING, 0, Each.c_str());
+    }
+    Send(Id, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(Widest));
+    Paint(Id, true);
+}
+
+int ListBox::Selected() const {
+    return Native::WindowOf(Id) != nullptr ? static_cast<int>(Send(Id, LB_GETCURSEL)) : -1;
+}
+
+void ListBox::Select(int Index) const { Send(Id, LB_SETCURSEL, static_cast<WPARAM>(Index)); }
+
+void ListBox::ShowAtTop(int Index) const { Send(Id, LB_SETTOPINDEX, static_cast<WPARAM>(Index)); }
+
+std::intptr_t ListBox::ItemData(int Index) const {
+    return Send(Id, LB_GETITEMDATA, static_cast<WPARAM>(Index));
+}
+
+void ListBox::SetItemData(int Index, std::intptr_t Data) const {
+    if (Index >= 0) Send(Id, LB_SETITEMDATA, static_cast<WPARAM>(Index), Data);
+}
+
+int ListBox::FindPrefix(TextView Text) const {
+    constexpr WPARAM FromTheTop = static_cast<WPARAM>(-1);
+    return Native::WindowOf(Id) != nullptr
+               ? static_cast<int>(Send(Id, LB_FINDSTRING, FromTheTop, std::wstring(Text).c_str()))
+               : -1;
+}

@@ -1,0 +1,102 @@
+// What the files of this folder share: the windows behind the identifiers, and the look.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "host/text.h"
+#include "window/controls.h"
+
+namespace Native {
+
+// --- The windows; null while the frame is not there.
+
+HWND FrameWindow() noexcept;
+HWND WindowOf(int Id) noexcept;
+// The identifier of one of our controls; 0 for any other window.
+int IdOf(HWND Window) noexcept;
+
+template <class T> LRESULT Send(int Id, UINT Message, WPARAM W, T L) noexcept {
+    const HWND Window = WindowOf(Id);
+    return Window != nullptr ? SendMessageW(Window, Message, W, (LPARAM)L) : 0;
+}
+inline LRESULT Send(int Id, UINT Message, WPARAM W = 0) noexcept { return Send<LPARAM>(Id, Message, W, 0); }
+
+// The controls of the table, as children of the frame and of the pages.
+void BuildControls(HWND Frame);
+void ForgetControls() noexcept;
+
+// While one lives, what the controls report is our own doing and no event.
+class Quiet {
+public:
+    Quiet() noexcept;
+    ~Quiet();
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+    static bool Now() noexcept;
+};
+
+// --- The look (appearance.cpp): visual styles where the system has them, the message font at the window's
+// scale.
+
+void LoadAppearance() noexcept;
+void UnloadAppearance() noexcept;
+// Takes the font of the frame's scale and gives it to every control.
+void ApplyFont(HWND Frame) noexcept;
+HFONT Font() noexcept;
+int DotsPerInch() noexcept;
+
+// Windows created while one lives get the styled controls.
+class StyledCreation {
+public:
+    StyledCreation() noexcept;
+    ~StyledCreation();
+    StyledCreation(const StyledCreation&) = delete;
+    StyledCreation& operator=(const StyledCreation&) = delete;
+
+private:
+    ULONG_PTR Cookie = 0;
+    bool Active = false;
+};
+
+// --- Pages (page.cpp): they look like the inside of the tab control.
+
+bool RegisterPageClass() noexcept;
+void UnregisterPageClass() noexcept;
+inline constexpr const wchar_t* PageClass = L"frmVNT.Page";
+void ShowPage(int Page) noexcept;
+// After a change of size or look.
+void ForgetPageBackground() noexcept;
+
+// --- Layout and scrolling (scrolling.cpp).
+
+void ApplyLayout() noexcept;
+void Scroll(int Bar, WPARAM Request) noexcept;
+// Brings a control of the frame or of a page into sight.
+void ScrollTo(HWND Control) noexcept;
+void ForgetScrolling() noexcept;
+
+// --- Messages of the frame and its pages (messages.cpp).
+
+void OnCommand(WPARAM W, LPARAM L) noexcept;
+LRESULT OnNotify(const NMHDR* Header) noexcept;
+void OnContextMenu(HWND Asked, LPARAM Position) noexcept;
+
+// --- The grid (grid.cpp).
+
+LRESULT OnGridNotify(const NMHDR* Header) noexcept;
+// The row (in the sense of mfg_MouseDown) under a point of the screen.
+int GridRowAt(POINT Screen) noexcept;
+RECT GridRowRect(int Row) noexcept; // on the screen
+void FitGridColumns() noexcept;
+
+// --- Keyboard (keyboard.cpp): Tab and Enter work although the message loop is the host's.
+
+void StartKeyboard() noexcept;
+void StopKeyboard() noexcept;
+
+// Where the next pop-up menu appears, on the screen.
+void SetMenuPoint(POINT Screen) noexcept;
+
+} // namespace Native

@@ -1,0 +1,103 @@
+#include <windows.h>
+
+#include <uxtheme.h>
+#include <vssym32.h>
+
+#include <algorithm>
+
+#include "host/win32/module.h"
+#include "window/win32/native.h"
+
+namespace Native {
+
+namespace {
+
+// What a page looks like, drawn once for its size: the inside of a tab may be a picture.
+HBITMAP Background = nullptr;
+HBRUSH BackgroundBrush = nullptr;
+
+void Draw(HDC Context, const RECT& Area) noexcept {
+    FillRect(Context, &Area, GetSysColorBrush(COLOR_3DFACE));
+    const HTHEME Theme = OpenThemeData(WindowOf(ID_stMain), L"TAB");
+    if (Theme == nullptr) return;
+    DrawThemeBackground(Theme, Context, TABP_BODY, 0, &Area, nullptr);
+    CloseThemeData(Theme);
+}
+
+void MakeBackground(HWND Page) noexcept {
+    if (Background != nullptr) return;
+    RECT Area{};
+    GetClientRect(Page, &Area);
+    const HDC Screen = GetDC(Page);
+    const HDC Context = CreateCompatibleDC(Screen);
+    Background = CreateCompatibleBitmap(Screen, std::max<int>(Area.right, 1), std::max<int>(Area.bottom, 1));
+    const HGDIOBJ Before = SelectObject(Context, Background);
+    Draw(Context, Area);
+    SelectObject(Context, Before);
+    DeleteDC(Context);
+    ReleaseDC(Page, Screen);
+    BackgroundBrush = CreatePatternBrush(Background);
+}
+
+void Erase(HWND Page, HDC Context) noexcept {
+    MakeBackground(Page);
+    RECT Area{};
+    GetClientRect(Page, &Area);
+    const HDC From = CreateCompatibleDC(Context);
+    const HGDIOBJ Before = SelectObject(From, Background);
+    BitBlt(Context, 0, 0, Area.right, Area.bottom, From, 0, 0, SRCCOPY);
+    SelectObject(From, Before);
+    DeleteDC(From);
+}
+
+// The brush that continues the page's background behind a control's text.
+LRESULT BrushBehind(HWND Page, HDC Context, HWND Control) noexcept {
+    MakeBackground(Page);
+    POINT Corner{};
+    MapWindowPoints(Control, Page, &Corner, 1);
+    SetBrushOrgEx(Context, -Corner.x, -Corner.y, nullptr);
+    SetBkMode(Context, TRANSPARENT);
+    return reinterpret_cast<LRESULT>(BackgroundBrush);
+}
+
+LRESULT CALLBACK PageProcedure(HWND Page, UINT Message, WPARAM W, LPARAM L) noexcept {
+    switch (Message) {
+    case WM_COMMAND: OnCommand(W, L); return 0;
+    case WM_NOTIFY: return OnNotify(reinterpret_cast<const NMHDR*>(L));
+    case WM_CONTEXTMENU: OnContextMenu(reinterpret_cast<HWND>(W), L); return 0;
+    case WM_ERASEBKGND: Erase(Page, reinterpret_cast<HDC>(W)); return 1;
+    case WM_PRINTCLIENT: Erase(Page, reinterpret_cast<HDC>(W)); return 0;
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN: return BrushBehind(Page, reinterpret_cast<HDC>(W), reinterpret_cast<HWND>(L));
+    default: return DefWindowProcW(Page, Message, W, L);
+    }
+}
+
+} // namespace
+
+bool RegisterPageClass() noexcept {
+    WNDCLASSEXW Class{};
+    Class.cbSize = sizeof Class;
+    Class.lpfnWndProc = PageProcedure;
+    Class.hInstance = Module::Instance();
+    Class.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    Class.lpszClassName = PageClass;
+    return RegisterClassExW(&Class) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+}
+
+void UnregisterPageClass() noexcept { UnregisterClassW(PageClass, Module::Instance()); }
+
+void ShowPage(int Page) noexcept {
+    int Number = 0;
+    for (const ControlRow& Row : Controls())
+        if (Row.What == Kind::Page) ShowWindow(WindowOf(Row.Id), Number++ == Page ? SW_SHOWNA : SW_HIDE);
+}
+
+void ForgetPageBackground() noexcept {
+    if (BackgroundBrush != nullptr) DeleteObject(BackgroundBrush);
+    if (Background != nullptr) DeleteObject(Background);
+    BackgroundBrush = nullptr;
+    Background = nullptr;
+}
+
+} // namespace Native
