@@ -1,0 +1,397 @@
+#include "tests/fakes/fake_toolkit.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "window/events.h"
+#include "window/handlers.h"
+
+namespace FakeWindow {
+
+std::vector<int> MenuChoices;
+std::function<void()> WhileMenuIsOpen;
+int TimersLeft;
+std::intptr_t KnownHostWindow;
+int PixelsPerInch;
+
+namespace {
+
+struct Item {
+    std::wstring Text;
+    std::intptr_t Data = 0;
+};
+
+struct State {
+    std::wstring Text;
+    bool On = false;
+    bool Enabled = true;
+    std::vector<Item> Items;
+    int Selected = -1;
+    int Top = 0;
+};
+
+struct Row {
+    std::map<int, std::wstring> Cells;
+    int Team = 0;
+};
+
+struct Window {
+    std::map<int, State> States;
+    std::vector<Row> GridRows;
+    std::size_t Columns = 0;
+    int GridSelected = -1;
+    std::wstring Sorted;
+    std::map<int, Long> Timers;
+    bool Shown = false;
+    std::intptr_t Host = 0;
+    int ShownPage = -1;
+};
+std::optional<Window> Now;
+
+Lines Menu;
+long Writes, Turns, Turned;
+
+// Nothing that a trap could take for the plug-in's own failure.
+[[noreturn]] void Impossible(const char* What, int Id) {
+    std::fprintf(stderr, "FakeWindow: %s %d\n", What, Id);
+    std::abort();
+}
+
+State& At(int Id) {
+    if (!Now) Impossible("no window for control", Id);
+    return Now->States[Id];
+}
+
+// A control that can be used: on the page that is turned up, and enabled.
+State& Usable(int Id) {
+    State& Found = At(Id);
+    if (!Found.Enabled) Impossible("disabled control", Id);
+    return Found;
+}
+
+// For the handlers: a missing window answers nothing.
+State* Of(int Id) { return Now ? &Now->States[Id] : nullptr; }
+
+Item* ItemAt(int Id, int Index) {
+    State* Found = Of(Id);
+    const bool There =
+        Found != nullptr && Index >= 0 && static_cast<std::size_t>(Index) < Found->Items.size();
+    return There ? &Found->Items[static_cast<std::size_t>(Index)] : nullptr;
+}
+
+Row* RowAt(int Number) {
+    if (!Now) return nullptr;
+    if (Number < 0 || static_cast<std::size_t>(Number) >= Now->GridRows.size())
+        Impossible("no grid row", Number);
+    return &Now->GridRows[static_cast<std::size_t>(Number)];
+}
+
+bool Offers(const std::vector<MenuEntry>& Entries, int Id) {
+    return std::any_of(Entries.begin(), Entries.end(), [&](const MenuEntry& Each) {
+        return Each.Items.empty() ? Each.Id == Id && !Each.IsSeparator : Offers(Each.Items, Id);
+    });
+}
+
+void Note(const std::vector<MenuEntry>& Entries, const std::wstring& Before) {
+    for (const MenuEntry& Each : Entries) {
+        Menu.push_back(Each.IsSeparator ? L"-" : Before + Each.Caption);
+        if (!Each.Items.empty()) {
+            Menu.pop_back();
+            Note(Each.Items, Before + Each.Caption + L" > ");
+        }
+    }
+}
+
+wchar_t Lower(wchar_t Letter) {
+    return Letter >= L'A' && Letter <= L'Z' ? static_cast<wchar_t>(Letter + 0x20) : Letter;
+}
+
+bool BeginsWith(TextView Item, TextView Start) {
+    return Item.size() >= Start.size() &&
+           std::equal(Start.begin(), Start.end(), Item.begin(),
+                      [](wchar_t A, wchar_t B) { return Lower(A) == Lower(B); });
+}
+
+} // namespace
+
+void Reset() {
+    if (Now) Frame::Destroy();
+    MenuChoices.clear();
+    WhileMenuIsOpen = nullptr;
+    TimersLeft = 1000;
+    KnownHostWindow = 77;
+    PixelsPerInch = 96;
+    Menu.clear();
+    Writes = Turns = Turned = 0;
+}
+
+void Click(int Id) {
+    State& Clicked = Usable(Id);
+    const Kind What = RowOf(Id).What;
+    if (What == Kind::Check) Clicked.On = !Clicked.On;
+    for (const OptionGroup& Group : {optBanned, optMethod})
+        if (Id >= Group.Id && Id < Group.Id + Group.Size) Group.Choose(Id - Group.Id);
+    Raise(Id, Event::Click);
+}
+
+void ChooseItem(int List, int Index) {
+    if (ItemAt(List, Index) == nullptr) Impossible("no such item", Index);
+    At(List).Selected = Index;
+    Raise(List, Event::Click);
+}
+
+void DoubleClick(int List, int Index) {
+    ChooseItem(List, Index);
+    Raise(List, Event::DblClick);
+}
+
+void RightClick(int Id) { Raise(Id, Event::RightClick); }
+
+void Type(int TextBox, TextView Text) {
+    Usable(TextBox).Text = Text;
+    Raise(TextBox, Event::Change);
+}
+
+void PressEnter(int Id) {
+    Usable(Id);
+    Raise(Id, Event::Enter);
+}
+
+void ChooseRow(int Row) {
+    RowAt(Row - 1);
+    mfg_MouseDown(MouseButton::Left, Row);
+}
+
+void RightClickRow(int Row) {
+    if (Row > 0) RowAt(Row - 1);
+    mfg_MouseDown(MouseButton::Right, Row);
+}
+
+void PressHeader(int Column) { mfg_MouseUp(Column); }
+
+void ChooseForRow(int Row, int Entry) {
+    MenuChoices.push_back(Entry);
+    RightClickRow(Row);
+}
+
+std::wstring Text(int Id) { return At(Id).Text; }
+bool IsOn(int Id) { return At(Id).On; }
+bool IsEnabled(int Id) { return At(Id).Enabled; }
+
+Lines Items(int List) {
+    Lines Texts;
+    for (const Item& Each : At(List).Items) Texts.push_back(Each.Text);
+    return Texts;
+}
+
+int SelectedItem(int List) { return At(List).Selected; }
+std::intptr_t ItemData(int List, int Index) { return ListBox{List}.ItemData(Index); }
+int TopItem(int List) { return At(List).Top; }
+
+Lines Rows() {
+    Lines Texts;
+    for (Row& Each : Now.value().GridRows) {
+        std::wstring Line;
+        for (std::size_t Column = 0; Column < Now->Columns; ++Column)
+            Line += Each.Cells[static_cast<int>(Column)] + L"|";
+        Texts.push_back(Line + std::to_wstring(Each.Team));
+    }
+    return Texts;
+}
+
+int SelectedRow() { return Now.value().GridSelected + 1; }
+std::wstring SortMark() { return Now.value().Sorted; }
+Lines LastMenu() { return Menu; }
+bool IsShown() { return Now && Now->Shown; }
+int Page() { return Now.value().ShownPage; }
+long GridWrites() { return std::exchange(Writes, 0); }
+long HourglassTurns() { return Turned; }
+bool HourglassIsShown() { return Turns > 0; }
+
+Long IntervalOf(int Timer) {
+    if (!Now) return 0;
+    const auto Found = Now->Timers.find(Timer);
+    return Found != Now->Timers.end() ? Found->second : 0;
+}
+
+void Tick(int Timer) {
+    if (IntervalOf(Timer) == 0) Impossible("timer does not run", Timer);
+    RaiseTimer(Timer);
+}
+
+void HostDestroysItsWindow() {
+    Now.reset();
+    FrameGone();
+}
+
+} // namespace FakeWindow
+
+// --- toolkit.h
+
+using FakeWindow::At;
+using FakeWindow::ItemAt;
+using FakeWindow::Now;
+using FakeWindow::Of;
+
+std::wstring Label::Text() const { return Of(Id) ? Of(Id)->Text : L""; }
+void Label::SetText(TextView Text) const {
+    if (Of(Id)) At(Id).Text = Text;
+}
+std::wstring TextBox::Text() const { return Label{Id}.Text(); }
+void TextBox::SetText(TextView Text) const { Label{Id}.SetText(Text); }
+
+bool Button::Enabled() const { return Of(Id) && At(Id).Enabled; }
+void Button::Enable(bool On) const {
+    if (Of(Id)) At(Id).Enabled = On;
+}
+
+bool CheckBox::Checked() const { return Of(Id) && At(Id).On; }
+void CheckBox::Check(bool On) const {
+    if (Of(Id)) At(Id).On = On;
+}
+
+int OptionGroup::Chosen() const {
+    for (int Index = 0; Index < Size; ++Index)
+        if (Of(Id + Index) && At(Id + Index).On) return Index;
+    return -1;
+}
+void OptionGroup::Choose(int Index) const {
+    for (int Each = 0; Each < Size; ++Each)
+        if (Of(Id + Each)) At(Id + Each).On = Each == Index;
+}
+
+int ListBox::Count() const { return Of(Id) ? static_cast<int>(At(Id).Items.size()) : 0; }
+std::wstring ListBox::Item(int Index) const { return ItemAt(Id, Index) ? ItemAt(Id, Index)->Text : L""; }
+int ListBox::Add(TextView Text) const {
+    if (!Of(Id)) return -1;
+    At(Id).Items.push_back({std::wstring(Text)});
+    return Count() - 1;
+}
+void ListBox::Replace(int Index, TextView Text) const {
+    if (ItemAt(Id, Index)) ItemAt(Id, Index)->Text = Text;
+}
+void ListBox::Remove(int Index) const {
+    if (ItemAt(Id, Index) == nullptr) return;
+    At(Id).Items.erase(At(Id).Items.begin() + Index);
+    // As the system does it: the selection goes with its item and moves with the items above it.
+    if (At(Id).Selected == Index)
+        At(Id).Selected = -1;
+    else if (At(Id).Selected > Index)
+        --At(Id).Selected;
+}
+void ListBox::Fill(const Lines& Items) const {
+    if (!Of(Id)) return;
+    At(Id).Items.clear();
+    At(Id).Selected = -1;
+    for (const std::wstring& Each : Items) Add(Each);
+}
+int ListBox::Selected() const { return Of(Id) ? At(Id).Selected : -1; }
+void ListBox::Select(int Index) const {
+    if (Of(Id)) At(Id).Selected = ItemAt(Id, Index) ? Index : -1;
+}
+void ListBox::ShowAtTop(int Index) const {
+    if (Of(Id)) At(Id).Top = Index;
+}
+std::intptr_t ListBox::ItemData(int Index) const { return ItemAt(Id, Index) ? ItemAt(Id, Index)->Data : 0; }
+void ListBox::SetItemData(int Index, std::intptr_t Data) const {
+    if (ItemAt(Id, Index)) ItemAt(Id, Index)->Data = Data;
+}
+int ListBox::FindPrefix(TextView Text) const {
+    for (int Index = 0; Index < Count(); ++Index)
+        if (FakeWindow::BeginsWith(Item(Index), Text)) return Index;
+    return -1;
+}
+
+void Grid::SetColumns(std::span<const wchar_t* const> Captions) const {
+    if (Now) Now->Columns = Captions.size();
+}
+void Grid::SetRowCount(int Count) const {
+    if (!Now) return;
+    ++FakeWindow::Writes;
+    Now->GridRows.resize(static_cast<std::size_t>(Count));
+    if (Now->GridSelected >= Count) Now->GridSelected = -1;
+}
+void Grid::SetCell(int Row, int Column, TextView Text) const {
+    if (!Now) return;
+    ++FakeWindow::Writes;
+    FakeWindow::RowAt(Row)->Cells[Column] = Text;
+}
+void Grid::SetTeam(int Row, int Team) const {
+    if (!Now) return;
+    ++FakeWindow::Writes;
+    FakeWindow::RowAt(Row)->Team = Team;
+}
+void Grid::Select(int Row) const {
+    if (Now) Now->GridSelected = Row;
+}
+void Grid::ShowSort(int Column, bool Ascending) const {
+    if (Now) Now->Sorted = std::to_wstring(Column) + (Ascending ? L" up" : L" down");
+}
+
+void TabControl::Turn(int Page) const {
+    if (Now) Now->ShownPage = Page;
+}
+
+bool Timer::Start(Long Milliseconds) const {
+    if (!Now) return false;
+    if (Now->Timers.count(Id) == 0 && FakeWindow::TimersLeft-- <= 0) return false;
+    Now->Timers[Id] = Milliseconds;
+    return true;
+}
+void Timer::Stop() const {
+    if (Now) Now->Timers.erase(Id);
+}
+
+Hourglass::Hourglass() noexcept : Previous(0) {
+    ++FakeWindow::Turns;
+    ++FakeWindow::Turned;
+}
+Hourglass::~Hourglass() { --FakeWindow::Turns; }
+
+int PopUpMenu(const std::vector<MenuEntry>& Entries) {
+    using namespace FakeWindow;
+    Menu.clear();
+    Note(Entries, L"");
+    if (WhileMenuIsOpen) WhileMenuIsOpen();
+    if (MenuChoices.empty()) return 0;
+    const int Chosen = MenuChoices.front();
+    MenuChoices.erase(MenuChoices.begin());
+    if (!Offers(Entries, Chosen)) Impossible("the menu does not offer", Chosen);
+    return Chosen;
+}
+
+// The measures of a small bitmap font.
+namespace Measure {
+int Scaled(int Pixels96) { return Pixels96 * FakeWindow::PixelsPerInch / 96; }
+int LineHeight() { return Scaled(13); }
+int TextWidth(TextView Text) { return Scaled(6) * static_cast<int>(Text.size()); }
+int TextHeight(TextView Text, int Width) {
+    const int Letters = std::max(1, Width / Scaled(6) - 12); // the last word of a line moves to the next
+    return LineHeight() * (1 + static_cast<int>(Text.size()) / Letters);
+}
+Rect TabInterior(const Rect& Outer) {
+    const int Border = Scaled(4);
+    const int Top = Scaled(23);
+    return {Outer.X + Border, Outer.Y + Top, Outer.Width - 2 * Border, Outer.Height - Top - Border};
+}
+} // namespace Measure
+
+namespace Frame {
+void Create(Place) { Now.emplace(); }
+bool Exists() { return Now.has_value(); }
+void Destroy() {
+    if (Now) FakeWindow::HostDestroysItsWindow();
+}
+void Move(Long, Long, Long, Long) {}
+void SetParent(std::intptr_t Host, Place Where) {
+    if (!Now || Host != FakeWindow::KnownHostWindow) Fail(ErrorNumber::InvalidCall, {}, Where);
+    Now->Host = Host;
+}
+void Show(bool On) {
+    if (Now) Now->Shown = On;
+}
+Long TwipsPerPixelX() { return 15; }
+Long TwipsPerPixelY() { return 15; }
+} // namespace Frame
