@@ -16,7 +16,7 @@ struct JournalEntry {
     std::uint32_t Time = 0; // milliseconds since the game's start
     std::string Kind;
     int Slot = -1; // -1: no slot
-    std::string Name, Address, Detail;
+    std::string Name = {}, Address = {}, Detail = {};
     bool operator==(const JournalEntry&) const = default;
 };
 

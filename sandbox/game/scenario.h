@@ -16,9 +16,9 @@ struct Event {
     std::uint32_t Time = 0; // milliseconds since the start
     Action What = Action::Stop;
     int Slot = 0;
-    std::string Name, Address; // Join
-    std::int32_t Team = 1;     // Join, Team
-    std::int32_t Number = 0;   // Join, Ping: ping; Move: interval or 0 for one move; State: the state
+    std::string Name = {}, Address = {}; // Join
+    std::int32_t Team = 1;               // Join, Team
+    std::int32_t Number = 0; // Join, Ping: ping; Move: interval or 0 for one move; State: the state
 };
 
 // The script's events in order of time (lines of the same time in their own order). The seed decides what

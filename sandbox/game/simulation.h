@@ -33,7 +33,7 @@ struct Settings {
 
 struct Player {
     bool Present = false;
-    std::string Name, Address;
+    std::string Name = {}, Address = {};
     std::uint8_t Team = 0;
     // What the game itself last knew; a difference in memory was made from outside.
     std::int32_t Life = 0, Armed = 0;
