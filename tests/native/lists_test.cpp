@@ -1,0 +1,129 @@
+// The ban files, the links, the slap messages and the import.
+#include <gtest/gtest.h>
+
+#include "game/mdlVNT.h"
+#include "lists/ban_import.h"
+#include "lists/ban_lists.h"
+#include "lists/ban_references.h"
+#include "lists/slap_messages.h"
+#include "tests/native/server.h"
+
+namespace {
+
+std::wstring References() { return Outside::FileText(SettingsFile(L"BannedReference.ini")); }
+
+TEST(BanLists, OnlyWellFormedNamesAreListed) {
+    Server Game;
+    EXPECT_FALSE(GetBannedNames(Profile).has_value());
+    EXPECT_FALSE(GetBannedIps(Profile).has_value());
+    Outside::PutFile(SettingsFile(L"BannedNames.ini"),
+                     L"[Players]\r\nBob[1]=x[-]y\r\nfrag[2]=x[-]\r\nno "
+                     L"tag=x[-]y\r\nNoValue[1]=x\r\n[Other]\r\nEve[1]=x[-]y\r\n");
+    EXPECT_EQ(GetBannedNames(Profile), (Lines{L"[1] Bob", L"[2] frag"}));
+    BanIp(L"10.0.0.7");
+    BanIp(L"10.*");
+    EXPECT_EQ(GetBannedIps(Profile), (Lines{L"10.0.0.7", L"10.*"}));
+}
+
+TEST(BanLists, ItemsAndKeys) {
+    for (const TextView Name : {L"Bob", L"", L" Bob ", L"[1] Bob", L"a=b", L"%s|;"}) {
+        const std::wstring Key = std::wstring(Name) + L"[2]";
+        EXPECT_EQ(KeyOfItem(ItemOfKey(Key)), Key);
+    }
+    EXPECT_EQ(ItemOfKey(L"Bob[1]"), L"[1] Bob");
+    EXPECT_THROW(KeyOfItem(L"x"), Failure);
+}
+
+TEST(References, UnlinkingRenumbersWhatStays) {
+    Server Game;
+    Outside::PutFile(
+        SettingsFile(L"BannedReference.ini"),
+        L"[Bob]\r\n0=1.1.1.1\r\n1=2.2.2.2\r\n2=3.3.3.3\r\n[Eve]\r\n0=2.2.2.2\r\n[Ann]\r\n0=4.4.4.4\r\n");
+    Lines Linked;
+    UnlinkAddress(Profile, L"2.2.2.2", [&](const std::wstring& Name) { Linked.push_back(Name); });
+    EXPECT_EQ(Linked, (Lines{L"Bob", L"Eve"}));
+    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"1"), L"3.3.3.3");
+    EXPECT_EQ(References().find(L"2.2.2.2"), std::wstring::npos);
+    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Ann", L"0"), L"4.4.4.4");
+    EXPECT_EQ(TakeLinkedAddresses(Profile, L"Bob"), (Lines{L"1.1.1.1", L"3.3.3.3"}));
+    EXPECT_EQ(References().find(L"1.1.1.1"), std::wstring::npos);
+}
+
+TEST(References, OneFailedWriteLosesOnlyItself) {
+    Server Game;
+    Outside::PutFile(SettingsFile(L"BannedReference.ini"),
+                     L"[Bob]\r\n0=1.1.1.1\r\n1=2.2.2.2\r\n2=3.3.3.3\r\n[Eve]\r\n0=4.4.4.4\r\n");
+    int Writes = 0;
+    Outside::BeforeCall = [&](TextView Name) {
+        if (Name == L"WriteIniKey" && ++Writes == 1) Fail(1004, L"locked");
+    };
+    EXPECT_THROW(UnlinkAddress(Profile, L"9.9.9.9", [](const std::wstring&) {}), Failure);
+    Outside::BeforeCall = nullptr;
+    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"1"), L"2.2.2.2");
+    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"2"), L"3.3.3.3");
+    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Eve", L"0"), L"4.4.4.4");
+}
+
+TEST(Slaps, KeysFollowTheOrderAndNothingIsOverwritten) {
+    Server Game;
+    EXPECT_FALSE(ReadSlaps(Profile).has_value());
+    for (const TextView Each : {L"one", L"two", L"three"}) AddSlap(Profile, Each);
+    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"one", L"two", L"three"}));
+    RewriteSlaps(Profile, {L"one", L"three"});
+    EXPECT_EQ(Outside::FileText(SettingsFile(L"Slaps.ini")), L"[Messages]\r\n0=one\r\n1=three\r\n");
+    EditSlap(Profile, 1, L"last");
+    EditSlap(Profile, 7, L"nowhere");
+    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"one", L"last"}));
+    // A file edited by hand, with a gap.
+    Outside::PutFile(SettingsFile(L"Slaps.ini"), L"[Messages]\r\n0=a\r\n2=b\r\n");
+    AddSlap(Profile, L"c");
+    EditSlap(Profile, 1, L"B");
+    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"a", L"B", L"c"}));
+}
+
+// A line of the other manager's ban file.
+std::wstring ForeignLine(TextView Address, TextView Name, TextView Reason) {
+    std::wstring Line(Address);
+    Line.resize(19, L' ');
+    Line += Name;
+    Line.resize(40, L' ');
+    return Line + std::wstring(Reason);
+}
+
+TEST(Import, CountsAddsAndLinks) {
+    Server Game;
+    BanIp(L"10.0.0.6");
+    mdlVNT::IpListChanged(Profile) = false;
+    Outside::PutFile(L"C:\\bans.txt", ForeignLine(L"10.0.0.5", L"Bob;", L"cheat;") + L"\r\n\r\n" +
+                                          ForeignLine(L"10.0.0.6", L"*Eve;", L";") + L"\r\n" +
+                                          ForeignLine(L"", L"Ann*;", L"x;") + L"\r\n" +
+                                          ForeignLine(L"", L";", L"x;") + L"\r\n" +
+                                          ForeignLine(L"not an address", L";", L"x;") + L"\r\n");
+    std::vector<ImportedEntry> Added;
+    const ImportCounts Counts = ImportBanFile(Profile, L"C:\\bans.txt", Added);
+    EXPECT_EQ(ImportSummary(Counts),
+              L"Ban File Parsed Successfully\r\n\r\nTotal Items Found: 6\r\nTotal Items Added: 5\r\n"
+              L"Total Items Skipped: 1\r\nTotal Invalid Items: 1");
+    EXPECT_EQ(GetBannedNames(Profile), (Lines{L"[1] Bob", L"[2] *Eve", L"[2] Ann*"}));
+    EXPECT_EQ(GetBannedIps(Profile), (Lines{L"10.0.0.6", L"10.0.0.5", L"not an address"}));
+    EXPECT_EQ(BannedNameDetails(Profile, L"Bob[1]").Reason, L"cheat");
+    EXPECT_EQ(BannedNameDetails(Profile, L"*Eve[2]").Reason, L"None");
+    EXPECT_EQ(References(), L"[Bob]\r\n0=10.0.0.5\r\n[*Eve]\r\n0=10.0.0.6\r\n");
+    EXPECT_TRUE(mdlVNT::IpListChanged(Profile));
+    EXPECT_EQ(Added.size(), 5u);
+    // Again: names are refreshed, addresses skipped.
+    EXPECT_EQ(ImportBanFile(Profile, L"C:\\bans.txt", Added).Skipped, 3);
+}
+
+TEST(Import, AFieldThatIsMissingEndsItAndKeepsWhatCameBefore) {
+    Server Game;
+    Outside::PutFile(L"C:\\bans.txt", ForeignLine(L"10.0.0.5", L"Bob;", L"cheat;") + L"\r\n" +
+                                          L"10.0.0.9\r\n" + ForeignLine(L"10.0.0.7", L"Eve;", L"x;") +
+                                          L"\r\n");
+    std::vector<ImportedEntry> Added;
+    EXPECT_THROW(ImportBanFile(Profile, L"C:\\bans.txt", Added), Failure);
+    EXPECT_EQ(Added.size(), 2u);
+    EXPECT_EQ(GetBannedIps(Profile), Lines{L"10.0.0.5"});
+}
+
+} // namespace

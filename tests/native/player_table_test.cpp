@@ -1,0 +1,124 @@
+// The player table in its four modes.
+#include <gtest/gtest.h>
+
+#include "game/mdlVNT.h"
+#include "game/player_table.h"
+#include "tests/native/server.h"
+
+namespace {
+
+// Entry Number of the player list as the game keeps it, written by hand.
+void PutEntry(Server& Game, int Number, TextView Name, int Team, int Slot) {
+    const std::uint32_t Entry = Game.World.Memory.Entries.Address + Layout::Entry::First +
+                                static_cast<std::uint32_t>(Number) * Layout::Entry::Stride;
+    Simulation::WriteText(Game.World.Memory, Entry, std::string(Name.begin(), Name.end()),
+                          Layout::Entry::NameSize);
+    Simulation::WriteByte(Game.World.Memory, Entry + Layout::Entry::Team, static_cast<std::uint8_t>(Team));
+    Simulation::WriteByte(Game.World.Memory, Entry + Layout::Entry::Slot, static_cast<std::uint8_t>(Slot));
+}
+
+Lines Present(const PlayerArray& Players) {
+    Lines Found;
+    for (std::size_t Slot = 0; Slot < Players.BySlot.size(); ++Slot)
+        if (!Players.BySlot[Slot].empty())
+            Found.push_back(std::to_wstring(Slot) + L"=" + Players.BySlot[Slot]);
+    return Found;
+}
+
+TEST(PlayerTable, ModesOfBothBuilds) {
+    for (const auto Build : {Layout::Build::Standard, Layout::Build::Affiliate}) {
+        Server Game({.Build = Build});
+        Game.Join(1, "Alice", "192.168.0.1", 1, 33);
+        Game.Join(7, "Bob|x", "10.0.0.7", 2, 120);
+        Game.Join(9, "  ", "1.2.3.4", 1, 5);
+        const PlayerArray Names = GetPlayerList(Profile, L"ARRAY");
+        EXPECT_EQ(Names.BySlot.size(), 17u);
+        EXPECT_EQ(Present(Names), (Lines{L"1=Alice", L"7=Bob|x", L"9=PUNT_PLAYER"}));
+        EXPECT_EQ(Present(GetPlayerList(Profile, L"IPARRAY")),
+                  (Lines{L"1=192.168.0.1", L"7=10.0.0.7", L"9=1.2.3.4"}));
+        EXPECT_EQ(Present(GetPlayerList(Profile, L"REMOTE")),
+                  (Lines{L"1=1|QWxpY2U=|1|192.168.0.1|33", L"7=7|Qm9ifHg=|2|10.0.0.7|120",
+                         L"9=9|ICA=|1|1.2.3.4|5"}));
+        EXPECT_TRUE(GetPlayerList(Profile, L"array").BySlot.empty());
+        EXPECT_TRUE(Outside::Reports.empty());
+    }
+}
+
+TEST(PlayerTable, WhoIsListed) {
+    Server Game;
+    PutEntry(Game, 0, L"First", 1, 0);    // a leading slot 0
+    PutEntry(Game, 1, L"Two", 1, 2);      //
+    PutEntry(Game, 2, L"Again", 1, 2);    // the same slot once more
+    PutEntry(Game, 3, L"Free", 0, 3);     // no team: no player
+    PutEntry(Game, 4, L"Host", 1, 4);     // the server's own
+    PutEntry(Game, 5, L"host", 1, 5);     // somebody of that name
+    PutEntry(Game, 6, L"Far", 1, 40);     // a slot above MaxPlayers
+    PutEntry(Game, 7, L"Zero", 2, 0);     // slot 0 behind others
+    PutEntry(Game, 8, L"Last", 2, 16);    //
+    PutEntry(Game, 9, L"Wrong", 1, 51);   // ends the scan
+    PutEntry(Game, 10, L"Behind", 1, 10); // never seen
+    EXPECT_EQ(Present(GetPlayerList(Profile, L"ARRAY")), (Lines{L"0=Zero", L"2=Two", L"5=host", L"16=Last"}));
+    EXPECT_EQ(GetPlayerList(Profile, L"IPARRAY").BySlot[0], L"0.0.0.0");
+}
+
+TEST(PlayerTable, ExtrasByNameAndSlot) {
+    Server Game({.Dedicated = true});
+    Game.Join(1, "Alice");
+    Game.Join(2, "Bob");
+    Game.SetStats(2, Layout::Statistics::Armed, 0);
+    GetPlayerExtras(Profile, 16, 1);
+    EXPECT_EQ(mdlVNT::LifeStates(Profile).Count(), 2u); // not the server's own record
+    EXPECT_EQ(mdlVNT::LifeStates(Profile).Item(L"Alice_1"), Game.Life(1));
+    EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Item(L"Bob_2"), 0);
+    // Again, from the beginning; two records of one name and slot keep the first value.
+    Game.SetStats(2, Layout::Statistics::Slot, 1);
+    Simulation::WriteText(Game.World.Memory,
+                          Game.World.Memory.Statistics.Address + 2 * Layout::Statistics::Stride +
+                              Layout::Statistics::Name,
+                          "Alice", 16);
+    GetPlayerExtras(Profile, 16, 1);
+    EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Count(), 1u);
+    EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Item(L"Alice_1"), 1);
+    EXPECT_TRUE(Outside::Reports.empty());
+}
+
+TEST(PlayerTable, HostCallsGrowWithTheEntriesAlone) {
+    // Calls for each entry, pings and extras included; a few more read the addresses once.
+    const std::pair<TextView, long> Table[] = {{L"LIST", 16}, {L"ARRAY", 8}, {L"IPARRAY", 8}, {L"REMOTE", 8}};
+    for (const auto& [Mode, Most] : Table) {
+        for (const int Players : {10, 50}) {
+            Server Game({.MaxPlayers = Players});
+            for (int Slot = 1; Slot <= Players; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
+            Outside::Calls = 0;
+            EXPECT_TRUE(GetPlayerList(Profile, Mode).Complete);
+            EXPECT_LE(Outside::Calls, Most * Players + 16);
+        }
+    }
+}
+
+TEST(PlayerTable, DamagedMemoryEndsSoonAndIsReported) {
+    struct Damage {
+        std::uint32_t Layout::MemoryMap::*Word;
+        Long Value;
+        TextView Report;
+    };
+    const Damage Table[] = {
+        {&Layout::MemoryMap::MaxPlayers, 1025, L"GetPlayerList: 6 Overflow"},
+        {&Layout::MemoryMap::MaxPlayers, -1, L"GetPlayerList: 6 Overflow"},
+        {&Layout::MemoryMap::MaxPlayers, 2147483647, L"GetPlayerList: 6 Overflow"},
+        {&Layout::MemoryMap::PlayerList, 0, L"GetPlayerList: 1299 The process could not be read."},
+        {&Layout::MemoryMap::PlayerList, -1, L"GetPlayerList: 1299 The process could not be read."},
+        {&Layout::MemoryMap::PlyrStats, 0x7FFFFFFF, L"GetPlayerList: 1299 The process could not be read."}};
+    for (const Damage& Each : Table) {
+        Server Game;
+        Game.Join(1, "Alice");
+        Game.SetWord(Game.Map().*Each.Word, Each.Value);
+        for (const TextView Mode : {L"ARRAY", L"REMOTE", L"LIST"}) {
+            Outside::Reports.clear();
+            EXPECT_FALSE(GetPlayerList(Profile, Mode).Complete);
+            EXPECT_EQ(Outside::Reports.at(0), Each.Report);
+        }
+    }
+}
+
+} // namespace

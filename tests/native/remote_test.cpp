@@ -1,0 +1,372 @@
+// Remote requests: data in; calls, files, log line and result out.
+#include <gtest/gtest.h>
+
+#include "game/mdlVNT.h"
+#include "host/memory_helper.h"
+#include "plugin/remote.h"
+#include "tests/native/server.h"
+
+namespace {
+
+using RemoteMember = Long (*)(const RemoteRequest&) noexcept;
+
+constexpr TextView LogFile = L"C:\\Host\\profiles\\Server1\\adminlogs\\2024-05-06.txt";
+
+RemoteRequest Request(std::wstring Data) {
+    RemoteRequest Made{Profile, HostData(), HostValue{}};
+    Made.Data->Text = std::move(Data);
+    return Made;
+}
+
+std::wstring Encoded(TextView Text) { return MemoryHelper::Enc64(Text); }
+
+// Fields with the first one encoded, and further ones as they are.
+std::wstring Fields(TextView First, TextView Rest) { return Encoded(First) + std::wstring(Rest); }
+
+// A server with Bob in slot 3 and some entries in the lists.
+struct RemoteServer : Server {
+    RemoteServer() {
+        Join(3, "Bob", "10.0.0.7");
+        SetLife(3, 2);
+        BanName(L"Eve[1]");
+        BanName(L"Eve[2]");
+        BanIp(L"1.1.1.1");
+        BanIp(L"2.2.2.2");
+        Outside::PutFile(SettingsFile(L"BannedReference.ini"), L"[Eve]\r\n0=1.1.1.1\r\n1=2.2.2.2\r\n");
+        Outside::PutFile(SettingsFile(L"Slaps.ini"), L"[Messages]\r\n0=one\r\n1=two\r\n");
+        Outside::Journal.clear();
+    }
+};
+
+struct RequestCase {
+    const char* What;
+    RemoteMember Member;
+    std::wstring Data;
+    Long Result;
+    std::wstring Line; // behind the time and up to the administrator; empty: no line
+    Lines Journal;     // all effects but the log's folder
+};
+
+std::vector<RequestCase> RequestCases() {
+    const std::wstring Killed = L"MSG 3 Bob has been 'Killed' by the Server Admin!";
+    const std::wstring Reference = L"WriteIniKey [Bob] 0=10.0.0.7";
+    const std::wstring Address = L"WriteIniKey [IpAddresses] 10.0.0.7=2024-05-06 7:08:09";
+    const std::wstring Reason = L"|" + Encoded(L"why|not");
+    return {
+        {"punt",
+         PuntPlayerRem,
+         Fields(L"Bob", L"|10.0.0.7|3"),
+         1,
+         L"Punt Player #3 (Name: Bob, IP: 10.0.0.7) from ",
+         {L"CMD 1 punt 03"}},
+        {"ban",
+         PuntPlayerRem,
+         Fields(L"Bob", L"|10.0.0.7|3|x"),
+         1,
+         L"Ban Player #3 (Name: Bob, IP: 10.0.0.7) from ",
+         {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]None", Address, L"CMD 1 punt 03"}},
+        {"ban with reason",
+         PuntPlayerRem,
+         Fields(L"Bob", L"|10.0.0.7|3|") + Reason,
+         1,
+         L"Ban Player #3 (Name: Bob, IP: 10.0.0.7) from ",
+         {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]why|not", Address,
+          L"CMD 1 punt 03"}},
+        {"six fields",
+         PuntPlayerRem,
+         Fields(L"Bob", L"|10.0.0.7|3|||"),
+         1,
+         L"Ban Player #3 (Name: Bob, IP: 10.0.0.7) from ",
+         {}},
+        {"kill",
+         ArmPlayerRem,
+         Fields(L"Bob", L"|Kill|"),
+         1,
+         L"Kill Player (Bob) from ",
+         {L"WriteLong 1", Killed}},
+        {"kill nobody", ArmPlayerRem, Fields(L"Nobody", L"|Kill"), 1, L"Kill Player (Nobody) from ", {}},
+        {"switch",
+         ArmPlayerRem,
+         Fields(L"Bob", L"|Switch"),
+         1,
+         L"Switch Player Team (Bob) from ",
+         {L"WriteLong 2"}},
+        {"kill for good",
+         ArmPlayerRem,
+         Fields(L"Bob", L"|KillPerm"),
+         1,
+         L"Kill Player Permanently (Bob) from ",
+         {}},
+        {"disarm for good",
+         ArmPlayerRem,
+         Fields(L"Bob", L"|DisarmPerm"),
+         1,
+         L"Disarm Player Permanently (Bob) from ",
+         {}},
+        {"disarm",
+         ArmPlayerRem,
+         Fields(L"Bob", L"|Disarm"),
+         1,
+         L"Disarm Player (Bob) from ",
+         {L"WriteLong 0", L"MSG 3 Bob has been 'Disarmed' by the Server Admin!"}},
+        {"an unknown word", ArmPlayerRem, Fields(L"Bob", L"|Dance"), 1, L"Dance Player (Bob) from ", {}},
+        {"slap", SlapPlayerRem, L"go|away", 0, L"Slap Player (Message: go|away) from ", {L"MSG 1 go|away"}},
+        {"add slap",
+         AddSlapRem,
+         L"three",
+         0,
+         L"Add Slap Message (Message: three) from ",
+         {L"WriteIniKey [Messages] 2=three"}},
+        {"delete slap",
+         DeleteSlapRem,
+         L"one",
+         0,
+         L"Delete Slap Message (Message: one) from ",
+         {L"WriteIniKey [Messages] (null)=(null)", L"WriteIniKey [Messages] 0=two"}},
+        {"delete a slap that is not there",
+         DeleteSlapRem,
+         L"ONE",
+         0,
+         L"Delete Slap Message (Message: ONE) from ",
+         {}},
+        {"edit slap",
+         EditSlapRem,
+         L"two|2|b",
+         0,
+         L"Edit Slap Message (Old Message: two, New Message: 2|b) from ",
+         {L"WriteIniKey [Messages] 1=2|b"}},
+        {"kernel driver",
+         SetBanMethod,
+         L"2",
+         0,
+         L"Change Ban Method (New Method: Kernel Driver) from ",
+         {L"WriteProfile [BanMethod] Server1=2"}},
+        {"command line",
+         SetBanMethod,
+         L"0",
+         0,
+         L"Change Ban Method (New Method: Game Command Line) from ",
+         {L"WriteProfile [BanMethod] Server1=0"}},
+        {"no number is stored, not logged",
+         SetBanMethod,
+         L"fast",
+         0,
+         L"",
+         {L"WriteProfile [BanMethod] Server1=fast"}},
+        {"idle on", SetIdlePunt, L"1", 0, L"Enable Idle Punt from ", {L"WriteProfile [IdlePunt] Server1=1"}},
+        {"idle off",
+         SetIdlePunt,
+         L"0",
+         0,
+         L"Disable Idle Punt from ",
+         {L"WriteProfile [IdlePunt] Server1=0"}},
+        {"idle limit",
+         SetIdleMax,
+         L"0.5",
+         0,
+         L"Set Idle Max Time (Minutes: 0.5) from ",
+         {L"WriteProfile [IdleMax] Server1=0.5"}},
+        {"add name",
+         AddBannedRem,
+         Fields(L"x=[1]", L"") + L"|" + Encoded(L"r") + L"|Name",
+         0,
+         L"",
+         {L"WriteIniKey [Players] x=[1]=2024-05-06 7:08:09[-]r"}},
+        {"add part of name",
+         AddBannedRem,
+         Fields(L"fr[2]", L"|") + Encoded(L"r") + L"|Name",
+         1,
+         L"Add Banned Name (fr[2]) from ",
+         {L"WriteIniKey [Players] fr[2]=2024-05-06 7:08:09[-]r"}},
+        {"add address",
+         AddBannedRem,
+         Fields(L"9.9.*", L"||IP"),
+         1,
+         L"Add Banned IP (9.9.*) from ",
+         {L"WriteIniKey [IpAddresses] 9.9.*=2024-05-06 7:08:09"}},
+        {"add no address", AddBannedRem, Fields(L"9.*.9", L"||IP"), 0, L"", {}},
+        {"remove name",
+         RemoveBannedRem,
+         Fields(L"Eve", L"|Name"),
+         1,
+         L"Remove Banned Name (Eve) from ",
+         {L"WriteProfile [Players] Eve[1] deleted", L"WriteProfile [Players] Eve[2] deleted"}},
+        {"remove name and addresses",
+         RemoveBannedRem,
+         Fields(L"Eve", L"|Name|1"),
+         1,
+         L"Remove Banned Name (Eve) from ",
+         {L"WriteProfile [Players] Eve[1] deleted", L"WriteProfile [Players] Eve[2] deleted",
+          L"ClearIniSection [Eve]", L"WriteProfile [IpAddresses] 1.1.1.1 deleted",
+          L"WriteProfile [IpAddresses] 2.2.2.2 deleted"}},
+        {"remove address",
+         RemoveBannedRem,
+         Fields(L"1.1.1.1", L"|IP|0"),
+         1,
+         L"Remove Banned IP (1.1.1.1) from ",
+         {L"WriteProfile [IpAddresses] 1.1.1.1 deleted"}},
+        {"remove address and names",
+         RemoveBannedRem,
+         Fields(L"1.1.1.1", L"|IP|1"),
+         1,
+         L"Remove Banned IP (1.1.1.1) from ",
+         {L"WriteProfile [IpAddresses] 1.1.1.1 deleted", L"ClearIniSection [Eve]",
+          L"WriteIniKey [Eve] 0=2.2.2.2", L"WriteProfile [Players] Eve[1] deleted"}},
+    };
+}
+
+Lines Effects() {
+    Lines Found;
+    for (const std::wstring& Each : Outside::Journal)
+        if (!Each.starts_with(L"CreateFolder") && !Each.starts_with(L"ErrorBox")) Found.push_back(Each);
+    return Found;
+}
+
+TEST(Remote, Requests) {
+    for (const RequestCase& Each : RequestCases()) {
+        RemoteServer Game;
+        EXPECT_EQ(Each.Member(Request(Each.Data)), Each.Result) << Each.What;
+        EXPECT_EQ(Effects(), Each.Journal) << Each.What;
+        const std::wstring Line =
+            Each.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Each.Line + L"admin1\r\n";
+        EXPECT_EQ(Outside::FileText(LogFile), Line) << Each.What;
+    }
+}
+
+TEST(Remote, MalformedRequestsDoNothingAndAreReported) {
+    const RemoteMember Members[] = {PuntPlayerRem, ArmPlayerRem,    SlapPlayerRem, AddSlapRem,
+                                    SetBanMethod,  SetIdlePunt,     SetIdleMax,    DeleteSlapRem,
+                                    EditSlapRem,   RemoveBannedRem, AddBannedRem};
+    const std::wstring Broken = Encoded(L"Bob\r\n[Players]");
+    const std::wstring Datas[] = {L"x\r\ny", std::wstring(L"a\0b", 3), L"a|b\n|c", Broken + L"|Kill|Name",
+                                  Broken + L"|1.1.1.1|3"};
+    for (const RemoteMember Member : Members) {
+        for (const std::wstring& Data : Datas) {
+            RemoteServer Game;
+            const bool TakesAnyText = Data.starts_with(Broken) && Member != PuntPlayerRem &&
+                                      Member != ArmPlayerRem && Member != RemoveBannedRem &&
+                                      Member != AddBannedRem;
+            if (TakesAnyText) continue;
+            EXPECT_EQ(Member(Request(Data)), 0);
+            EXPECT_TRUE(Effects().empty());
+            EXPECT_FALSE(Outside::HasFile(LogFile));
+            EXPECT_EQ(Outside::Reports.size(), 1u);
+        }
+    }
+}
+
+struct MalformedCase {
+    RemoteMember Member;
+    std::wstring Data;
+    TextView Report;
+};
+
+TEST(Remote, WhatIsMissingIsNamed) {
+    const MalformedCase Table[] = {
+        {PuntPlayerRem, L"", L"PuntPlayerRem: 9 Subscript out of range"},
+        {PuntPlayerRem, Fields(L"Bob", L"|1.1.1.1"), L"PuntPlayerRem: 9 Subscript out of range"},
+        {PuntPlayerRem, L"%%%|1.1.1.1|3", L"PuntPlayerRem: 5 This is no Base64 text."},
+        {PuntPlayerRem, Fields(L"Bob", L"|1.1.1.1|three"), L"PuntPlayer: 13 Type mismatch"},
+        {ArmPlayerRem, Encoded(L"Bob"), L"ArmPlayerRem: 9 Subscript out of range"},
+        {AddBannedRem, Fields(L"Bob[1]", L"|"), L"AddBannedRem: 9 Subscript out of range"},
+        {RemoveBannedRem, Encoded(L"Bob"), L"RemoveBannedRem: 9 Subscript out of range"},
+        {EditSlapRem, L"one", L"EditSlapRem: 9 Subscript out of range"},
+        {SetIdleMax, L"soon", L"SetIdleMax: 13 Type mismatch"},
+    };
+    for (const MalformedCase& Each : Table) {
+        RemoteServer Game;
+        EXPECT_EQ(Each.Member(Request(Each.Data)), 0);
+        EXPECT_EQ(Outside::Reports, Lines{std::wstring(Each.Report)});
+        EXPECT_FALSE(Outside::HasFile(LogFile));
+    }
+    RemoteServer Game;
+    RemoteRequest Missing = Request(L"");
+    Missing.Data.reset();
+    EXPECT_EQ(PuntPlayerRem(Missing), 0);
+    Missing.Data = HostValue{}; // an object, say
+    EXPECT_EQ(PuntPlayerRem(Missing), 0);
+    EXPECT_EQ(Outside::Reports,
+              (Lines{L"PuntPlayerRem: 449 Argument not optional", L"PuntPlayerRem: 13 Type mismatch"}));
+}
+
+TEST(Remote, ANameIsAddedToAPermanentListOnce) {
+    RemoteServer Game;
+    EXPECT_EQ(ArmPlayerRem(Request(Fields(L"Bob", L"|KillPerm"))), 1);
+    EXPECT_EQ(ArmPlayerRem(Request(Fields(L"Bob", L"|KillPerm"))), 0);
+    EXPECT_EQ(mdlVNT::KillPermList(Profile).Count(), 1u);
+    EXPECT_EQ(Outside::Reports,
+              Lines{L"ArmPlayerRem: 457 This key is already associated with an element of this collection"});
+}
+
+TEST(Remote, ARequestForAProfileThatWasNeverLoadedWorks) {
+    RemoteServer Game;
+    Outside::PutFolder(L"C:\\Host\\profiles\\New");
+    for (const Long Index : {0, 12, 31000}) {
+        Outside::Journal.clear();
+        RemoteRequest Made{Index, HostData(L"New"), HostValue{}};
+        Made.Data->Text = Fields(L"9.9.9.9", L"||IP");
+        EXPECT_EQ(AddBannedRem(Made), 1);
+        EXPECT_EQ(Outside::IniValue(L"C:\\Host\\profiles\\New\\settings\\BannedIps.ini", L"IpAddresses",
+                                    L"9.9.9.9"),
+                  L"2024-05-06 7:08:09");
+    }
+}
+
+TEST(AdminLog, OneFileForEachDayInTheFolderThatTheHostChose) {
+    RemoteServer Game;
+    Outside::Clock = {2024, 12, 31, 23, 59, 59};
+    SlapPlayerRem(Request(L"late"));
+    Outside::Clock = {2025, 1, 1, 0, 0, 0};
+    RemoteRequest HostWide = Request(L"early");
+    HostWide.Profile[PdatElement::HostWideLogs].Flag = true;
+    SlapPlayerRem(HostWide);
+    EXPECT_EQ(Outside::FileText(L"C:\\Host\\profiles\\Server1\\adminlogs\\2024-12-31.txt"),
+              L"[23:59:59][Vantor] Slap Player (Message: late) from admin1\r\n");
+    EXPECT_EQ(Outside::FileText(L"C:\\Host\\adminlogs\\2025-01-01.txt"),
+              L"[00:00:00][Vantor] Slap Player (Message: early) from admin1\r\n");
+    // Without the profile's folder the action is done and not logged.
+    Outside::RemoveAll(L"C:\\Host\\profiles\\Server1");
+    Outside::Reports.clear();
+    SlapPlayerRem(Request(L"unlogged"));
+    EXPECT_EQ(Outside::Recorded(L"MSG").back(), L"MSG 1 unlogged");
+    EXPECT_EQ(Outside::Reports, Lines{L"SlapPlayerRem: 76 Path not found"});
+}
+
+TEST(Bundle, HoldsPlayersListsAndSettings) {
+    RemoteServer Game;
+    Outside::PutIni(PlayersIni, L"IdleMax", L"Server1", L"x");
+    Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", L"1");
+    std::wstring Players;
+    for (int Slot = 0; Slot <= 16; ++Slot)
+        Players += (Slot == 3 ? L"3|Qm9i|1|10.0.0.7|50" : L"") + std::wstring(L"\r\n");
+    const std::wstring Text = Players + Outside::FileText(SettingsFile(L"BannedNames.ini")) +
+                              Outside::FileText(SettingsFile(L"BannedIps.ini")) +
+                              Outside::FileText(SettingsFile(L"Slaps.ini")) +
+                              L"[Settings]\r\nBanMethod1\r\nIdlePunt0\r\nIdleMax5";
+    EXPECT_EQ(GetPlayersRem(Request(L"")), std::to_wstring(Text.size()) + L"[-]Tessoral[-]zip:" + Text);
+    EXPECT_FALSE(Outside::HasFile(SettingsFile(L"tmpplayerlist.txt")));
+    EXPECT_FALSE(Outside::HasFile(SettingsFile(L"tmpplayerlistzip.txt")));
+}
+
+TEST(Bundle, ShortFilesRepeatTheBufferBeforeThem) {
+    RemoteServer Game;
+    Outside::PutFile(SettingsFile(L"BannedNames.ini"), L"names\r\n");
+    Outside::PutFile(SettingsFile(L"BannedIps.ini"), L"");
+    Outside::PutFile(SettingsFile(L"Slaps.ini"), L"S");
+    const std::wstring Reply = GetPlayersRem(Request(L""));
+    EXPECT_TRUE(
+        Reply.ends_with(L"names\r\nnames\r\nSames\r\n[Settings]\r\nBanMethod0\r\nIdlePunt0\r\nIdleMax5"));
+}
+
+TEST(Bundle, FailedWithoutAGameAndEmptyWhenTheTableCannotBeRead) {
+    RemoteServer Game;
+    Game.SetWord(Game.Map().GameState, 0);
+    EXPECT_EQ(GetPlayersRem(Request(L"")), L"Failed");
+    EXPECT_FALSE(Outside::HasFile(SettingsFile(L"tmpplayerlist.txt")));
+    Game.SetWord(Game.Map().GameState, 1);
+    Game.SetWord(Game.Map().MaxPlayers, 4000);
+    EXPECT_EQ(GetPlayersRem(Request(L"")), L"");
+    EXPECT_EQ(Outside::Reports, Lines{L"GetPlayerList: 6 Overflow"});
+}
+
+} // namespace

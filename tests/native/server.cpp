@@ -1,0 +1,85 @@
+#include "tests/native/server.h"
+
+#include "plugin/lifecycle.h"
+
+Server::Server(const ServerSettings& Settings) : Owned(Simulation::AllocatePrivateMemory()) {
+    World.Memory = Owned.Memory;
+    World.Setup.Build = Settings.Build;
+    World.Setup.MaxPlayers = Settings.MaxPlayers;
+    World.Setup.Dedicated = Settings.Dedicated;
+    World.Setup.GameType = Settings.GameType;
+    World.Setup.State = Settings.State;
+    Simulation::Start(World);
+    Outside::Reset();
+    Outside::AttachGame(ProcessRef, &World);
+    Outside::PutFolder(L"C:\\Host\\profiles\\Server1\\settings");
+    const bool Affiliate = Settings.Build == Layout::Build::Affiliate;
+    SetProfileData(Profile, HostData(L"Server1", Affiliate ? L"DF_AFF" : L"DF"));
+    Outside::Calls = 0;
+}
+
+Server::~Server() { Outside::DetachAll(); }
+
+void Server::Join(int Slot, std::string_view Name, std::string_view Address, int Team, int Ping) {
+    Simulation::Join(World, Slot, Name, Address, static_cast<std::uint8_t>(Team), Ping);
+}
+
+void Server::Leave(int Slot) { Simulation::Leave(World, Slot); }
+
+Long Server::Stats(int Slot, std::uint32_t Offset) const {
+    const std::uint32_t Record =
+        World.Memory.Statistics.Address + static_cast<std::uint32_t>(Slot) * Layout::Statistics::Stride;
+    return Simulation::ReadLong(World.Memory, Record + Offset);
+}
+
+void Server::SetStats(int Slot, std::uint32_t Offset, Long Value) {
+    const std::uint32_t Record =
+        World.Memory.Statistics.Address + static_cast<std::uint32_t>(Slot) * Layout::Statistics::Stride;
+    Simulation::WriteLong(World.Memory, Record + Offset, Value);
+}
+
+Long Server::Life(int Slot) const {
+    const auto Entity = static_cast<std::uint32_t>(Stats(Slot, Layout::Statistics::Entity));
+    return Simulation::ReadLong(World.Memory, Entity + Layout::Entity::LifeState);
+}
+
+void Server::SetLife(int Slot, Long Value) {
+    const auto Entity = static_cast<std::uint32_t>(Stats(Slot, Layout::Statistics::Entity));
+    Simulation::WriteLong(World.Memory, Entity + Layout::Entity::LifeState, Value);
+}
+
+void Server::SetWord(std::uint32_t Address, Long Value) {
+    Simulation::WriteLong(World.Memory, Address, Value);
+}
+
+Pdat HostData(TextView Folder, TextView GameId, Long Process) {
+    Pdat Data(14);
+    for (HostValue& Each : Data) Each.Text = L"text";
+    Data[PdatElement::GameId].Text = GameId;
+    Data[PdatElement::ProcessRef] = {ToText(Process), Process, true};
+    Data[PdatElement::MessageRef] = {ToText(Process), Process, true};
+    Data[PdatElement::ProfileFolder].Text = Folder;
+    Data[PdatElement::Administrator].Text = L"admin1";
+    Data[PdatElement::HostWideLogs] = {L"False", 0, false};
+    Data[PdatElement::AreaHeight] = {L"9000", 9000, true};
+    Data[PdatElement::AreaWidth] = {L"12000", 12000, true};
+    return Data;
+}
+
+std::wstring SettingsFile(TextView Name) {
+    return L"C:\\Host\\profiles\\Server1\\settings\\" + std::wstring(Name);
+}
+
+void BanName(TextView Key) {
+    Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", Key, L"2024-01-01 1:02:03[-]None");
+}
+
+void BanIp(TextView Pattern) {
+    Outside::PutIni(SettingsFile(L"BannedIps.ini"), L"IpAddresses", Pattern, L"2024-01-01 1:02:03");
+}
+
+Lines Commands() {
+    Lines Texts;
+    for (const std::wstring& Each : Outside::Recorded(L"CMD 1 ")) Texts.push_back(Each.substr(6));
+    return Texts;
+}

@@ -1,0 +1,54 @@
+// A game server in memory, and the profile that watches it.
+#pragma once
+
+#include "plugin/pdat.h"
+#include "sandbox/game/simulation.h"
+#include "tests/fakes/outside.h"
+
+// The profile index of most tests, and what the host passes for it.
+inline constexpr Long Profile = 5;
+inline constexpr Long ProcessRef = 4711;
+
+struct ServerSettings {
+    Layout::Build Build = Layout::Build::Standard;
+    int MaxPlayers = 16;
+    bool Dedicated = false;
+    Long State = 2;
+    Long GameType = 1;
+};
+
+// Starts a game, resets the outside and makes the profile known to the plug-in.
+class Server {
+public:
+    explicit Server(const ServerSettings& Settings = {});
+    ~Server();
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    void Join(int Slot, std::string_view Name, std::string_view Address = "10.0.0.7", int Team = 1,
+              int Ping = 50);
+    void Leave(int Slot);
+    // Words of the player's statistics record, the list entry and the map.
+    Long Stats(int Slot, std::uint32_t Offset) const;
+    void SetStats(int Slot, std::uint32_t Offset, Long Value);
+    Long Life(int Slot) const;
+    void SetLife(int Slot, Long Value);
+    void SetWord(std::uint32_t Address, Long Value);
+    const Layout::MemoryMap& Map() const { return Layout::MapOf(World.Setup.Build); }
+
+    Simulation::PrivateMemory Owned;
+    Simulation::Game World;
+};
+
+// What the host passes for the profile; elements as texts and numbers.
+Pdat HostData(TextView Folder = L"Server1", TextView GameId = L"DF", Long Process = ProcessRef);
+
+// Paths of the profile's files.
+std::wstring SettingsFile(TextView Name);
+inline constexpr TextView PlayersIni = L"C:\\Host\\Plugins\\Players.ini";
+
+void BanName(TextView Key);
+void BanIp(TextView Pattern);
+
+// What was sent to the game as commands, in order ("punt 07").
+Lines Commands();

@@ -1,0 +1,60 @@
+// What a report says, where it goes, and that it never fails itself.
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "game/show_msg.h"
+#include "tests/native/server.h"
+
+namespace {
+
+TEST(Reports, CarryLineNumberDescriptionAndProcedure) {
+    Server Game;
+    int Line = 0;
+    Trapped(L"GetPing", Profile, [&] {
+        Line = __LINE__ + 1;
+        Fail(13);
+    });
+    const std::wstring Details = L"ErrorBox Error Line: " + std::to_wstring(Line) +
+                                 L"\r\nError 13: Type mismatch\r\nDLL: qrvVNT.dll\r\nFunction/Sub: GetPing";
+    EXPECT_EQ(Outside::Journal, Lines{Details + L"\r\n\r\nError Report Sent: No"});
+    EXPECT_EQ(Outside::Reports, Lines{L"GetPing: 13 Type mismatch"});
+}
+
+TEST(Reports, AreSentOnlyWhenTheSettingIsTheNumberOne) {
+    const std::pair<TextView, TextView> Table[] = {{L"1", L"Yes"},  {L"1.0", L"Yes"}, {L" 1 ", L"Yes"},
+                                                   {L"yes", L"No"}, {L"0", L"No"},    {L"", L"No"},
+                                                   {L"11", L"No"}};
+    for (const auto& [Value, Sent] : Table) {
+        Server Game;
+        Outside::PutIni(L"C:\\Host\\settings\\config.ini", L"Settings", L"ReportErrors", Value);
+        Trapped(L"AnyProcedure", Profile, [] { Fail(9); });
+        const Lines Boxes = Outside::Recorded(L"ErrorBox");
+        ASSERT_EQ(Boxes.size(), 1u);
+        EXPECT_TRUE(Boxes[0].ends_with(L"\r\n\r\nError Report Sent: " + std::wstring(Sent)));
+        EXPECT_EQ(Outside::Recorded(L"SendErrorReport").size(), Sent == L"Yes" ? 1u : 0u);
+    }
+}
+
+TEST(Reports, EveryKindOfExceptionEndsInTheTrap) {
+    Server Game;
+    EXPECT_FALSE(Trapped(L"A", Profile, [] { throw std::bad_alloc(); }));
+    EXPECT_FALSE(Trapped(L"B", Profile, [] { throw std::runtime_error("odd"); }));
+    EXPECT_FALSE(Trapped(L"C", Profile, [] { throw 42; }));
+    EXPECT_TRUE(Trapped(L"D", Profile, [] {}));
+    EXPECT_EQ(Outside::Reports, (Lines{L"A: 7 ", L"B: 51 odd", L"C: 51 "}));
+}
+
+TEST(Boxes, EachKindHasItsTitle) {
+    Server Game;
+    ShowMsg(MsgKind::Error, L"a", Profile);
+    ShowMsg(MsgKind::Success, L"b", Profile);
+    ShowMsg(MsgKind::Failed, L"c", Profile);
+    ShowMsg(MsgKind::ActionRequired, L"d", Profile);
+    EXPECT_EQ(Outside::Journal,
+              (Lines{L"Box Error! a", L"Box Success b", L"Box Failed! c", L"Box Action Required! d"}));
+    EXPECT_TRUE(Outside::Reports.empty());
+}
+
+} // namespace

@@ -1,0 +1,199 @@
+// One tick of the sweep: given memory, files and settings, what reaches the game.
+#include <gtest/gtest.h>
+
+#include "enforcement/permanent_lists.h"
+#include "enforcement/sweep.h"
+#include "game/mdlVNT.h"
+#include "tests/native/server.h"
+
+namespace {
+
+constexpr TextView Everybody[] = {L"Alice", L"xbobx", L"BOB", L"Carol"};
+
+// Slots 1 to 4: Alice 10.0.0.1, xbobx 10.0.0.2, BOB 10.1.0.3, Carol 192.168.5.4.
+void JoinAll(Server& Game) {
+    Game.Join(1, "Alice", "10.0.0.1");
+    Game.Join(2, "xbobx", "10.0.0.2");
+    Game.Join(3, "BOB", "10.1.0.3");
+    Game.Join(4, "Carol", "192.168.5.4");
+}
+
+struct BanCase {
+    const char* What;
+    Lines Names;
+    Lines Ips;
+    Lines CommandLine; // the commands under each method
+    Lines Kernel;
+};
+
+const BanCase BanCases[] = {
+    {"nobody is banned", {}, {}, {}, {}},
+    {"the first line of a section counts", {L"Alice[1]"}, {}, {L"punt 01"}, {L"punt 01"}},
+    {"whole names compare whole; the INI look-up ignores case",
+     {L"Ali[1]", L"bob[1]", L"Carol[1]"},
+     {},
+     {L"punt 03", L"punt 04"},
+     {L"punt 03", L"punt 04"}},
+    {"parts compare with regard to case", {L"bob[2]"}, {}, {L"punt 02"}, {L"punt 02"}},
+    {"every matching part punts again",
+     {L"bob[2]", L"x[2]", L"obx[2]"},
+     {},
+     {L"punt 02", L"punt 02", L"punt 02"},
+     {L"punt 02", L"punt 02", L"punt 02"}},
+    {"a part without text bans nobody", {L"[2]"}, {}, {}, {}},
+    {"an exact address", {}, {L"10.0.0.2"}, {L"punt 02"}, {}},
+    {"ranges of each length",
+     {},
+     {L"192.*", L"10.1.*", L"10.0.0.*"},
+     {L"punt 01", L"punt 02", L"punt 03", L"punt 04"},
+     {}},
+    {"address, range and name punt thrice, in this order of players",
+     {L"BOB[1]", L"Alice[1]"},
+     {L"10.1.0.3", L"10.1.*"},
+     {L"punt 01", L"punt 03", L"punt 03", L"punt 03"},
+     {L"punt 01", L"punt 03"}},
+    {"a lone star bans nobody", {}, {L"*"}, {}, {}},
+};
+
+TEST(Sweep, BansUnderBothMethods) {
+    for (const BanCase& Each : BanCases) {
+        for (const bool Kernel : {false, true}) {
+            Server Game;
+            JoinAll(Game);
+            for (const std::wstring& Key : Each.Names) BanName(Key);
+            for (const std::wstring& Pattern : Each.Ips) BanIp(Pattern);
+            Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", Kernel ? L"1" : L"0");
+            tmrVN_Timer(Profile);
+            EXPECT_EQ(Commands(), Kernel ? Each.Kernel : Each.CommandLine)
+                << Each.What << (Kernel ? " (kernel)" : "");
+            EXPECT_TRUE(Outside::Reports.empty()) << Each.What;
+            EXPECT_TRUE(Outside::Recorded(L"MSG").empty()); // bans are quiet
+        }
+    }
+}
+
+TEST(Sweep, TheKernelMethodIsChosenByExactlyOne) {
+    for (const TextView Value : {L"0", L"", L"2", L"01", L"True", L"1.0"}) {
+        Server Game;
+        JoinAll(Game);
+        BanIp(L"10.0.0.2");
+        Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", Value);
+        tmrVN_Timer(Profile);
+        EXPECT_EQ(Commands(), Lines{L"punt 02"});
+    }
+}
+
+TEST(Sweep, NamelessAndBadlyAddressedPlayersArePunted) {
+    Server Game;
+    Game.Join(1, "Alice", "10.0.0.1");
+    Game.Join(2, "  ", "10.0.0.2");
+    Game.Join(3, "Mallory", "xx0B0C0D");
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Commands(), (Lines{L"punt 02", L"punt 03"}));
+    EXPECT_TRUE(Game.World.Players[1].Present);
+    EXPECT_FALSE(Game.World.Players[2].Present);
+    // The marker is a name like any other to the checks before it.
+    Game.Join(2, "  ", "10.0.0.2");
+    BanName(L"PUNT_PLAYER[1]");
+    Outside::Journal.clear();
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Commands(), (Lines{L"punt 02", L"punt 02"}));
+}
+
+TEST(Sweep, BetweenGamesOnlyQueuedSwitchesRun) {
+    Server Game({.State = 1});
+    JoinAll(Game);
+    BanName(L"Alice[1]");
+    mdlVNT::KillPermList(Profile).Add(L"Carol", L"Carol");
+    tmrVN_Timer(Profile);
+    EXPECT_TRUE(Outside::Journal.empty());
+    mdlVNT::SwitchQueue(Profile).Add(L"Carol", L"Carol");
+    mdlVNT::SwitchQueue(Profile).Add(L"Gone", L"Gone");
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Outside::Journal, Lines{L"WriteLong 2"});
+    EXPECT_EQ(Game.Stats(4, Layout::Statistics::Team), 2);
+    EXPECT_EQ(mdlVNT::SwitchQueue(Profile).Count(), 0u);
+    EXPECT_EQ(mdlVNT::KillPermList(Profile).Count(), 1u);
+}
+
+TEST(Sweep, PermanentListsActOnEveryTickAndEndWithTheStay) {
+    Server Game;
+    JoinAll(Game);
+    mdlVNT::KillPermList(Profile).Add(L"Alice", L"Alice");
+    mdlVNT::DisarmPermList(Profile).Add(L"Carol", L"Carol");
+    mdlVNT::DisarmPermList(Profile).Add(L"carol", L"carol");
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Game.Life(1), 1);
+    EXPECT_EQ(Game.Stats(4, Layout::Statistics::Armed), 0);
+    EXPECT_FALSE(InDisarmPermList(Profile, L"carol")); // nobody of that name is there
+    Game.SetLife(1, 2);
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Game.Life(1), 1);
+    Game.Leave(1);
+    tmrVN_Timer(Profile);
+    EXPECT_FALSE(InKillPermList(Profile, L"Alice"));
+    EXPECT_TRUE(InDisarmPermList(Profile, L"Carol"));
+    Game.Join(1, "Alice");
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Game.Life(1), Layout::Entity::Alive);
+    EXPECT_TRUE(Outside::Recorded(L"Box").empty());
+}
+
+TEST(Sweep, AHalfReadTablePunishesNobodyAndEmptiesNoList) {
+    // The read of the addresses, or of the names before the permanent lists, breaks off in its middle.
+    Server Measured;
+    JoinAll(Measured);
+    tmrVN_Timer(Profile);
+    const long Calls = Outside::Calls;
+    for (long Call = 1; Call <= Calls; ++Call) {
+        Server Game;
+        JoinAll(Game);
+        mdlVNT::KillPermList(Profile).Add(L"Carol", L"Carol");
+        Outside::FailCall(Call, Outside::Fault::Failure);
+        tmrVN_Timer(Profile);
+        EXPECT_TRUE(Commands().empty()) << "call " << Call;
+        EXPECT_TRUE(InKillPermList(Profile, L"Carol")) << "call " << Call;
+        EXPECT_LE(Outside::Reports.size(), 1u) << "call " << Call;
+    }
+}
+
+TEST(Sweep, ATickInsideATickIsDropped) {
+    Server Game;
+    JoinAll(Game);
+    BanName(L"Alice[1]");
+    Outside::BeforeCall = [](TextView) { tmrVN_Timer(Profile); };
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Commands(), Lines{L"punt 01"});
+    Outside::BeforeCall = nullptr;
+    Game.Join(1, "Alice");
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Commands().size(), 2u);
+}
+
+TEST(Sweep, ReportsNameTheAddressUnderCheck) {
+    Server Game;
+    JoinAll(Game);
+    Outside::BeforeCall = [](TextView Name) {
+        if (Name == L"GetIniKey") Outside::FailCall(0, Outside::Fault::Failure), Fail(1004, L"locked");
+    };
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Outside::Reports, Lines{L"tmrVN: 1004 locked [10.0.0.1]"});
+    Outside::BeforeCall = nullptr;
+    Outside::Reports.clear();
+    tmrVN_Timer(99); // no such profile
+    EXPECT_EQ(Outside::Reports, Lines{L"tmrVN: 9 Subscript out of range"});
+}
+
+TEST(Sweep, AFragmentIsParsedOnceHoweverManyPlayersAreOn) {
+    for (const int Players : {1, 16}) {
+        Server Game;
+        for (int Slot = 1; Slot <= Players; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
+        for (int I = 0; I < 200; ++I) BanName(L"nobody" + std::to_wstring(I) + L"[2]");
+        long Parsed = 0;
+        Outside::BeforeCall = [&](TextView Name) { Parsed += Name == L"ParseIniKey"; };
+        tmrVN_Timer(Profile);
+        EXPECT_EQ(Parsed, 200);
+    }
+}
+
+} // namespace

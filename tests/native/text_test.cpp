@@ -1,0 +1,150 @@
+// Number, text and address rules.
+#include <gtest/gtest.h>
+
+#include "enforcement/kernel_method.h"
+#include "enforcement/name_fragments.h"
+#include "game/mdlVNT.h"
+#include "game/memory_map.h"
+#include "game/player_table.h"
+#include "game/settings.h"
+#include "lists/ban_lists.h"
+#include "tests/native/server.h"
+
+namespace {
+
+TEST(Numbers, OnlyPlainDecimalsAreNumeric) {
+    for (const TextView Text : {L"0", L"7", L" 12 ", L"-3", L"+4", L"1.5", L".5", L"5.", L"00012", L"-.25"})
+        EXPECT_TRUE(IsNumeric(Text)) << std::string(Text.begin(), Text.end());
+    for (const TextView Text :
+         {L"", L" ", L".", L"-", L"1e5", L"0x1F", L"&H1", L"1,000", L"$3", L"1 2", L"--1", L"\t1"})
+        EXPECT_FALSE(IsNumeric(Text)) << std::string(Text.begin(), Text.end());
+}
+
+TEST(Numbers, WholeNumbersRoundHalfToEvenAndEndAt32Bits) {
+    const std::pair<TextView, Long> Table[] = {{L"0.5", 0},
+                                               {L"1.5", 2},
+                                               {L"2.5", 2},
+                                               {L"-0.5", 0},
+                                               {L"-1.5", -2},
+                                               {L"2.51", 3},
+                                               {L" 7 ", 7},
+                                               {L"2147483647", 2147483647},
+                                               {L"-2147483648", -2147483647 - 1}};
+    for (const auto& [Text, Number] : Table) EXPECT_EQ(ToWhole(Text), Number);
+    for (const std::wstring& Text : {std::wstring(L"2147483648"), std::wstring(400, L'9')}) {
+        try {
+            ToWhole(Text);
+            ADD_FAILURE();
+        } catch (const Failure& Caught) {
+            EXPECT_EQ(Caught.Number, ErrorNumber::Overflow);
+        }
+    }
+    EXPECT_THROW(ToWhole(L"abc"), Failure);
+}
+
+TEST(Addresses, PatternRules) {
+    for (const TextView Text : {L"127.0.0.1", L"127.0.0.*", L"127.0.*", L"127.*", L"*", L"-5.1.1.1",
+                                L" 1 .2.3.4", L"255.255.255.255"})
+        EXPECT_TRUE(IsValidIp(Text)) << std::string(Text.begin(), Text.end());
+    for (const TextView Text :
+         {L"", L"127.0.0", L"127.*.0.1", L"256.1.1.1", L"1.2.3.4.5", L"1.2.3.", L"1..2.3", L"a.b.c.d",
+          L"1.2.3.4.*", L"13.12.11.", L"*.*", L"1.2.3.99999999999999999999"})
+        EXPECT_FALSE(IsValidIp(Text)) << std::string(Text.begin(), Text.end());
+}
+
+TEST(Addresses, PackedWithTheFirstPartLowest) {
+    EXPECT_EQ(IpToLong(L"1.2.3.4"), 0x04030201);
+    EXPECT_EQ(IpToLong(L"0.0.0.255"), static_cast<Long>(0xFF000000u));
+    const std::pair<TextView, Long> Refused[] = {{L"300.1.1.1", ErrorNumber::Overflow},
+                                                 {L"-1.1.1.1", ErrorNumber::Overflow},
+                                                 {L"1.2.3", ErrorNumber::SubscriptOutOfRange},
+                                                 {L"a.2.3.4", ErrorNumber::TypeMismatch}};
+    for (const auto& [Text, Number] : Refused) {
+        try {
+            IpToLong(Text);
+            ADD_FAILURE();
+        } catch (const Failure& Caught) {
+            EXPECT_EQ(Caught.Number, Number);
+        }
+    }
+}
+
+TEST(Addresses, ConvertIpReversesThePairs) {
+    Server Game;
+    const std::pair<TextView, TextView> Table[] = {{L"C0A80001", L"1.0.168.192"},
+                                                   {L"0", L"0.0.0.0"},
+                                                   {L" 0 ", L"0.0.0.0"},
+                                                   {L" c0a80001 ", L"1.0.168.192"},
+                                                   {L"0102030405", L"4.3.2.1"}};
+    for (const auto& [Raw, Dotted] : Table) EXPECT_EQ(ConvertIP(Raw, Profile), Dotted);
+    EXPECT_TRUE(Outside::Reports.empty());
+    // A pair that is none ends it; what came before stays and is no address.
+    EXPECT_EQ(ConvertIP(L"xx0B0C0D", Profile), L"13.12.11.");
+    EXPECT_EQ(ConvertIP(L"zzzzzzzz", Profile), L"");
+    EXPECT_EQ(ConvertIP(L"1234", Profile), L"");
+    EXPECT_EQ(Outside::Reports, (Lines{L"ConvertIP: 13 Type mismatch", L"ConvertIP: 13 Type mismatch",
+                                       L"ConvertIP: 13 Type mismatch"}));
+}
+
+TEST(StartUp, BaseFolderIsWhatLiesAboveThePluginsFolders) {
+    const std::pair<TextView, TextView> Table[] = {
+        {L"C:\\Host\\Plugins\\dlls\\Vantor", L"C:\\Host"},
+        {L"C:\\Host\\plugins\\dlls\\Vantor", L"C:\\Host"},
+        {L"C:\\Host\\PLUGINS\\dlls\\Vantor", L"C:\\Host\\PLUGINS"},
+        {L"D:\\Plugins\\Host\\Plugins\\dlls\\Vantor", L"D:\\Host"},
+        {L"C:\\Elsewhere", L"C:\\Elsewhere"},
+    };
+    for (const auto& [Folder, Base] : Table) EXPECT_EQ(HostBaseOf(std::wstring(Folder)), Base);
+}
+
+TEST(Settings, PeriodsCompareAsText) {
+    for (const TextView Kept : {L"1", L"10", L"1.5", L"2", L"9"})
+        EXPECT_EQ(PeriodOr5(std::wstring(Kept)), Kept);
+    for (const TextView Replaced : {L"", L"0", L"05", L"0.5", L"abc", L"-3", L" 7"})
+        EXPECT_EQ(PeriodOr5(std::wstring(Replaced)), L"5");
+    EXPECT_EQ(SwitchOr0(L"1"), L"1");
+    EXPECT_EQ(SwitchOr0(L"True"), L"0");
+}
+
+TEST(MemoryMap, BothBuildsHoldThirteenAddressesHoweverOftenTheyAreSet) {
+    for (const auto Build : {Layout::Build::Standard, Layout::Build::Affiliate}) {
+        Server Game({.Build = Build});
+        SetMemory(Profile, Build == Layout::Build::Affiliate);
+        EXPECT_EQ(mdlVNT::MemoryMap(Profile).Count(), 13u);
+        const Layout::MemoryMap& Map = Layout::MapOf(Build);
+        const std::pair<const wchar_t*, std::uint32_t> Table[] = {
+            {L"GameState", Map.GameState},         {L"GameType", Map.GameType},
+            {L"MsgTypeAdd", Map.MsgTypeAdd},       {L"MsgTitleAdd", Map.MsgTitleAdd},
+            {L"MsgDisplayAdd", Map.MsgDisplayAdd}, {L"MsgStrAdd", Map.MsgStrAdd},
+            {L"PlayerList", Map.PlayerList},       {L"IpList", Map.IpList},
+            {L"MaxPlayers", Map.MaxPlayers},       {L"SerDedi", Map.SerDedi},
+            {L"PlyrStats", Map.PlyrStats},         {L"GamePort", Map.GamePort},
+            {L"WpnNameAdd", Map.WpnNameAdd}};
+        for (const auto& [Key, Address] : Table)
+            EXPECT_EQ(static_cast<std::uint32_t>(AddressOf(Profile, Key)), Address);
+    }
+    EXPECT_TRUE(IsAffiliateGame(L"DF_AFF"));
+    for (const TextView Other : {L"DF_aff", L"DF", L"", L"AFF", L"_AFF "})
+        EXPECT_FALSE(IsAffiliateGame(Other));
+}
+
+TEST(NameFragments, FewAndManyCountAlike) {
+    // With and without the index: the same names must give the same counts.
+    NameFragments Few, Many;
+    for (const TextView Each : {L"bob", L"bo", L"x", L"[clan]", L"bob"}) {
+        Few.Add(std::wstring(Each));
+        Many.Add(std::wstring(Each));
+    }
+    for (int I = 0; I < 500; ++I) Many.Add(L"never" + std::to_wstring(I));
+    const std::pair<TextView, Long> Table[] = {{L"xbobx", 4},   {L"BOB", 0}, {L"bobbob", 3},
+                                               {L"[clan]x", 2}, {L"", 0},    {L"b", 0}};
+    for (const auto& [Name, Count] : Table) {
+        EXPECT_EQ(Few.CountIn(Name), Count);
+        EXPECT_EQ(Many.CountIn(Name), Count);
+    }
+    Few.Add(L"");
+
+    EXPECT_EQ(Few.CountIn(L"me"), 0);
+}
+
+} // namespace
