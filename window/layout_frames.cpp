@@ -150,7 +150,7 @@ int LineHeightOf(const std::vector<Placed>& Cells) {
 
 } // namespace
 
-int LayoutGap() { return Scaled(5); }
+int LayoutGap() { return Scaled(4); }
 
 int ListHeight() { return 4 * (LineHeight() + Scaled(4)); }
 

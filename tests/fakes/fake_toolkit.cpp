@@ -11,7 +11,7 @@
 namespace FakeWindow {
 
 std::vector<int> MenuChoices;
-std::function<void()> WhileMenuIsOpen;
+std::function<void()> WhileNextMenuIsOpen;
 int TimersLeft;
 std::intptr_t KnownHostWindow;
 int PixelsPerInch;
@@ -119,7 +119,7 @@ bool BeginsWith(TextView Item, TextView Start) {
 void Reset() {
     if (Now) Frame::Destroy();
     MenuChoices.clear();
-    WhileMenuIsOpen = nullptr;
+    WhileNextMenuIsOpen = nullptr;
     TimersLeft = 1000;
     KnownHostWindow = 77;
     PixelsPerInch = 96;
@@ -170,6 +170,8 @@ void RightClickRow(int Row) {
 }
 
 void PressHeader(int Column) { mfg_MouseUp(Column); }
+
+void Command(int Entry) { Raise(Entry, Event::Click); }
 
 void ChooseForRow(int Row, int Entry) {
     MenuChoices.push_back(Entry);
@@ -354,29 +356,13 @@ int PopUpMenu(const std::vector<MenuEntry>& Entries) {
     using namespace FakeWindow;
     Menu.clear();
     Note(Entries, L"");
-    if (WhileMenuIsOpen) WhileMenuIsOpen();
+    if (const auto Once = std::exchange(WhileNextMenuIsOpen, nullptr)) Once();
     if (MenuChoices.empty()) return 0;
     const int Chosen = MenuChoices.front();
     MenuChoices.erase(MenuChoices.begin());
     if (!Offers(Entries, Chosen)) Impossible("the menu does not offer", Chosen);
     return Chosen;
 }
-
-// The measures of a small bitmap font.
-namespace Measure {
-int Scaled(int Pixels96) { return Pixels96 * FakeWindow::PixelsPerInch / 96; }
-int LineHeight() { return Scaled(13); }
-int TextWidth(TextView Text) { return Scaled(6) * static_cast<int>(Text.size()); }
-int TextHeight(TextView Text, int Width) {
-    const int Letters = std::max(1, Width / Scaled(6) - 12); // the last word of a line moves to the next
-    return LineHeight() * (1 + static_cast<int>(Text.size()) / Letters);
-}
-Rect TabInterior(const Rect& Outer) {
-    const int Border = Scaled(4);
-    const int Top = Scaled(23);
-    return {Outer.X + Border, Outer.Y + Top, Outer.Width - 2 * Border, Outer.Height - Top - Border};
-}
-} // namespace Measure
 
 namespace Frame {
 void Create(Place) { Now.emplace(); }

@@ -26,10 +26,11 @@ void PressEnter(int Id);
 void ChooseRow(int Row);     // left button; row 1 is the first player
 void RightClickRow(int Row); // 0 is the header, -1 the empty space below
 void PressHeader(int Column);
+void Command(int Entry); // a menu entry without its menu
 
 // What is chosen in the menus that pop up next, from the front; nothing when empty.
 extern std::vector<int> MenuChoices;
-extern std::function<void()> WhileMenuIsOpen;
+extern std::function<void()> WhileNextMenuIsOpen; // once
 // Right click on the row, then the entry.
 void ChooseForRow(int Row, int Entry);
 
