@@ -6,7 +6,9 @@
 
 namespace {
 
-constexpr DISPID GetDataId = 2; // as in qrvVNT.idl
+// As in qrvVNT.idl.
+constexpr DISPID GetDataId = 2;
+constexpr GUID PluginRecordId = {0xabb61003, 0x21f4, 0x4478, {0x93, 0x3e, 0x1f, 0x6a, 0xb4, 0x70, 0x6f, 0xa9}};
 
 ITypeInfo* Interface = nullptr;
 ITypeInfo* Record = nullptr;
@@ -23,14 +25,7 @@ HRESULT LoadTypeInfo() noexcept {
     if (FAILED(Result)) return Result;
     ForgetTypeInfo();
     Result = Library->GetTypeInfoOfGuid(IID__clsPlugin, &Interface);
-    // The record is described by name: its identifier is that of the structure, not of an interface.
-    if (SUCCEEDED(Result)) {
-        OLECHAR Name[] = L"PLUGIN";
-        MEMBERID Member = 0;
-        USHORT Found = 1;
-        Result = Library->FindName(Name, 0, &Record, &Member, &Found);
-        if (SUCCEEDED(Result) && Found != 1) Result = TYPE_E_ELEMENTNOTFOUND;
-    }
+    if (SUCCEEDED(Result)) Result = Library->GetTypeInfoOfGuid(PluginRecordId, &Record);
     Library->Release();
     return Result;
 }
