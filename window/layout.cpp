@@ -23,7 +23,8 @@ int LeastRight(const ListPage& Page) {
 
 // Beyond a width that is easy to read the list gets the rest.
 int RightWidth(const ListPage& Page, int Width) {
-    return std::max(LeastRight(Page), std::min(Width * 11 / 20, Scaled(400)));
+    const int Spared = Width - 3 * LayoutGap() - FrameWidth(Page.Details);
+    return std::max(LeastRight(Page), std::min({Spared, Width * 11 / 20, Scaled(400)}));
 }
 
 Size SmallestListPage(const ListPage& Page) {

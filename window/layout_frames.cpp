@@ -70,19 +70,19 @@ constexpr Line LineRows[] = {
 };
 
 int CellGap() { return Scaled(5); }
-int Side() { return Scaled(8); }
+int Side() { return Scaled(7); }
 int Bottom() { return Scaled(7); }
 int Top(int Frame) { return *RowOf(Frame).Caption != 0 ? LineHeight() + Scaled(3) : Scaled(10); }
 
 int NaturalWidth(const ControlRow& Row) {
     const int Text = TextWidth(Row.Caption);
-    if (Row.What == Kind::Push) return std::max(Text + Scaled(18), Scaled(70));
+    if (Row.What == Kind::Push) return std::max(Text + Scaled(18), Scaled(64));
     return Row.What == Kind::Caption ? Text : Text + Scaled(22); // the rest have a mark before the text
 }
 
 int LeastFill(const ControlRow& Row) {
     if (Row.What == Kind::Value) return TextWidth(L"2004-07-09 19:05:03");
-    return Row.What == Kind::Text ? Scaled(56) : Scaled(150);
+    return Row.What == Kind::Text ? Scaled(52) : Scaled(150);
 }
 
 int ColumnWidth(int Frame) {
@@ -99,7 +99,7 @@ int CellWidth(const Cell& In, int Frame) {
     switch (In.Width) {
     case Fit::Natural: return NaturalWidth(RowOf(In.Id));
     case Fit::Column: return ColumnWidth(Frame);
-    case Fit::Digits: return TextWidth(L"00000") + Scaled(12);
+    case Fit::Digits: return TextWidth(L"0000") + Scaled(10);
     case Fit::Fill: return LeastFill(RowOf(In.Id));
     case Fit::None: break;
     }

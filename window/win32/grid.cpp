@@ -10,8 +10,15 @@ using Native::Send;
 
 namespace {
 
-constexpr int PlayerColumn = 1; // takes the width that the others leave
-constexpr int TeamColumn = 4;   // only while a screen reader runs: it cannot tell the row's colour
+constexpr int TeamColumn = 4; // only while a screen reader runs: it cannot tell the row's colour
+
+// What a column must show, and its share (per cent) of the width that is left over.
+struct ColumnWidth {
+    const wchar_t* Longest;
+    int Share;
+};
+constexpr ColumnWidth ColumnWidths[] = {
+    {L"Slot", 0}, {L"Player", 65}, {L"255.255.255.255", 25}, {L"Ping", 10}, {L"Blue Team", 0}};
 
 struct TeamRow {
     const wchar_t* Name;
@@ -168,18 +175,21 @@ RECT GridRowRect(int Row) noexcept {
 
 void FitGridColumns() noexcept {
     Trapped(L"mfg", mdlVNT::CurrentProfile, [] {
-        const int Pad = Measure::Scaled(24); // room for the sort mark
-        const int Slot = Measure::TextWidth(L"Slot") + Pad;
-        const int Ip = Measure::TextWidth(L"255.255.255.255") + Pad;
-        const int Ping = Measure::TextWidth(L"Ping") + Pad;
-        const int Team = ColumnCount() > TeamColumn ? Measure::TextWidth(Teams[1].Name) + Pad : 0;
         RECT Inside{};
         GetWindowRect(WindowOf(ID_mfg), &Inside);
-        const int Rest = static_cast<int>(Inside.right - Inside.left) - Slot - Ip - Ping - Team -
-                         GetSystemMetrics(SM_CXVSCROLL) - 2 * GetSystemMetrics(SM_CXEDGE);
-        const int Widths[] = {Slot, std::max(Rest, Measure::Scaled(80)), Ip, Ping, Team};
+        int Spare = static_cast<int>(Inside.right - Inside.left) - GetSystemMetrics(SM_CXVSCROLL) -
+                    2 * GetSystemMetrics(SM_CXEDGE);
+        std::vector<int> Widths;
+        for (const ColumnWidth& Each : ColumnWidths) {
+            Widths.push_back(Measure::TextWidth(Each.Longest) +
+                             Measure::Scaled(24)); // room for the sort mark
+            if (static_cast<int>(Widths.size()) <= ColumnCount()) Spare -= Widths.back();
+        }
+        for (std::size_t Number = 0; Number < Widths.size(); ++Number)
+            Widths[Number] += std::max(Spare, 0) * ColumnWidths[Number].Share / 100;
         for (int Number = 0; Number < ColumnCount(); ++Number)
-            Send(ID_mfg, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(Number), Widths[Number]);
+            Send(ID_mfg, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(Number),
+                 Widths[static_cast<std::size_t>(Number)]);
     });
 }
 
