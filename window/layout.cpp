@@ -40,12 +40,12 @@ void PlaceListPage(Places& Out, const ListPage& Page, int Width, int Height) {
     const int Right = RightWidth(Page, Width);
     const int Left = Width - Right - 3 * Gap;
     const int Inside = Height - 3 * Gap;
-    // Long reasons get some of a tall page.
-    const int Details = FrameHeight(Page.Details, Left);
-    const int Roomy = std::clamp(Inside * 2 / 5, Details, Details + 3 * Measure::LineHeight());
-    const int DetailsHeight = Page.Details == ID_Frame8 ? Roomy : Details;
-    Out.push_back({Page.List, {Gap, Gap, Left, Inside - DetailsHeight}});
-    PlaceFrame(Out, Page.Details, {Gap, Height - Gap - DetailsHeight, Left, DetailsHeight});
+    // A long reason gets the lines that the list does not need.
+    const int Least = FrameHeight(Page.Details, Left);
+    const int MoreLines = std::clamp((Inside / 2 - Least) / Measure::LineHeight(), 0, 3);
+    const int Details = Least + (Page.Details == ID_Frame8 ? MoreLines * Measure::LineHeight() : 0);
+    Out.push_back({Page.List, {Gap, Gap, Left, Inside - Details}});
+    PlaceFrame(Out, Page.Details, {Gap, Height - Gap - Details, Left, Details});
 
     const int X = Left + 2 * Gap;
     const int Options = FrameWidth(Page.Options);

@@ -41,6 +41,7 @@ LRESULT CALLBACK FrameProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) n
     case WM_THEMECHANGED:
     case WM_SYSCOLORCHANGE: Native::ForgetPageBackground(); break;
     case DpiChangedAfterParent: Restyle(Window); return 0;
+    case WM_DESTROY: Native::StopTooltips(); return 0;
     case WM_NCDESTROY:
         // At our wish, or because the host's window goes with everything in it.
         if (Window == TheFrame) ForgetEverything();
@@ -94,6 +95,7 @@ void Create(Place Where) {
                                    0, 0, 0, nullptr, nullptr, Module::Instance(), nullptr);
         if (TheFrame == nullptr) Fail(ErrorNumber::OutOfMemory, L"The window could not be created.", Where);
         Native::BuildControls(TheFrame);
+        Native::StartTooltips(TheFrame);
     } catch (...) {
         Destroy();
         throw;

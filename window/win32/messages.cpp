@@ -55,6 +55,7 @@ void OnCommand(WPARAM W, LPARAM L) noexcept {
 }
 
 LRESULT OnNotify(const NMHDR* Header) noexcept {
+    if (Header->code == TTN_GETDISPINFOW) OnTooltip(Header);
     if (Header->idFrom == ID_mfg) return OnGridNotify(Header);
     if (Header->idFrom == ID_stMain && Header->code == TCN_SELCHANGE)
         ShowPage(static_cast<int>(Send(ID_stMain, TCM_GETCURSEL)));

@@ -91,6 +91,12 @@ int GridRowAt(POINT Screen) noexcept;
 RECT GridRowRect(int Row) noexcept; // on the screen
 void FitGridColumns() noexcept;
 
+// --- Tooltips (tooltips.cpp): values that are longer than their labels.
+
+void StartTooltips(HWND Frame) noexcept;
+void StopTooltips() noexcept;
+void OnTooltip(const NMHDR* Header) noexcept;
+
 // --- Keyboard (keyboard.cpp): Tab and Enter work although the message loop is the host's.
 
 void StartKeyboard() noexcept;
