@@ -76,6 +76,7 @@ void WriteGlobals(const Game& World) {
     Write(Map.PlyrStats, World.Memory.Statistics.Address);
     Write(Map.IpList, World.Memory.Clients.Address);
     Write(Map.MsgTypeAdd, 0);
+    WriteText(World.Memory, Map.MsgTitleAdd, "Server", 16);
     WriteText(World.Memory, Map.WpnNameAdd, "M4", 16);
 }
 
