@@ -57,11 +57,11 @@ constexpr ControlRow Rows[] = {
     {ID_pageSettings, Kind::Page, 0, L"Settings"},
     {ID_Frame5, Kind::Frame, ID_pageSettings, L"IP Ban Method"},
     {ID_optMethod, Kind::OptionStart, ID_pageSettings, L"Game Command Line"},
+    {ID_optMethod + 1, Kind::Option, ID_pageSettings, L"Kernel Driver"},
     {ID_lblMethod, Kind::Caption, ID_pageSettings,
      L"Game Command Line: This method uses the games commmand prompt to instantly punt players as soon as "
      L"they join "
      L"the server."},
-    {ID_optMethod + 1, Kind::Option, ID_pageSettings, L"Kernel Driver"},
     {ID_lblMethod + 1, Kind::Caption, ID_pageSettings,
      L"Kernel Driver: This method monitors network traffic and blocks all data packets sent from banned IP "
      L"Addresses."},

@@ -27,7 +27,8 @@ struct ControlRow {
     const wchar_t* Caption;
 };
 
-// In the order of the Tab key; a label stands before the control it names.
+// In the order of the Tab key; a label stands before the control it names, and the option buttons of a group
+// stand together, so that the arrow keys find them.
 std::span<const ControlRow> Controls();
 const ControlRow& RowOf(int Id);
 

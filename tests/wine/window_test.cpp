@@ -1,0 +1,408 @@
+// The real window, driven by mouse and keyboard as the administrator does it. Game and files are those in
+// memory, so that what a click did can be read off at once.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "host/win32/boxes.h"
+#include "plugin/lifecycle.h"
+#include "tests/native/server.h"
+#include "window/controls.h"
+#include "window/frmVNT.h"
+
+namespace Platform {
+// The boxes are recorded, not shown: none needs an owner.
+void SetOwner(std::intptr_t) noexcept {}
+} // namespace Platform
+
+namespace {
+
+constexpr UINT MenuHandleOf = 0x01E1; // MN_GETHMENU
+constexpr int Wide = 640, Tall = 480;
+
+// --- Input
+
+void Pump(DWORD Milliseconds = 60) {
+    const DWORD End = GetTickCount() + Milliseconds;
+    do {
+        MSG Message;
+        while (PeekMessageW(&Message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&Message);
+            DispatchMessageW(&Message);
+        }
+        Sleep(1);
+    } while (GetTickCount() < End);
+}
+
+void SendKey(WORD Key, bool Down) {
+    INPUT Input{};
+    Input.type = INPUT_KEYBOARD;
+    Input.ki.wVk = Key;
+    Input.ki.dwFlags = Down ? 0 : KEYEVENTF_KEYUP;
+    SendInput(1, &Input, sizeof Input);
+}
+
+void Press(WORD Key, WORD With = 0) {
+    if (With != 0) SendKey(With, true);
+    SendKey(Key, true);
+    SendKey(Key, false);
+    if (With != 0) SendKey(With, false);
+}
+
+void ClickAt(POINT Screen, DWORD Down, DWORD Up) {
+    SetCursorPos(Screen.x, Screen.y);
+    for (const DWORD Flags : {Down, Up}) {
+        INPUT Input{};
+        Input.type = INPUT_MOUSE;
+        Input.mi.dwFlags = Flags;
+        SendInput(1, &Input, sizeof Input);
+    }
+}
+
+POINT MiddleOf(HWND Window, RECT Place) {
+    MapWindowPoints(Window, nullptr, reinterpret_cast<POINT*>(&Place), 2);
+    return {(Place.left + Place.right) / 2, (Place.top + Place.bottom) / 2};
+}
+
+// --- What runs while a menu is open: its own message loop keeps ours from going on.
+
+std::function<void(HMENU)> InMenu;
+
+void CALLBACK LookForMenu(HWND Window, UINT, UINT_PTR Id, DWORD) {
+    const HWND Menu = FindWindowW(L"#32768", nullptr);
+    if (Menu == nullptr || !IsWindowVisible(Menu) || !InMenu) return;
+    KillTimer(Window, Id);
+    std::exchange(InMenu, nullptr)(reinterpret_cast<HMENU>(SendMessageW(Menu, MenuHandleOf, 0, 0)));
+}
+
+std::wstring CaptionAt(HMENU Menu, int Position) {
+    wchar_t Text[200] = L"";
+    GetMenuStringW(Menu, static_cast<UINT>(Position), Text, 200, MF_BYPOSITION);
+    return Text;
+}
+
+// Goes down to the entry with the caption and takes it, with the keyboard.
+void Choose(HMENU Menu, TextView Caption) {
+    for (int Position = 0; Position < GetMenuItemCount(Menu); ++Position) {
+        const std::wstring At = CaptionAt(Menu, Position);
+        if (!At.empty()) Press(VK_DOWN); // separators are passed over
+        if (At == Caption) return Press(VK_RETURN);
+    }
+    ADD_FAILURE() << "the menu has no such entry";
+    Press(VK_ESCAPE);
+}
+
+// --- The window
+
+LRESULT CALLBACK HostProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) {
+    return DefWindowProcW(Window, Message, W, L);
+}
+
+HWND Found;
+int Sought;
+BOOL CALLBACK IsIt(HWND Window, LPARAM) {
+    if (GetDlgCtrlID(Window) == Sought) Found = Window;
+    return Found == nullptr;
+}
+
+class RealWindow : public testing::Test {
+protected:
+    void SetUp() override {
+        WNDCLASSW Class{};
+        Class.lpfnWndProc = HostProcedure;
+        Class.lpszClassName = L"TestHost";
+        Class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_3DFACE + 1);
+        RegisterClassW(&Class);
+        Host = CreateWindowW(L"TestHost", L"Host", WS_POPUP | WS_VISIBLE, 0, 0, Wide, Tall + 30, nullptr,
+                             nullptr, nullptr, nullptr);
+        Box =
+            CreateWindowW(L"Edit", L"", WS_CHILD | WS_VISIBLE, 0, 0, 80, 20, Host, nullptr, nullptr, nullptr);
+        SetForegroundWindow(Host);
+        SetFocus(Box);
+        Game.Join(3, "Bob", "10.0.0.7", 1, 50);
+        Game.Join(12, "Rita", "10.0.0.10", 2, 140);
+        Open();
+        Outside::Journal.clear();
+    }
+    void TearDown() override {
+        frmVNT::Unload();
+        DestroyWindow(Host);
+        InMenu = nullptr;
+    }
+    void Open() {
+        Pdat Data = HostData();
+        Data[PdatElement::AreaWidth] = {L"", Wide * frmVNT::TwipsPerPixelX(), true};
+        Data[PdatElement::AreaHeight] = {L"", Tall * frmVNT::TwipsPerPixelY(), true};
+        LoadInterface(Profile, reinterpret_cast<std::intptr_t>(Host), Data);
+        Pump();
+    }
+    HWND At(int Id) const {
+        Found = nullptr;
+        Sought = Id;
+        EnumChildWindows(Host, IsIt, 0);
+        EXPECT_NE(Found, nullptr) << Id;
+        return Found;
+    }
+    HWND Header() const { return ListView_GetHeader(At(ID_mfg)); }
+    void ClickRow(int Row, DWORD Down, DWORD Up) const {
+        RECT Place{};
+        ListView_GetItemRect(At(ID_mfg), Row, &Place, LVIR_BOUNDS);
+        ClickAt(MiddleOf(At(ID_mfg), Place), Down, Up);
+    }
+    void RightClickRow(int Row) const { ClickRow(Row, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP); }
+    void ClickColumn(int Column) const {
+        RECT Place{};
+        Header_GetItemRect(Header(), Column, &Place);
+        ClickAt(MiddleOf(Header(), Place), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+        Pump();
+    }
+    // The next menu is looked for while it opens; Do runs in it.
+    void WithMenu(std::function<void(HMENU)> Do) const {
+        InMenu = std::move(Do);
+        SetTimer(Host, 99, 30, LookForMenu);
+    }
+    std::wstring Cell(int Row, int Column) const {
+        wchar_t Text[200] = L"";
+        LVITEMW Item{};
+        Item.iSubItem = Column;
+        Item.pszText = Text;
+        Item.cchTextMax = 200;
+        SendMessageW(At(ID_mfg), LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), reinterpret_cast<LPARAM>(&Item));
+        return Text;
+    }
+    int SelectedRow() const { return ListView_GetNextItem(At(ID_mfg), -1, LVNI_SELECTED); }
+
+    Server Game;
+    HWND Host = nullptr, Box = nullptr;
+};
+
+TEST_F(RealWindow, TakesItsPlaceAndLeavesTheHostsFocusAlone) {
+    EXPECT_EQ(GetFocus(), Box);
+    const HWND Frame = GetParent(At(ID_mfg));
+    EXPECT_EQ(GetParent(Frame), Host);
+    RECT Place{};
+    GetWindowRect(Frame, &Place);
+    MapWindowPoints(nullptr, Host, reinterpret_cast<POINT*>(&Place), 2);
+    EXPECT_EQ(Place.left, 2);
+    EXPECT_EQ(Place.top, 30);
+    EXPECT_EQ(Place.right - Place.left, Wide);
+    EXPECT_EQ(Place.bottom - Place.top, Tall - 28);
+    EXPECT_EQ(GetWindowLongW(Frame, GWL_STYLE) & (WS_CHILD | WS_POPUP), WS_CHILD);
+    EXPECT_EQ(Cell(1, 1), L"Rita");
+}
+
+TEST_F(RealWindow, ARightClickChoosesTheRowAndItsMenuActsOnIt) {
+    WithMenu([&](HMENU Menu) {
+        EXPECT_EQ(SelectedRow(), 1);
+        EXPECT_EQ(CaptionAt(Menu, 0), L"Punt Player");
+        Choose(Menu, L"Punt Player");
+    });
+    RightClickRow(1);
+    Pump(700);
+    EXPECT_EQ(Commands(), Lines{L"punt 12"});
+    EXPECT_EQ(ListView_GetItemCount(At(ID_mfg)), 1);
+}
+
+TEST_F(RealWindow, TheMenuKeyOpensTheMenuOfTheSelectedRow) {
+    Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", L"R&B is 50%\tbetter");
+    Open();
+    ClickRow(0, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    Pump(600);
+    EXPECT_EQ(GetFocus(), At(ID_mfg));
+    Press(VK_DOWN);
+    Pump();
+    EXPECT_EQ(SelectedRow(), 1);
+    WithMenu([&](HMENU Menu) {
+        EXPECT_EQ(CaptionAt(GetSubMenu(Menu, 0), 0), L"R&&B is 50% better");
+        Press(VK_DOWN);
+        Press(VK_RIGHT);
+        Press(VK_RETURN);
+    });
+    Press(VK_APPS);
+    Pump(700);
+    EXPECT_EQ(Outside::Recorded(L"MSG"), Lines{L"MSG 3 Rita.....R&B is 50%\tbetter"});
+}
+
+TEST_F(RealWindow, AnEmptyGridOffersOnlyTheRefresh) {
+    RECT Place{};
+    Header_GetItemRect(Header(), 1, &Place);
+    bool Opened = false;
+    const auto Look = [&](HMENU Menu) {
+        Opened = true;
+        EXPECT_EQ(GetMenuItemCount(Menu), 1);
+        Choose(Menu, L"Refresh Player List");
+    };
+    WithMenu(Look);
+    ClickAt(MiddleOf(Header(), Place), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+    Pump(300);
+    EXPECT_FALSE(Opened) << "with players the header has no menu";
+    Game.Leave(3);
+    Game.Leave(12);
+    frmVNT::FormReload();
+    WithMenu(Look);
+    ClickAt(MiddleOf(Header(), Place), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+    Game.Join(5, "Eve");
+    Pump(700);
+    EXPECT_TRUE(Opened);
+    EXPECT_EQ(Cell(0, 1), L"Eve");
+}
+
+TEST_F(RealWindow, HeaderClicksAndCtrlWithADigitSort) {
+    ClickColumn(2);
+    EXPECT_EQ(Cell(0, 2), L"10.0.0.7");
+    Sleep(GetDoubleClickTime());
+    ClickColumn(2);
+    EXPECT_EQ(Cell(0, 2), L"10.0.0.10");
+    SetFocus(At(ID_mfg));
+    Press('4', VK_CONTROL);
+    Pump();
+    EXPECT_EQ(Cell(0, 3), L"50");
+}
+
+TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
+    stMain.Turn(1);
+    SetFocus(At(ID_mfg));
+    Pump();
+    std::vector<int> Visited;
+    for (int Step = 0; Step < 7; ++Step) {
+        Press(VK_TAB);
+        Pump();
+        Visited.push_back(GetDlgCtrlID(GetFocus()));
+    }
+    EXPECT_EQ(Visited, (std::vector<int>{ID_lstBannedIps, ID_cmdRemoveIp, ID_txtSearchIp, ID_cmdSearchIp,
+                                         ID_txtAddIp, ID_cmdAddIp, ID_stMain}));
+    Press(VK_RIGHT); // the next tab
+    Pump();
+    EXPECT_TRUE(IsWindowVisible(At(ID_chkIdlePunt)));
+    EXPECT_FALSE(IsWindowVisible(At(ID_txtAddIp)));
+    Press(VK_LEFT);
+    for (int Back = 0; Back < 2; ++Back) Press(VK_TAB, VK_SHIFT);
+    Pump();
+    ASSERT_EQ(GetFocus(), At(ID_txtAddIp));
+    for (const char Letter : std::string("127")) Press(static_cast<WORD>(Letter));
+    Press(VK_OEM_PERIOD);
+    Press(VK_MULTIPLY);
+    Press(VK_RETURN);
+    Pump();
+    EXPECT_EQ(Outside::Recorded(L"Box"), Lines{L"Box Success IP Address added successfully."});
+    EXPECT_EQ(lstBannedIps.Item(0), L"127.*");
+    SetFocus(Box);
+    Press('A');
+    Press(VK_TAB);
+    Pump();
+    EXPECT_EQ(GetFocus(), Box) << "the host's own controls are the host's affair";
+}
+
+TEST_F(RealWindow, ArrowsChooseAmongOptionButtons) {
+    stMain.Turn(2);
+    SetFocus(At(ID_optMethod));
+    Press(VK_DOWN);
+    Pump();
+    EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"), L"1");
+    Press(VK_UP);
+    Pump();
+    EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"), L"0");
+}
+
+TEST_F(RealWindow, OnlyTypingStoresASetting) {
+    EXPECT_FALSE(Outside::HasFile(PlayersIni));
+    stMain.Turn(2);
+    SetFocus(At(ID_txtIdleMax));
+    SendMessageW(At(ID_txtIdleMax), EM_SETSEL, 0, -1);
+    Press('7');
+    Pump();
+    EXPECT_EQ(Outside::FileText(PlayersIni), L"[IdleMax]\r\nServer1=7\r\n");
+}
+
+TEST_F(RealWindow, ARefreshWithTheSamePlayersPaintsNothing) {
+    UpdateWindow(At(ID_mfg));
+    Pump();
+    for (const bool Changed : {false, true}) {
+        if (Changed) Simulation::ChangePing(Game.World, 3, 77);
+        SendMessageW(GetParent(At(ID_mfg)), WM_COMMAND, ID_mnuRefresh, 0);
+        EXPECT_EQ(GetUpdateRect(At(ID_mfg), nullptr, FALSE) != FALSE, Changed);
+        EXPECT_FALSE(GetUpdateRect(At(ID_lblTeams), nullptr, FALSE));
+    }
+}
+
+TEST_F(RealWindow, ARefreshKeepsScrollPositionAndSelection) {
+    for (int Slot = 1; Slot <= 16; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
+    frmVNT::FormReload();
+    ListView_EnsureVisible(At(ID_mfg), 15, FALSE);
+    const int Top = ListView_GetTopIndex(At(ID_mfg));
+    ASSERT_GT(Top, 0);
+    ClickRow(14, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    Pump();
+    Simulation::ChangePing(Game.World, 9, 77);
+    frmVNT::FormReload();
+    EXPECT_EQ(ListView_GetTopIndex(At(ID_mfg)), Top);
+    EXPECT_EQ(SelectedRow(), 14);
+    // A click beside the rows leaves the highlight where the menu will act.
+    RECT Inside{};
+    for (int Slot = 4; Slot <= 16; ++Slot) Game.Leave(Slot);
+    frmVNT::FormReload();
+    ClickRow(1, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    Pump();
+    GetClientRect(At(ID_mfg), &Inside);
+    ClickAt(MiddleOf(At(ID_mfg), {40, Inside.bottom - 8, 60, Inside.bottom - 4}), MOUSEEVENTF_LEFTDOWN,
+            MOUSEEVENTF_LEFTUP);
+    Pump(300);
+    EXPECT_EQ(SelectedRow(), 1);
+}
+
+TEST_F(RealWindow, AScreenReaderHearsTeamsAndLabels) {
+    EXPECT_EQ(Header_GetItemCount(Header()), 4);
+    SystemParametersInfoW(SPI_SETSCREENREADER, TRUE, nullptr, 0);
+    frmVNT::Unload();
+    Open();
+    EXPECT_EQ(Header_GetItemCount(Header()), 5);
+    EXPECT_EQ(Cell(0, 4), L"Blue Team");
+    EXPECT_EQ(Cell(1, 4), L"Red Team");
+    SystemParametersInfoW(SPI_SETSCREENREADER, FALSE, nullptr, 0);
+    for (const ControlRow& Row : Controls()) {
+        if (Row.What != Kind::Text && Row.What != Kind::List) continue;
+        const HWND Before = GetWindow(At(Row.Id), GW_HWNDPREV);
+        wchar_t Class[20] = L"";
+        GetClassNameW(Before, Class, 20);
+        EXPECT_STREQ(Class, L"Static") << Row.Id;
+        EXPECT_GT(GetWindowTextLengthW(Before), 0) << Row.Id;
+    }
+}
+
+TEST_F(RealWindow, WhatIsLongerThanItsControlStaysWhole) {
+    const std::wstring Long(3000, L'x');
+    Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", Long);
+    frmVNT::FormReload();
+    EXPECT_EQ(lstSlaps.Item(0), Long);
+    EXPECT_GT(SendMessageW(At(ID_lstSlaps), LB_GETHORIZONTALEXTENT, 0, 0), 3000);
+    lstSlaps.Replace(0, L"a\tb & \u0080\u00FF");
+    EXPECT_EQ(lstSlaps.Item(0), L"a\tb & \u0080\u00FF");
+    EXPECT_EQ(lstSlaps.Selected(), 0);
+}
+
+TEST_F(RealWindow, GoesWithoutATraceAndComesBack) {
+    WNDCLASSW Class{};
+    for (int Round = 0; Round < 3; ++Round) {
+        const HWND Frame = GetParent(At(ID_mfg));
+        if (Round == 1) { // the host's window goes, with everything in it
+            DestroyWindow(Host);
+            EXPECT_FALSE(frmVNT::IsLoaded());
+            Host = CreateWindowW(L"TestHost", L"Host", WS_POPUP | WS_VISIBLE, 0, 0, Wide, Tall + 30, nullptr,
+                                 nullptr, nullptr, nullptr);
+        }
+        UnLoadInterface();
+        EXPECT_FALSE(IsWindow(Frame));
+        EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), L"frmVNT", &Class));
+        EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), L"frmVNT.Page", &Class));
+        EXPECT_FALSE(frmVNT::IsLoaded());
+        frmVNT::UnloadSweepTimer(Profile);
+        Open();
+        EXPECT_EQ(Cell(0, 1), L"Bob");
+        EXPECT_EQ(Outside::Reports, Lines());
+    }
+}
+
+} // namespace
