@@ -34,8 +34,7 @@ struct Tick {
     std::wstring NamesFile, IpsFile;
     Lines Names, Addrs;
     Lines NameSection;
-    bool FragmentsRead = false;
-    NameFragments Fragments;
+    std::vector<Long> FragmentHits; // by slot; empty until somebody is there to be checked
 };
 
 struct Player {
@@ -65,11 +64,12 @@ void CheckExactAddress(Tick& Now, const Player& Who) {
 
 void CheckAddressPrefixes(Tick& Now, const Player& Who) {
     if (Trim(Who.Address).empty()) return;
-    const Lines Parts = Split(Who.Address, L".");
-    std::wstring Prefix;
-    for (std::size_t Part = 0; Part < 3 && Part < Parts.size(); ++Part) {
-        Prefix += Parts[Part] + L".";
-        PuntIfBanned(Now, Who, IpsSection, Now.IpsFile, Prefix + L"*");
+    // "1.*", "1.2.*" and "1.2.3.*"
+    std::size_t Point = 0;
+    for (int Parts = 1; Parts <= 3; ++Parts, ++Point) {
+        Point = Who.Address.find(L'.', Point);
+        if (Point == std::wstring::npos) return;
+        PuntIfBanned(Now, Who, IpsSection, Now.IpsFile, Who.Address.substr(0, Point + 1) + L'*');
     }
 }
 
@@ -77,21 +77,22 @@ void CheckWholeName(Tick& Now, const Player& Who) {
     PuntIfBanned(Now, Who, NamesSection, Now.NamesFile, Who.Name + std::wstring(WholeName));
 }
 
-// Each entry is parsed once in a tick, and only when somebody is there to be checked.
-void ReadFragments(Tick& Now) {
-    Now.FragmentsRead = true;
+// The part-of-name entries, each parsed once in a tick.
+Lines ReadFragments(const Tick& Now) {
+    Lines Fragments;
     for (const std::wstring& Entry : Now.NameSection) {
         if (Entry.empty()) continue;
         std::wstring Key = FileHelper::ParseIniEntry(Entry).first;
         if (!Key.ends_with(PartOfName)) continue;
         Key.resize(Key.size() - PartOfName.size());
-        Now.Fragments.Add(std::move(Key));
+        Fragments.push_back(std::move(Key));
     }
+    return Fragments;
 }
 
 void CheckPartOfName(Tick& Now, const Player& Who) {
-    if (!Now.FragmentsRead) ReadFragments(Now);
-    for (Long Hits = Now.Fragments.CountIn(Who.Name); Hits > 0; --Hits) Punt(Now, Who);
+    if (Now.FragmentHits.empty()) Now.FragmentHits = CountFragments(Now.Names, ReadFragments(Now));
+    for (Long Hits = Now.FragmentHits[static_cast<std::size_t>(Who.Slot)]; Hits > 0; --Hits) Punt(Now, Who);
 }
 
 void CheckMarker(Tick& Now, const Player& Who) {
@@ -168,7 +169,7 @@ bool ReadSlots(Long Index, TextView Mode, Lines& BySlot) {
 }
 
 void Enforce(Long Index) {
-    Tick Now{Index, mdlVNT::BannedNamesPath(Index), mdlVNT::BannedIpsPath(Index), {}, {}, {}, false, {}};
+    Tick Now{Index, mdlVNT::BannedNamesPath(Index), mdlVNT::BannedIpsPath(Index), {}, {}, {}, {}};
     if (!ReadSlots(Index, L"ARRAY", Now.Names) || !ReadSlots(Index, L"IPARRAY", Now.Addrs)) return;
     Now.NameSection = FileHelper::GetIniSection(NamesSection, Now.NamesFile);
     EnforceBans(Now);

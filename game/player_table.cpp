@@ -35,7 +35,6 @@ struct PlayerEntryRead {
     std::wstring Name;
     int Team;
     std::uint8_t Slot;
-    std::wstring Ip;
 };
 
 void BuildPingIndex(PingIndex& Pings, const TableBase& Base, Long Count) {
@@ -86,29 +85,30 @@ enum class EntryKind { Listed, Skipped, EndOfTable };
 EntryKind ReadEntry(const TableBase& Base, Long Number, Long LastSlot, PlayerEntryRead& Entry) {
     const Long Address =
         RecordAddress(Base.PlayerList, Number, PlayerEntry::Stride, PlayerEntry::FirstOffset);
-    Entry.Name = MemoryHelper::ReadStr(Base.Process, OffsetBy(Address, PlayerEntry::Name));
     Entry.Team = MemoryHelper::ReadByte(Base.Process, OffsetBy(Address, PlayerEntry::Team));
     if (Entry.Team == 0) return EntryKind::Skipped;
     Entry.Slot = MemoryHelper::ReadByte(Base.Process, OffsetBy(Address, PlayerEntry::Slot));
     if (Entry.Slot > MaxSlot) return EntryKind::EndOfTable;
-    Entry.Ip = ReadDottedIp(Base, Entry.Slot);
+    Entry.Name = MemoryHelper::ReadStr(Base.Process, OffsetBy(Address, PlayerEntry::Name));
     // A repeated entry is listed once. As the last slot starts at 0, a leading slot 0 is not listed either.
     if (Entry.Name == ServerName || Entry.Slot == LastSlot) return EntryKind::Skipped;
     return EntryKind::Listed;
 }
 
 void ListPlayer(const TableBase& Base, PingIndex& Pings, const PlayerEntryRead& Entry) {
-    AddPlayerRow({TwoDigits(Entry.Slot), Entry.Name, Entry.Team, Entry.Ip,
+    AddPlayerRow({TwoDigits(Entry.Slot), Entry.Name, Entry.Team, ReadDottedIp(Base, Entry.Slot),
                   GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1)});
     if (Entry.Team == 1) ++mdlVNT::BlueCount;
     if (Entry.Team == 2) ++mdlVNT::RedCount;
 }
 
-std::wstring ElementOf(const TableBase& Base, PingIndex& Pings, TextView Mode, const PlayerEntryRead& Entry) {
-    if (Mode == L"ARRAY") return Trim(Entry.Name).empty() ? std::wstring(NamelessPlayer) : Entry.Name;
-    if (Mode == L"IPARRAY") return Entry.Ip;
+// What a mode does not show is not read: each read of another process's memory takes its time.
+std::wstring ElementOf(const TableBase& Base, PingIndex& Pings, TextView Mode, PlayerEntryRead& Entry) {
+    if (Mode == L"ARRAY")
+        return Trim(Entry.Name).empty() ? std::wstring(NamelessPlayer) : std::move(Entry.Name);
+    if (Mode == L"IPARRAY") return ReadDottedIp(Base, Entry.Slot);
     return ToText(Entry.Slot) + L"|" + MemoryHelper::Enc64(Entry.Name) + L"|" + ToText(Entry.Team) + L"|" +
-           Entry.Ip + L"|" + GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1);
+           ReadDottedIp(Base, Entry.Slot) + L"|" + GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1);
 }
 
 // Calls Take(entry) for every player in the table, in its order.
@@ -136,7 +136,7 @@ void ReadArray(Long Index, TextView Mode, Lines& BySlot) {
     const TableBase Base = ReadTableBase(Index);
     PingIndex Pings;
     BySlot.assign(static_cast<std::size_t>(Base.MaxPlayers) + 1, {});
-    ScanPlayers(Base, [&](const PlayerEntryRead& Entry) {
+    ScanPlayers(Base, [&](PlayerEntryRead& Entry) {
         // A slot above MaxPlayers has no place in the array: passed over, the rest is read.
         if (Entry.Slot < BySlot.size()) BySlot[Entry.Slot] = ElementOf(Base, Pings, Mode, Entry);
     });

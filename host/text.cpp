@@ -1,12 +1,19 @@
 #include "host/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace {
 
 bool IsDigit(wchar_t C) { return C >= L'0' && C <= L'9'; }
+
+TextView TrimmedView(TextView Text) {
+    const auto First = Text.find_first_not_of(L' ');
+    return First == TextView::npos ? TextView() : Text.substr(First, Text.find_last_not_of(L' ') - First + 1);
+}
 
 // The texts are at most a few dozen digits of interest; a double holds what 32 bits can.
 struct Parsed {
@@ -15,7 +22,7 @@ struct Parsed {
 };
 
 Parsed ParseNumber(TextView Text) {
-    const std::wstring Trimmed = Trim(Text);
+    const TextView Trimmed = TrimmedView(Text);
     std::size_t At = 0;
     const bool Negative = At < Trimmed.size() && Trimmed[At] == L'-';
     if (At < Trimmed.size() && (Trimmed[At] == L'-' || Trimmed[At] == L'+')) ++At;
@@ -56,11 +63,7 @@ bool BreaksLine(wchar_t C) { return C == L'\0' || C == L'\r' || C == L'\n'; }
 
 } // namespace
 
-std::wstring Trim(TextView Text) {
-    const auto First = Text.find_first_not_of(L' ');
-    if (First == TextView::npos) return {};
-    return std::wstring(Text.substr(First, Text.find_last_not_of(L' ') - First + 1));
-}
+std::wstring Trim(TextView Text) { return std::wstring(TrimmedView(Text)); }
 
 Lines Split(TextView Text, TextView Separator) {
     Lines Fields;
@@ -108,7 +111,12 @@ Long HexToByte(TextView Text, Place Where) {
     return Value;
 }
 
-std::wstring ToText(Long Number) { return std::to_wstring(Number); }
+std::wstring ToText(Long Number) {
+    // Not std::to_wstring: it goes through the formatted output of the C library, for every slot of every tick.
+    char Digits[12];
+    const auto End = std::to_chars(std::begin(Digits), std::end(Digits), Number).ptr;
+    return std::wstring(Digits, End);
+}
 
 std::wstring TwoDigits(Long Number) { return (Number < 10 ? L"0" : L"") + ToText(Number); }
 

@@ -28,7 +28,7 @@ std::wstring NameItem(const std::wstring& Key, const std::wstring& Value) {
     return ItemOfKey(Key);
 }
 
-bool IsValidPart(const std::wstring& Part, bool Last) {
+bool IsValidPart(TextView Part, bool Last) {
     if (Part == L"*") return Last;
     return IsNumeric(Part) && ToNumber(Part) <= 255;
 }
@@ -72,11 +72,15 @@ std::wstring ItemOfKey(TextView Key) {
 }
 
 bool IsValidIp(TextView Text) {
-    const Lines Parts = Split(Text, L".");
-    if (Parts.size() > 4) return false;
-    for (std::size_t I = 0; I < Parts.size(); ++I)
-        if (!IsValidPart(Parts[I], I + 1 == Parts.size())) return false;
-    return Parts.size() == 4 || Parts.back() == L"*";
+    for (int Count = 1; Count <= 4; ++Count) {
+        const auto Point = Text.find(L'.');
+        const bool Last = Point == TextView::npos;
+        const TextView Part = Text.substr(0, Point);
+        if (!IsValidPart(Part, Last)) return false;
+        if (Last) return Count == 4 || Part == L"*";
+        Text.remove_prefix(Point + 1);
+    }
+    return false; // more than four parts
 }
 
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, Place Where) {

@@ -6,6 +6,7 @@
 #include "tests/fakes/outside.h"
 
 using Outside::Enter;
+using Outside::Keep;
 
 namespace FileHelper {
 
@@ -26,6 +27,7 @@ void Release() noexcept {}
 
 std::wstring GetIniKey(TextView Section, TextView Key, TextView File, Place Where) {
     if (Enter(L"GetIniKey", true, Where)) return {};
+    Keep([S = std::wstring(Section), K = std::wstring(Key), F = std::wstring(File)] { GetIniKey(S, K, F); });
     return Files::IniValue(File, Section, Key);
 }
 
@@ -37,6 +39,7 @@ void WriteIniKey(TextView Section, MaybeText Key, MaybeText Value, TextView File
 
 Lines GetIniSection(TextView Section, TextView File, Place Where) {
     if (Enter(L"GetIniSection", true, Where)) return {};
+    Keep([S = std::wstring(Section), F = std::wstring(File)] { GetIniSection(S, F); });
     return WithEnd(Files::IniSection(File, Section));
 }
 
@@ -59,6 +62,7 @@ std::wstring ParseIniKey(TextView Line, Place Where) {
 
 std::pair<std::wstring, std::wstring> ParseIniEntry(TextView Line, Place Where) {
     if (Enter(L"ParseIniKey", true, Where)) return {};
+    Keep([L = std::wstring(Line)] { ParseIniEntry(L); });
     const auto Equals = Line.find(L'=');
     if (Equals == TextView::npos) return {std::wstring(Line), std::wstring()};
     return {std::wstring(Line.substr(0, Equals)), std::wstring(Line.substr(Equals + 1))};

@@ -203,7 +203,11 @@ namespace Platform {
 
 using Outside::Enter;
 
-bool FileExists(TextView Path) { return !Enter(L"FileExists", false) && Outside::HasFile(Path); }
+bool FileExists(TextView Path) {
+    if (Enter(L"FileExists", false)) return false;
+    Outside::Keep([P = std::wstring(Path)] { FileExists(P); });
+    return Outside::HasFile(Path);
+}
 
 bool FolderExists(TextView Path) { return Folders.count(Lower(Path)) != 0; }
 
@@ -247,6 +251,9 @@ Bytes SingleByteText(TextView Text) {
 
 std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     if (Enter(L"GetProfileText", false)) return {};
+    Outside::Keep([S = std::wstring(Section), K = std::wstring(Key), F = std::wstring(File)] {
+        GetProfileText(S, K, F);
+    });
     return Files::IniValue(File, Section, Key).substr(0, 254);
 }
 

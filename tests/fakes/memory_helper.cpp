@@ -8,6 +8,7 @@
 #include "tests/fakes/outside.h"
 
 using Outside::Enter;
+using Outside::Keep;
 
 namespace {
 
@@ -70,16 +71,19 @@ void Release() noexcept {}
 
 Long ReadLong(Long Process, Long Address, Place Where) {
     if (Enter(L"ReadLong", true, Where)) return 0;
+    Keep([=] { ReadLong(Process, Address); });
     return Read<Long>(Process, Address, Where);
 }
 
 std::uint8_t ReadByte(Long Process, Long Address, Place Where) {
     if (Enter(L"ReadByte", true, Where)) return 0;
+    Keep([=] { ReadByte(Process, Address); });
     return Read<std::uint8_t>(Process, Address, Where);
 }
 
 std::wstring ReadStr(Long Process, Long Address, Place Where) {
     if (Enter(L"ReadStr", true, Where)) return {};
+    Keep([=] { ReadStr(Process, Address); });
     Read<std::uint8_t>(Process, Address, Where);
     return Wide(Simulation::ReadText(MemoryOf(Process, Where), static_cast<std::uint32_t>(Address)));
 }

@@ -20,6 +20,7 @@ std::optional<std::wstring> OpenFileAnswer;
 std::function<void()> WhileBoxIsOpen;
 Long ServiceState = 3;
 bool FilterMissing = false;
+std::vector<std::function<void()>>* Kept = nullptr;
 
 namespace {
 

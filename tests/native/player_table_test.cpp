@@ -114,6 +114,8 @@ TEST(PlayerTable, DamagedMemoryEndsSoonAndIsReported) {
         Game.Join(1, "Alice");
         Game.SetWord(Game.Map().*Each.Word, Each.Value);
         for (const TextView Mode : {L"ARRAY", L"REMOTE", L"LIST"}) {
+            // Names alone do not need the statistics.
+            if (Mode == L"ARRAY" && Each.Word == &Layout::MemoryMap::PlyrStats) continue;
             Outside::Reports.clear();
             EXPECT_FALSE(GetPlayerList(Profile, Mode).Complete);
             EXPECT_EQ(Outside::Reports.at(0), Each.Report);
