@@ -5,30 +5,27 @@
 #include "lists/ban_lists.h"
 #include "window/ban_tabs.h"
 #include "window/handlers.h"
+#include "window/list_editing.h"
 #include "window/toolkit.h"
 
 namespace {
 
-// Shows what was written when it goes, also when the import ended on the way.
-struct AddedEntries {
-    std::vector<ImportedEntry> Entries;
+void ShowAdded(Long Index, const std::vector<ImportedEntry>& Added) {
+    if (!ListsShow(Index)) return;
+    for (const ImportedEntry& Each : Added) (Each.IsName ? AppendBannedName : AppendBannedIp)(Each.Item);
+}
 
-    AddedEntries() = default;
-    AddedEntries(const AddedEntries&) = delete;
-    AddedEntries& operator=(const AddedEntries&) = delete;
-    ~AddedEntries() {
-        try {
-            for (const ImportedEntry& Each : Entries)
-                (Each.IsName ? AppendBannedName : AppendBannedIp)(Each.Item);
-        } catch (...) { // NOLINT(bugprone-empty-catch): the files have it; the next reload shows it
-        }
-    }
-};
-
-ImportCounts Import(Long Index, TextView Path) {
+// Nothing when the import broke off; what was written by then is in the lists all the same.
+std::optional<ImportCounts> Import(Long Index, TextView Path) {
     const Hourglass WhileItRuns;
-    AddedEntries Added;
-    return ImportBanFile(Index, Path, Added.Entries);
+    std::vector<ImportedEntry> Added;
+    std::optional<ImportCounts> Counts;
+    try {
+        Counts = ImportBanFile(Index, Path, Added);
+    } catch (...) { // NOLINT(bugprone-empty-catch): a line that is not as it should be ends it without a word
+    }
+    ShowAdded(Index, Added);
+    return Counts;
 }
 
 } // namespace
@@ -40,10 +37,8 @@ void mnuMerrow300_Click() noexcept {
         const std::optional<std::wstring> Path =
             Platform::AskOpenFile(L"Locate Merrows OstraSM Ban File", L"Text Documents (*.txt)|*.txt");
         if (!Path || Path->empty()) return;
-        const ImportCounts Counts = Import(Index, *Path);
-        ShowMsg(MsgKind::Success, ImportSummary(Counts), Index);
-    } catch (...) { // NOLINT(bugprone-empty-catch)
-        // An import ends without a word when a line is not as it should be: what was added shows in the
-        // lists.
+        if (const auto Counts = Import(Index, *Path))
+            ShowMsg(MsgKind::Success, ImportSummary(*Counts), Index);
+    } catch (...) { // NOLINT(bugprone-empty-catch): nor does a folder that cannot be made say one
     }
 }

@@ -13,8 +13,8 @@
 namespace {
 
 void RemoveLinkedName(Long Index, const std::wstring& Name) {
-    const int Found = lstBannedNames.FindPrefix(std::wstring(WholeName) + L" " + Trim(Name));
-    if (Found >= 0) lstBannedNames.Remove(Found);
+    if (ListsShow(Index))
+        lstBannedNames.Remove(lstBannedNames.FindPrefix(std::wstring(WholeName) + L" " + Trim(Name)));
     FileHelper::WriteIniKey(NamesSection, Name + std::wstring(WholeName), std::nullopt,
                             mdlVNT::BannedNamesPath(Index));
 }

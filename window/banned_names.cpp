@@ -18,7 +18,7 @@ constexpr std::size_t TagLength = 3;  // "[1]"
 void RemoveLinkedIps(Long Index, TextView Name) {
     for (const std::wstring& Address : TakeLinkedAddresses(Index, Name)) {
         if (Address.empty()) continue; // a damaged link: every item begins with nothing
-        if (const int Found = lstBannedIps.FindPrefix(Address); Found >= 0) lstBannedIps.Remove(Found);
+        if (ListsShow(Index)) lstBannedIps.Remove(lstBannedIps.FindPrefix(Address));
         FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Index));
     }
 }

@@ -31,6 +31,8 @@ bool WantsToBeginAgain(TextView NotFound) {
 
 } // namespace
 
+bool ListsShow(Long Index) { return Index == mdlVNT::CurrentProfile; }
+
 void SelectAndShow(const ListBox& List, int Index) {
     List.Select(Index);
     Raise(List.Id, Event::Click);

@@ -4,6 +4,8 @@
 #include "host/text.h"
 #include "window/toolkit.h"
 
+// Whether the lists are still this profile's: another one may have been loaded while a box was open.
+bool ListsShow(Long Index);
 // Selects an item (-1: none) and runs the list's click handler, as a click on it would.
 void SelectAndShow(const ListBox& List, int Index);
 // Takes the selected item out of the list and selects the first one that is left.

@@ -39,6 +39,7 @@ bool IsStillThere(Long Index, const ListedPlayer& Player) {
 }
 
 void PuntFromSlot(Long Index, const ListedPlayer& Player, bool Ban, TextView Reason) {
+    const Hourglass AfterTheReasonBox;
     const bool There = IsStillThere(Index, Player);
     if (There) PuntPlayer(Index, Player.Name, Player.Ip, Player.Slot, Ban, Reason, false);
     RefreshGrid();

@@ -51,7 +51,7 @@ struct ListBox {
     std::wstring Item(int Index) const; // empty past the end
     int Add(TextView Text) const;       // answers the item's index
     void Replace(int Index, TextView Text) const;
-    void Remove(int Index) const;
+    void Remove(int Index) const;        // nothing for -1
     void Fill(const Lines& Items) const; // instead of all items, painted once
     int Selected() const;                // -1 for none
     void Select(int Index) const;        // -1 for none

@@ -226,6 +226,31 @@ TEST_F(RealWindow, TheMenuKeyOpensTheMenuOfTheSelectedRow) {
     EXPECT_EQ(Outside::Recorded(L"MSG"), Lines{L"MSG 3 Rita.....R&B is 50%\tbetter"});
 }
 
+TEST_F(RealWindow, AListHasItsMenuAndADoubleClickEdits) {
+    WithMenu([&](HMENU Menu) {
+        EXPECT_EQ(CaptionAt(Menu, 0), L"Import Ban List");
+        for (const WORD Key : {VK_DOWN, VK_RIGHT, VK_RETURN}) Press(Key);
+    });
+    ClickAt(MiddleOf(At(ID_lstBannedNames), {0, 0, 60, 20}), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+    Pump(700);
+    EXPECT_EQ(Outside::Recorded(L"AskOpenFile").size(), 1u);
+    Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", L"go away");
+    frmVNT::FormReload();
+    stMain.Turn(3);
+    Pump();
+    EXPECT_FALSE(cmdSlapEdit.Enabled());
+    for (int Twice = 0; Twice < 2; ++Twice)
+        ClickAt(MiddleOf(At(ID_lstSlaps), {0, 0, 60, 12}), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    Pump();
+    EXPECT_EQ(txtSlap.Text(), L"go away");
+    EXPECT_TRUE(cmdSlapEdit.Enabled());
+    SetFocus(At(ID_cmdSlapEdit));
+    Press(VK_SPACE);
+    Pump();
+    EXPECT_FALSE(cmdSlapEdit.Enabled());
+    EXPECT_EQ(GetFocus(), At(ID_cmdSlapAdd)) << "a disabled button must not keep the keys";
+}
+
 TEST_F(RealWindow, AnEmptyGridOffersOnlyTheRefresh) {
     RECT Place{};
     Header_GetItemRect(Header(), 1, &Place);

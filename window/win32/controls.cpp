@@ -1,9 +1,14 @@
 // Labels, boxes, buttons, the tab control, timers and the pointer on the system's own.
+#include <set>
+
+#include "window/events.h"
 #include "window/win32/native.h"
 
 using Native::Send;
 
 namespace {
+
+std::set<int> RunningTimers;
 
 std::wstring WindowText(int Id) {
     const HWND Window = Native::WindowOf(Id);
@@ -58,13 +63,25 @@ void TabControl::Turn(int Page) const {
 
 bool Timer::Start(Long Milliseconds) const {
     const HWND Frame = Native::FrameWindow();
-    return Frame != nullptr &&
-           SetTimer(Frame, static_cast<UINT_PTR>(Id), static_cast<UINT>(Milliseconds), nullptr) != 0;
+    if (Frame == nullptr) return false;
+    RunningTimers.insert(Id);
+    if (SetTimer(Frame, static_cast<UINT_PTR>(Id), static_cast<UINT>(Milliseconds), nullptr) != 0)
+        return true;
+    RunningTimers.erase(Id);
+    return false;
 }
 
 void Timer::Stop() const {
+    RunningTimers.erase(Id);
     if (const HWND Frame = Native::FrameWindow()) KillTimer(Frame, static_cast<UINT_PTR>(Id));
 }
+
+// A tick may still lie in the queue when its timer is stopped.
+void Native::OnTimer(WPARAM Id) noexcept {
+    if (RunningTimers.count(static_cast<int>(Id)) != 0) RaiseTimer(static_cast<int>(Id));
+}
+
+void Native::ForgetTimers() noexcept { RunningTimers.clear(); }
 
 Hourglass::Hourglass() noexcept
     : Previous(reinterpret_cast<std::intptr_t>(SetCursor(LoadCursorW(nullptr, IDC_WAIT)))) {}

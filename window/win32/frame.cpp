@@ -18,6 +18,7 @@ void ForgetEverything() noexcept {
     Native::StopKeyboard();
     Platform::SetOwner(0);
     Native::ForgetControls();
+    Native::ForgetTimers();
     Native::ForgetScrolling();
     Native::ForgetPageBackground();
     FrameGone();
@@ -34,7 +35,7 @@ LRESULT CALLBACK FrameProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) n
     case WM_COMMAND: Native::OnCommand(W, L); return 0;
     case WM_NOTIFY: return Native::OnNotify(reinterpret_cast<const NMHDR*>(L));
     case WM_CONTEXTMENU: Native::OnContextMenu(reinterpret_cast<HWND>(W), L); return 0;
-    case WM_TIMER: RaiseTimer(static_cast<int>(W)); return 0;
+    case WM_TIMER: Native::OnTimer(W); return 0;
     case WM_HSCROLL: Native::Scroll(SB_HORZ, W); return 0;
     case WM_VSCROLL: Native::Scroll(SB_VERT, W); return 0;
     case WM_SETFOCUS: SetFocus(Native::WindowOf(ID_mfg)); return 0;
@@ -122,8 +123,12 @@ void Move(Long X, Long Y, Long Width, Long Height) {
 void SetParent(std::intptr_t Host, Place Where) {
     const auto Window = reinterpret_cast<HWND>(Host);
     if (TheFrame == nullptr || !IsWindow(Window)) Fail(ErrorNumber::InvalidCall, {}, Where);
-    SetWindowLongPtrW(TheFrame, GWL_STYLE, (GetWindowLongPtrW(TheFrame, GWL_STYLE) & ~WS_POPUP) | WS_CHILD);
-    if (::SetParent(TheFrame, Window) == nullptr) Fail(ErrorNumber::InvalidCall, {}, Where);
+    const auto Style = static_cast<DWORD>(GetWindowLongW(TheFrame, GWL_STYLE));
+    SetWindowLongW(TheFrame, GWL_STYLE, static_cast<LONG>((Style & ~WS_POPUP) | WS_CHILD));
+    if (::SetParent(TheFrame, Window) == nullptr) {
+        SetWindowLongW(TheFrame, GWL_STYLE, static_cast<LONG>(Style));
+        Fail(ErrorNumber::InvalidCall, {}, Where);
+    }
     // The place counts from the new parent.
     MoveWindow(TheFrame, Wanted.left, Wanted.top, Wanted.right - Wanted.left, Wanted.bottom - Wanted.top,
                TRUE);

@@ -5,6 +5,8 @@
 
 #include <commctrl.h>
 
+#include <type_traits>
+
 #include "host/text.h"
 #include "window/controls.h"
 
@@ -19,7 +21,11 @@ int IdOf(HWND Window) noexcept;
 
 template <class T> LRESULT Send(int Id, UINT Message, WPARAM W, T L) noexcept {
     const HWND Window = WindowOf(Id);
-    return Window != nullptr ? SendMessageW(Window, Message, W, (LPARAM)L) : 0;
+    if (Window == nullptr) return 0;
+    if constexpr (std::is_pointer_v<T>)
+        return SendMessageW(Window, Message, W, reinterpret_cast<LPARAM>(L));
+    else
+        return SendMessageW(Window, Message, W, static_cast<LPARAM>(L));
 }
 inline LRESULT Send(int Id, UINT Message, WPARAM W = 0) noexcept { return Send<LPARAM>(Id, Message, W, 0); }
 
@@ -81,6 +87,8 @@ void ForgetScrolling() noexcept;
 
 void OnCommand(WPARAM W, LPARAM L) noexcept;
 LRESULT OnNotify(const NMHDR* Header) noexcept;
+void OnTimer(WPARAM Id) noexcept;
+void ForgetTimers() noexcept;
 void OnContextMenu(HWND Asked, LPARAM Position) noexcept;
 
 // --- The grid (grid.cpp).
