@@ -107,8 +107,10 @@ std::wstring ElementOf(const TableBase& Base, PingIndex& Pings, TextView Mode, P
     if (Mode == L"ARRAY")
         return Trim(Entry.Name).empty() ? std::wstring(NamelessPlayer) : std::move(Entry.Name);
     if (Mode == L"IPARRAY") return ReadDottedIp(Base, Entry.Slot);
-    return ToText(Entry.Slot) + L"|" + MemoryHelper::Enc64(Entry.Name) + L"|" + ToText(Entry.Team) + L"|" +
-           ReadDottedIp(Base, Entry.Slot) + L"|" + GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1);
+    const std::wstring Name64 = MemoryHelper::Enc64(Entry.Name);
+    const std::wstring Ip = ReadDottedIp(Base, Entry.Slot);
+    return ToText(Entry.Slot) + L"|" + Name64 + L"|" + ToText(Entry.Team) + L"|" + Ip + L"|" +
+           GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1);
 }
 
 // Calls Take(entry) for every player in the table, in its order.

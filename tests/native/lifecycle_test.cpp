@@ -11,7 +11,7 @@ namespace {
 
 TEST(Lifecycle, IndexZeroLoadsNothing) {
     Server Game;
-    LoadInterface(0, 1, HostData());
+    LoadInterface(0, HostWindow, HostData());
     EXPECT_FALSE(frmVNT::IsLoaded());
     EXPECT_TRUE(Outside::Reports.empty());
     EXPECT_TRUE(SetProfileData(0, HostData())); // a remote call may name it
@@ -19,7 +19,7 @@ TEST(Lifecycle, IndexZeroLoadsNothing) {
 
 TEST(Lifecycle, LoadFillsTheRecordAndGrowsEveryArray) {
     Server Game;
-    LoadInterface(Profile, 1, HostData(L"Folder", L"DF_AFF", ProcessRef));
+    LoadInterface(Profile, HostWindow, HostData(L"Folder", L"DF_AFF", ProcessRef));
     EXPECT_TRUE(frmVNT::IsLoaded());
     EXPECT_EQ(mdlVNT::CurrentProfile, Profile);
     EXPECT_EQ(mdlVNT::LastProcessRef, ProcessRef);
@@ -49,7 +49,7 @@ TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
                           {"huge", 32768, HostData(), L"SetProfileData: 9 Subscript out of range"}};
     for (const Case& Each : Table) {
         Server Game;
-        LoadInterface(Each.Index, 1, Each.Data);
+        LoadInterface(Each.Index, HostWindow, Each.Data);
         EXPECT_EQ(Outside::Reports, Lines{std::wstring(Each.Report)}) << Each.What;
         EXPECT_EQ(mdlVNT::Profiles(Profile).ProfileFolder, L"Server1") << Each.What;
         EXPECT_FALSE(mdlVNT::Profiles.Has(32768));
@@ -60,12 +60,12 @@ TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
 
 TEST(Lifecycle, ASecondLoadKeepsTheTimerAndReportsIt) {
     Server Game;
-    LoadInterface(Profile, 1, HostData());
-    LoadInterface(Profile, 1, HostData());
+    LoadInterface(Profile, HostWindow, HostData());
+    LoadInterface(Profile, HostWindow, HostData());
     EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 360 Object already loaded"});
     Outside::Reports.clear();
     DisableProfile(Profile);
-    LoadInterface(Profile, 1, HostData());
+    LoadInterface(Profile, HostWindow, HostData());
     EXPECT_TRUE(Outside::Reports.empty());
     UnLoadInterface();
 }
@@ -94,7 +94,7 @@ TEST(Lifecycle, DisableClearsOneProfile) {
 
 TEST(Lifecycle, UnloadKeepsThePermanentListsAndTakesTheFilterDown) {
     Server Game;
-    LoadInterface(Profile, 1, HostData());
+    LoadInterface(Profile, HostWindow, HostData());
     mdlVNT::KillPermList(Profile).Add(L"Bob", L"Bob");
     Outside::Journal.clear();
     UnLoadInterface();

@@ -1,6 +1,7 @@
 #include "tests/native/server.h"
 
 #include "plugin/lifecycle.h"
+#include "tests/fakes/fake_toolkit.h"
 
 Server::Server(const ServerSettings& Settings) : Owned(Simulation::AllocatePrivateMemory()) {
     World.Memory = Owned.Memory;
@@ -11,6 +12,7 @@ Server::Server(const ServerSettings& Settings) : Owned(Simulation::AllocatePriva
     World.Setup.State = Settings.State;
     Simulation::Start(World);
     Outside::Reset();
+    FakeWindow::Reset();
     Outside::AttachGame(ProcessRef, &World);
     Outside::PutFolder(L"C:\\Host\\profiles\\Server1\\settings");
     const bool Affiliate = Settings.Build == Layout::Build::Affiliate;

@@ -8,6 +8,8 @@
 // The profile index of most tests, and what the host passes for it.
 inline constexpr Long Profile = 5;
 inline constexpr Long ProcessRef = 4711;
+// The one window of the host that the controls in memory know.
+inline constexpr std::intptr_t HostWindow = 77;
 
 struct ServerSettings {
     Layout::Build Build = Layout::Build::Standard;
