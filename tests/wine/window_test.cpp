@@ -18,6 +18,11 @@ namespace Platform {
 void SetOwner(std::intptr_t) noexcept {}
 } // namespace Platform
 
+namespace FakeWindow {
+// What a new game server begins with; the window in memory is not linked here.
+void Reset() { frmVNT::Unload(); }
+} // namespace FakeWindow
+
 namespace {
 
 constexpr UINT MenuHandleOf = 0x01E1; // MN_GETHMENU
