@@ -1,0 +1,34 @@
+// The window over controls, game and files in memory.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "game/mdlVNT.h"
+#include "plugin/lifecycle.h"
+#include "tests/fakes/fake_toolkit.h"
+#include "tests/native/server.h"
+#include "window/frmVNT.h"
+
+class Tabs : public testing::Test {
+protected:
+    void SetUp() override { FakeWindow::Reset(); }
+    void TearDown() override { FakeWindow::Reset(); }
+
+    void Open(Long Index = Profile, TextView Folder = L"Server1") {
+        LoadInterface(Index, FakeWindow::KnownHostWindow, HostData(Folder));
+        Outside::Journal.clear();
+    }
+    void PutLink(TextView Name, TextView Key, TextView Address) {
+        Outside::PutIni(SettingsFile(L"BannedReference.ini"), Name, Key, Address);
+    }
+
+    Server Game;
+};
+
+inline std::wstring FileOf(TextView Name) { return Outside::FileText(SettingsFile(Name)); }
+inline Lines Boxes() {
+    Lines Found;
+    for (const std::wstring& Each : Outside::Journal)
+        if (Each.starts_with(L"Box") || Each.starts_with(L"Ask")) Found.push_back(Each);
+    return Found;
+}

@@ -1,0 +1,240 @@
+// The ban lists in the window: add, remove with what is linked, search, details, import.
+#include "tests/native/window_fixture.h"
+
+namespace {
+
+// --- Banned names
+
+TEST_F(Tabs, NamesAreAddedWithTheirTagAndReason) {
+    const struct {
+        TextView Name, Reason;
+        int Option;
+        TextView Entry, Item;
+    } Table[] = {
+        {L"Bob", L"", 0, L"Bob[1]=2024-05-06 7:08:09[-]None", L"[1] Bob"},
+        {L"[clan", L"team killing", 1, L"", L""}, // the file takes this key for a section
+        {L"clan", L"team killing", 1, L"clan[2]=2024-05-06 7:08:09[-]team killing", L"[2] clan"},
+    };
+    Open();
+    for (const auto& Row : Table) {
+        Outside::Journal.clear();
+        FakeWindow::Type(ID_txtBannedName, Row.Name);
+        FakeWindow::Type(ID_txtBanReason, Row.Reason);
+        FakeWindow::Click(ID_optBanned + Row.Option);
+        FakeWindow::Click(ID_cmdAddName);
+        if (Row.Item.empty()) {
+            EXPECT_EQ(Boxes(), Lines{L"Box Failed! The name could not be stored in the ban list."});
+            EXPECT_EQ(FakeWindow::Text(ID_txtBannedName), Row.Name) << "to be mended";
+            continue;
+        }
+        EXPECT_NE(FileOf(L"BannedNames.ini").find(Row.Entry), std::wstring::npos);
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames).back(), Row.Item);
+        EXPECT_EQ(FakeWindow::ItemData(ID_lstBannedNames,
+                                       static_cast<int>(FakeWindow::Items(ID_lstBannedNames).size()) - 1),
+                  Row.Option + 1);
+        EXPECT_EQ(FakeWindow::Text(ID_txtBannedName) + FakeWindow::Text(ID_txtBanReason), L"");
+        EXPECT_TRUE(FakeWindow::IsOn(ID_optBanned));
+        EXPECT_EQ(Boxes(), Lines{L"Box Success Name added successfully."});
+    }
+    Outside::Journal.clear();
+    FakeWindow::Click(ID_cmdAddName);
+    EXPECT_TRUE(Outside::Journal.empty()) << "an empty box adds nothing";
+}
+
+TEST_F(Tabs, TheListShowsEntriesAndTheirDetails) {
+    const auto Put = [](TextView Key, TextView Value) {
+        Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", Key, Value);
+    };
+    Put(L"Bob[1]", L"2024-01-01 1:02:03[-]cheat");
+    Put(L"untagged", L"2024-01-01 1:02:03[-]cheat");
+    Put(L"old[2]", L"2024-01-01 1:02:03");
+    Put(L"a[1]b[2]", L"2024-02-02 2:02:02[-]x[-]y");
+    BanIp(L"10.0.0.*");
+    Open();
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), (Lines{L"[1] Bob", L"[2] a[1]b"}));
+    EXPECT_EQ(FakeWindow::SelectedItem(ID_lstBannedNames), 0);
+    FakeWindow::ChooseItem(ID_lstBannedNames, 1);
+    EXPECT_EQ(FakeWindow::Text(ID_lblName), L"a[1]b");
+    EXPECT_EQ(FakeWindow::Text(ID_lblDate), L"2024-02-02 2:02:02");
+    FakeWindow::ChooseItem(ID_lstBannedNames, 0);
+    EXPECT_EQ(FakeWindow::Text(ID_lblReason), L"cheat");
+    FakeWindow::ChooseItem(ID_lstBannedIps, 0);
+    EXPECT_EQ(FakeWindow::Text(ID_lblIp), L"10.0.0.*");
+    EXPECT_EQ(FakeWindow::Text(ID_lblIpDate), L"2024-01-01 1:02:03");
+}
+
+TEST_F(Tabs, RemovingANameCanTakeItsAddressesAlong) {
+    const std::wstring Question =
+        L"Ask Remove Banned Name Would you like to remove all associated IP Addresses with this name aswell?";
+    for (const bool Yes : {false, true}) {
+        for (const TextView Each : {L"Ann[1]", L"Bob[1]"}) BanName(Each);
+        for (const TextView Each : {L"10.0.0.70", L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
+        PutLink(L"Bob", L"0", L"10.0.0.7");
+        Open();
+        mdlVNT::IpListChanged(Profile) = false;
+        FakeWindow::ChooseItem(ID_lstBannedNames, 1);
+        Outside::YesNoAnswers = {Yes};
+        FakeWindow::Click(ID_cmdRemoveName);
+        EXPECT_EQ(Boxes(), (Lines{Question, L"Box Success Name Removed Successfully."}));
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[1] Ann"});
+        EXPECT_EQ(FakeWindow::SelectedItem(ID_lstBannedNames), 0);
+        EXPECT_EQ(FakeWindow::Text(ID_lblName), L"Ann");
+        EXPECT_EQ(FileOf(L"BannedNames.ini").find(L"Bob"), std::wstring::npos);
+        EXPECT_FALSE(mdlVNT::IpListChanged(Profile));
+        // The list loses the first item that begins with the address, the file the address itself.
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps),
+                  Yes ? (Lines{L"10.0.0.7", L"10.0.0.9"}) : (Lines{L"10.0.0.70", L"10.0.0.7", L"10.0.0.9"}));
+        EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.7").empty(),
+                  Yes);
+        EXPECT_FALSE(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.70").empty());
+    }
+    FakeWindow::Click(ID_cmdRemoveName);
+    EXPECT_TRUE(FakeWindow::Items(ID_lstBannedNames).empty());
+    EXPECT_EQ(FakeWindow::Text(ID_lblName) + FakeWindow::Text(ID_lblDate) + FakeWindow::Text(ID_lblReason),
+              L"");
+    Outside::Journal.clear();
+    FakeWindow::Click(ID_cmdRemoveName);
+    EXPECT_TRUE(Outside::Journal.empty()) << "an empty list has nothing to remove";
+}
+
+// --- Banned addresses
+
+TEST_F(Tabs, AddressesAreCheckedAndAdded) {
+    Open();
+    for (const TextView Text : {L"10.0.0.7", L"127.0.*", L"-5.1.1.1", L"10.0.0.7"}) {
+        mdlVNT::IpListChanged(Profile) = false;
+        Outside::Journal.clear();
+        FakeWindow::Type(ID_txtAddIp, Text);
+        FakeWindow::PressEnter(ID_txtAddIp);
+        EXPECT_EQ(Boxes(), Lines{L"Box Success IP Address added successfully."});
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps).back(), Text);
+        EXPECT_EQ(FakeWindow::Text(ID_txtAddIp), L"");
+        EXPECT_TRUE(mdlVNT::IpListChanged(Profile));
+    }
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps).size(), 4u) << "twice in the list, once in the file";
+    const std::wstring Before = FileOf(L"BannedIps.ini");
+    for (const TextView Text : {L"10.0.0", L"10.*.0.1", L"256.1.1.1", L" "}) {
+        Outside::Journal.clear();
+        FakeWindow::Type(ID_txtAddIp, Text);
+        FakeWindow::Click(ID_cmdAddIp);
+        EXPECT_EQ(Boxes(), Lines{L"Box Failed! IP Address format is invalid."});
+        EXPECT_EQ(FakeWindow::Text(ID_txtAddIp), Text);
+    }
+    EXPECT_EQ(FileOf(L"BannedIps.ini"), Before);
+}
+
+TEST_F(Tabs, RemovingAnAddressCanTakeItsNamesAlong) {
+    const std::wstring Question = L"Ask Remove Banned IP Address Would you like to remove all associated "
+                                  L"names with this IP Address aswell?";
+    for (const bool Yes : {false, true}) {
+        Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
+        for (const TextView Each : {L"Bobby[1]", L"Bob[1]", L"Bob[2]", L"Ann[1]"}) BanName(Each);
+        for (const TextView Each : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
+        PutLink(L"Bob", L"0", L"10.0.0.7");
+        PutLink(L"Bob", L"1", L"10.0.0.8");
+        PutLink(L"Ann", L"0", L"10.0.0.7");
+        Open();
+        mdlVNT::IpListChanged(Profile) = false;
+        Outside::YesNoAnswers = {Yes};
+        FakeWindow::Click(ID_cmdRemoveIp);
+        EXPECT_EQ(Boxes(), (Lines{Question, L"Box Success IP Address Removed Successfully."}));
+        EXPECT_TRUE(mdlVNT::IpListChanged(Profile));
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.9"});
+        // Bobby goes from the list, as the first that begins like Bob; Bob goes from the file.
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames),
+                  Yes ? (Lines{L"[1] Bob", L"[2] Bob"})
+                      : (Lines{L"[1] Bobby", L"[1] Bob", L"[2] Bob", L"[1] Ann"}));
+    }
+    const std::wstring Names = FileOf(L"BannedNames.ini");
+    EXPECT_EQ(Names.find(L"Bob[1]"), std::wstring::npos);
+    EXPECT_EQ(Names.find(L"Ann[1]"), std::wstring::npos);
+    EXPECT_NE(Names.find(L"Bob[2]"), std::wstring::npos);
+    EXPECT_NE(Names.find(L"Bobby[1]"), std::wstring::npos);
+    EXPECT_EQ(FileOf(L"BannedReference.ini"), L"[Bob]\r\n0=10.0.0.8\r\n");
+}
+
+TEST_F(Tabs, ABoxMayOutliveTheWindowAndTheProfile) {
+    for (const TextView Each : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
+    Open();
+    Outside::YesNoAnswers = {true};
+    Outside::WhileBoxIsOpen = [] { UnLoadInterface(); };
+    FakeWindow::Click(ID_cmdRemoveIp);
+    EXPECT_FALSE(frmVNT::IsLoaded());
+    EXPECT_TRUE(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.7").empty());
+    EXPECT_TRUE(Outside::Reports.empty());
+}
+
+// --- Search
+
+TEST_F(Tabs, SearchGoesOnFromTheSelectedItem) {
+    for (const TextView Each : {L"Ann[1]", L"Bob[1]", L"Bobby[2]", L"Cid[1]"}) BanName(Each);
+    const std::wstring NotFound = L"Box Failed! Name not found!";
+    const std::wstring Again =
+        L"Ask Search Failed Name not found!\r\n\r\nThe search was not started from the beginning of the "
+        L"list.\r\nWould you like to search again from the beginning of the list?";
+    Open();
+    const struct {
+        int Selected;
+        TextView Text;
+        bool Yes;
+        int Then;
+        Lines Boxes;
+    } Table[] = {
+        {0, L"Ann", false, 0, {}}, // the first item is looked at again
+        {0, L"Bob", false, 1, {}},
+        {1, L"Bob", false, 2, {}},
+        {2, L"Bob", false, 2, {Again}},
+        {2, L"Bob", true, 1, {Again}},
+        {2, L"bob", true, 0, {Again, NotFound}},
+        {0, L"bob", false, 0, {NotFound}},
+        {3, L"", false, 3, {}}, // past the end everything is empty
+        {1, L"", false, 2, {}},
+    };
+    for (const auto& Row : Table) {
+        FakeWindow::ChooseItem(ID_lstBannedNames, Row.Selected);
+        FakeWindow::Type(ID_txtSearch, Row.Text);
+        Outside::YesNoAnswers = {Row.Yes};
+        Outside::Journal.clear();
+        FakeWindow::PressEnter(ID_txtSearch);
+        EXPECT_EQ(FakeWindow::SelectedItem(ID_lstBannedNames), Row.Then) << Row.Selected;
+        EXPECT_EQ(Boxes(), Row.Boxes);
+    }
+    FakeWindow::Type(ID_txtSearch, L"Cid");
+    FakeWindow::Click(ID_cmdSearchName);
+    EXPECT_EQ(FakeWindow::TopItem(ID_lstBannedNames), 3);
+    FakeWindow::Type(ID_txtSearchIp, L"10.");
+    FakeWindow::Click(ID_cmdSearchIp);
+    EXPECT_EQ(Boxes(), Lines{L"Box Failed! IP Address not found!"});
+}
+
+// --- Import
+
+TEST_F(Tabs, ImportedEntriesAppearInTheListsAlsoWhenItBreaksOff) {
+    const auto Line = [](std::wstring Address, std::wstring Name, TextView Reason) {
+        Address.resize(19, L' ');
+        Name.resize(21, L' ');
+        return Address + Name + std::wstring(Reason) + L"\r\n";
+    };
+    Outside::PutFile(L"C:\\ban.txt", Line(L"10.0.0.5", L"Bob;", L"cheat.") + Line(L"", L"*Eve;", L"x.") +
+                                         Line(L"10.0.0.6", L"", L""));
+    Open();
+    FakeWindow::MenuChoices = {ID_mnuMerrow300};
+    FakeWindow::RightClick(ID_lstBannedIps); // Cancel
+    EXPECT_EQ(Boxes(), Lines{L"AskOpenFile Locate Merrows OstraSM Ban File Text Documents (*.txt)|*.txt"});
+    Outside::OpenFileAnswer = L"C:\\ban.txt";
+    FakeWindow::MenuChoices = {ID_mnuMerrow300};
+    FakeWindow::RightClick(ID_lstBannedNames);
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), (Lines{L"[1] Bob", L"[2] *Eve"}));
+    EXPECT_EQ(FakeWindow::ItemData(ID_lstBannedNames, 1), 2);
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.5"});
+    EXPECT_TRUE(Outside::Recorded(L"Box").empty()) << "it broke off, which is not told";
+    Outside::PutFile(L"C:\\ban.txt", Line(L"10.0.0.5", L"Bob;", L"cheat."));
+    FakeWindow::MenuChoices = {ID_mnuMerrow300};
+    FakeWindow::RightClick(ID_lstBannedNames);
+    EXPECT_EQ(Outside::Recorded(L"Box"),
+              Lines{L"Box Success Ban File Parsed Successfully\r\n\r\nTotal Items Found: 2\r\nTotal Items "
+                    L"Added: 1\r\nTotal Items Skipped: 1\r\nTotal Invalid Items: 0"});
+    EXPECT_FALSE(FakeWindow::HourglassIsShown());
+}
+
+} // namespace

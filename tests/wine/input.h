@@ -1,0 +1,86 @@
+// Real mouse and keyboard events, and what to do while a menu is open.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "host/text.h"
+
+inline constexpr UINT MenuHandleOf = 0x01E1; // MN_GETHMENU
+
+// --- Input
+
+inline void Pump(DWORD Milliseconds = 60) {
+    const DWORD End = GetTickCount() + Milliseconds;
+    do {
+        MSG Message;
+        while (PeekMessageW(&Message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&Message);
+            DispatchMessageW(&Message);
+        }
+        Sleep(1);
+    } while (GetTickCount() < End);
+}
+
+inline void SendKey(WORD Key, bool Down) {
+    INPUT Input{};
+    Input.type = INPUT_KEYBOARD;
+    Input.ki.wVk = Key;
+    Input.ki.dwFlags = Down ? 0 : KEYEVENTF_KEYUP;
+    SendInput(1, &Input, sizeof Input);
+}
+
+inline void Press(WORD Key, WORD With = 0) {
+    if (With != 0) SendKey(With, true);
+    SendKey(Key, true);
+    SendKey(Key, false);
+    if (With != 0) SendKey(With, false);
+}
+
+inline void ClickAt(POINT Screen, DWORD Down, DWORD Up) {
+    SetCursorPos(Screen.x, Screen.y);
+    for (const DWORD Flags : {Down, Up}) {
+        INPUT Input{};
+        Input.type = INPUT_MOUSE;
+        Input.mi.dwFlags = Flags;
+        SendInput(1, &Input, sizeof Input);
+    }
+}
+
+inline POINT MiddleOf(HWND Window, RECT Place) {
+    MapWindowPoints(Window, nullptr, reinterpret_cast<POINT*>(&Place), 2);
+    return {(Place.left + Place.right) / 2, (Place.top + Place.bottom) / 2};
+}
+
+// --- What runs while a menu is open: its own message loop keeps ours from going on.
+
+inline std::function<void(HMENU)> InMenu;
+
+inline void CALLBACK LookForMenu(HWND Window, UINT, UINT_PTR Id, DWORD) {
+    const HWND Menu = FindWindowW(L"#32768", nullptr);
+    if (Menu == nullptr || !IsWindowVisible(Menu) || !InMenu) return;
+    KillTimer(Window, Id);
+    std::exchange(InMenu, nullptr)(reinterpret_cast<HMENU>(SendMessageW(Menu, MenuHandleOf, 0, 0)));
+}
+
+inline std::wstring CaptionAt(HMENU Menu, int Position) {
+    wchar_t Text[200] = L"";
+    GetMenuStringW(Menu, static_cast<UINT>(Position), Text, 200, MF_BYPOSITION);
+    return Text;
+}
+
+// Goes down to the entry with the caption and takes it, with the keyboard.
+inline void Choose(HMENU Menu, TextView Caption) {
+    for (int Position = 0; Position < GetMenuItemCount(Menu); ++Position) {
+        const std::wstring At = CaptionAt(Menu, Position);
+        if (!At.empty()) Press(VK_DOWN); // separators are passed over
+        if (At == Caption) return Press(VK_RETURN);
+    }
+    ADD_FAILURE() << "the menu has no such entry";
+    Press(VK_ESCAPE);
+}
