@@ -86,11 +86,13 @@ bool IsValidIp(TextView Text) {
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, Place Where) {
     const std::wstring File = mdlVNT::BannedNamesPath(Index);
     const std::wstring Value = std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason);
+    EnsureSettingsFolder(Index, Where);
     FileHelper::WriteIniKey(NamesSection, Key, Value, File, Where);
     return !FileHelper::GetIniKey(NamesSection, Key, File, Where).empty();
 }
 
 void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where) {
+    EnsureSettingsFolder(Index, Where);
     FileHelper::WriteIniKey(IpsSection, Address, Stamp, mdlVNT::BannedIpsPath(Index), Where);
 }
 

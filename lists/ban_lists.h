@@ -34,8 +34,8 @@ std::wstring ItemOfKey(TextView Key);
 // A negative part passes: it matches nobody and has always been accepted.
 bool IsValidIp(TextView Text);
 
-// Writes a name entry (Key carries its tag) and reads it back: the INI format cannot carry every name as a
-// key. False when the entry is not there.
+// Both make the settings folder when it is missing. A name entry (Key carries its tag) is read back, because the INI
+// format cannot carry every name as a key: false when the entry is not there.
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason,
                      Place Where = Place::current());
 void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where = Place::current());

@@ -6,6 +6,7 @@
 #include "game/player_actions.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
+#include "lists/ban_lists.h"
 #include "lists/first_failure.h"
 
 namespace {
@@ -45,6 +46,7 @@ void AddSlap(Long Index, TextView Message, Place Where) {
                            [&](const auto& Slap) { return Slap.first == std::to_wstring(Key); });
     };
     while (Taken()) ++Key;
+    EnsureSettingsFolder(Index, Where);
     WriteSlap(Index, std::to_wstring(Key), Message, Where);
 }
 

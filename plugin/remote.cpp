@@ -138,7 +138,6 @@ bool AddBanned(const RemoteRequest& Request, const std::wstring& Text) {
     const std::wstring& Kind = Fields[2];
     const bool IsName = Kind == L"Name";
     if (!IsName && !IsValidIp(Key)) return false;
-    EnsureSettingsFolder(Request.Index);
     if (!IsName)
         StoreBannedIp(Request.Index, Key, TimeStamp());
     else if (!StoreBannedName(Request.Index, Key, TimeStamp(), Reason))
@@ -213,7 +212,6 @@ Long SlapPlayerRem(const RemoteRequest& Request) noexcept {
 
 Long AddSlapRem(const RemoteRequest& Request) noexcept {
     return SilentMember(L"AddSlapRem", Request, [&](const std::wstring& Message) {
-        EnsureSettingsFolder(Request.Index);
         if (!Message.empty()) AddSlap(Request.Index, Message);
         WriteAdminLog(Request.Profile, L"Add Slap Message (Message: " + Message);
     });

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Benchmarks: one tick of the sweep natively against the fakes, and of the real DLL under Wine against real helper
+# objects and a game server process, each beside the time of the very same host calls without the plug-in.
+#
+#   ./bench.sh [native|wine]     both when nothing is named; the second takes three minutes
+set -u
+cd "$(dirname "$0")" || exit 1
+. tools/setup.sh
+. tools/wine.sh
+. tools/build.sh
+
+native() {
+  need_packages build bench && build_preset bench && build/bench/bench/sweep_bench
+}
+
+on_wine() {
+  need_packages build wine && build_preset windows || return 1
+  trap stop_wine EXIT
+  start_display 1280x1024 && prepare_prefix "$PWD/build/prefix" || return 1
+  (cd build/windows/bin && wine wine_tick.exe --gtest_brief=1)
+}
+
+case "${1:-all}" in
+  native) native ;;
+  wine) on_wine ;;
+  all) native && on_wine ;;
+  *) sed -n '2,5s/^# \{0,1\}//p' "$0"; exit 2 ;;
+esac
