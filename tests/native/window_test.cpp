@@ -315,6 +315,7 @@ TEST_F(Window, TenThousandRacesNeverHitAnotherPlayer) {
         }
         if (FakeWindow::IntervalOf(ID_tmrRefresh) != 0) FakeWindow::Tick(ID_tmrRefresh);
     };
+    Game.SetWord(Game.Map().MaxPlayers, 6); // no more are read than play
     FakeWindow::Click(ID_chkRefresh);
     constexpr int Entries[] = {ID_mnuPunt, ID_mnuBan1, ID_mnuBan2};
     long Punted = 0, Refused = 0, Wrong = 0;

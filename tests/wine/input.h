@@ -52,9 +52,9 @@ inline void ClickAt(POINT Screen, DWORD Down, DWORD Up) {
     }
 }
 
-inline POINT MiddleOf(HWND Window, RECT Place) {
-    MapWindowPoints(Window, nullptr, reinterpret_cast<POINT*>(&Place), 2);
-    return {(Place.left + Place.right) / 2, (Place.top + Place.bottom) / 2};
+inline POINT MiddleOf(HWND Window, RECT Area) {
+    MapWindowPoints(Window, nullptr, reinterpret_cast<POINT*>(&Area), 2);
+    return {(Area.left + Area.right) / 2, (Area.top + Area.bottom) / 2};
 }
 
 // --- What runs while a menu is open: its own message loop keeps ours from going on.
