@@ -20,11 +20,15 @@ struct ColumnWidth {
 constexpr ColumnWidth ColumnWidths[] = {
     {L"Slot", 0}, {L"Player", 65}, {L"255.255.255.255", 25}, {L"Ping", 10}, {L"Blue Team", 0}};
 
+// The selected row is a darker shade of its team's colour, so that it does not hide the team.
 struct TeamRow {
     const wchar_t* Name;
     COLORREF Colour;
+    COLORREF Selected;
 };
-constexpr TeamRow Teams[] = {{L"", CLR_DEFAULT}, {L"Blue Team", 0xFF8080}, {L"Red Team", 0x8080FF}};
+constexpr TeamRow Teams[] = {
+    {L"", CLR_DEFAULT, CLR_DEFAULT}, {L"Blue Team", 0xFF8080, 0xA03030}, {L"Red Team", 0x8080FF, 0x3030A0}};
+constexpr COLORREF Black = 0x000000, White = 0xFFFFFF;
 
 const TeamRow& TeamOf(LPARAM Team) noexcept { return Teams[Team == 1 || Team == 2 ? Team : 0]; }
 
@@ -48,15 +52,27 @@ void AddColumn(int Number, TextView Caption) {
     Send(ID_mfg, LVM_INSERTCOLUMNW, static_cast<WPARAM>(Number), &Column);
 }
 
+bool IsSelected(int Row) noexcept {
+    return Send(ID_mfg, LVM_GETITEMSTATE, static_cast<WPARAM>(Row), LVIS_SELECTED) != 0;
+}
+
+int InnerWidth() noexcept {
+    RECT Inside{};
+    GetClientRect(Native::WindowOf(ID_mfg), &Inside);
+    return static_cast<int>(Inside.right);
+}
+
 LRESULT OnCustomDraw(const NMHDR* Header) noexcept {
     // The system hands out its own structure for us to write the colours into.
     auto* Draw = const_cast<NMLVCUSTOMDRAW*>(reinterpret_cast<const NMLVCUSTOMDRAW*>(Header));
     if (Draw->nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (Draw->nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    const COLORREF Colour = TeamOf(Draw->nmcd.lItemlParam).Colour;
-    if (Colour == CLR_DEFAULT) return CDRF_DODEFAULT;
-    Draw->clrTextBk = Colour;
-    Draw->clrText = RGB(0, 0, 0);
+    const TeamRow& Team = TeamOf(Draw->nmcd.lItemlParam);
+    if (Team.Colour == CLR_DEFAULT) return CDRF_DODEFAULT;
+    const bool Selected = IsSelected(static_cast<int>(Draw->nmcd.dwItemSpec));
+    Draw->clrTextBk = Selected ? Team.Selected : Team.Colour;
+    Draw->clrText = Selected ? White : Black;
+    Draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED); // or the system's colours win
     return CDRF_NEWFONT;
 }
 
@@ -82,6 +98,7 @@ void Grid::SetColumns(std::span<const wchar_t* const> Captions) const {
 
 void Grid::SetRowCount(int Count) const {
     const Native::Quiet Setting;
+    const int Before = InnerWidth();
     for (int Row = Rows(); Row > Count; --Row) Send(Id, LVM_DELETEITEM, static_cast<WPARAM>(Row - 1));
     for (int Row = Rows(); Row < Count; ++Row) {
         LVITEMW Item{};
@@ -89,6 +106,7 @@ void Grid::SetRowCount(int Count) const {
         Item.iItem = Row;
         Send(Id, LVM_INSERTITEMW, 0, &Item);
     }
+    if (InnerWidth() != Before) Native::FitGridColumns(); // a scroll bar came or went
 }
 
 void Grid::SetCell(int Row, int Column, TextView Text) const {
@@ -175,10 +193,7 @@ RECT GridRowRect(int Row) noexcept {
 
 void FitGridColumns() noexcept {
     Trapped(L"mfg", mdlVNT::CurrentProfile, [] {
-        RECT Inside{};
-        GetWindowRect(WindowOf(ID_mfg), &Inside);
-        int Spare = static_cast<int>(Inside.right - Inside.left) - GetSystemMetrics(SM_CXVSCROLL) -
-                    2 * GetSystemMetrics(SM_CXEDGE);
+        int Spare = InnerWidth();
         std::vector<int> Widths;
         for (const ColumnWidth& Each : ColumnWidths) {
             Widths.push_back(Measure::TextWidth(Each.Longest) +
