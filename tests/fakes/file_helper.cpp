@@ -76,12 +76,14 @@ void AppendFile(TextView Path, TextView Text, Place Where) {
 
 void WriteFile(TextView Path, TextView Text, Place Where) {
     if (Enter(L"WriteFile", true, Where)) return;
+    Keep([P = std::wstring(Path), T = std::wstring(Text)] { WriteFile(P, T); });
     if (Files::IsReadOnly()) Fail(ErrorNumber::PathAccess, {}, Where);
     Outside::PutFile(Path, std::wstring(Text) + L"\r\n");
 }
 
 Lines ReadFile(TextView Path, Place Where) {
     if (Enter(L"ReadFile", true, Where)) return {};
+    Keep([P = std::wstring(Path)] { ReadFile(P); });
     if (!Outside::HasFile(Path)) Fail(ErrorNumber::FileNotFound, {}, Where);
     Lines Read = Split(Outside::FileText(Path), CrLf);
     if (Read.back().empty()) Read.pop_back();
@@ -91,6 +93,7 @@ Lines ReadFile(TextView Path, Place Where) {
 // Readable on purpose: what is compressed is the host's affair.
 std::wstring CompressString(TextView Text, Place Where) {
     if (Enter(L"CompressString", true, Where)) return {};
+    Keep([T = std::wstring(Text)] { CompressString(T); });
     return L"zip:" + std::wstring(Text);
 }
 

@@ -230,12 +230,14 @@ void DeleteFileAt(TextView Path, Place Where) {
 // A byte is one character 0 to 255.
 Bytes ReadBytes(TextView Path, Place Where) {
     if (Enter(L"ReadBytes", true, Where)) return {};
+    Outside::Keep([P = std::wstring(Path)] { ReadBytes(P); });
     if (!Outside::HasFile(Path)) Fail(ErrorNumber::FileNotFound, {}, Where);
     return SingleByteText(Outside::FileText(Path));
 }
 
 void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
     if (Enter(L"WriteBytes", true, Where)) return;
+    Outside::Keep([P = std::wstring(Path), C = Content] { WriteBytes(P, C); });
     if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
     if (!FolderExists(ParentOf(Path))) Fail(ErrorNumber::PathNotFound, {}, Where);
     std::wstring Text;

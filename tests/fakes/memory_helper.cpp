@@ -111,6 +111,7 @@ void AddMsg(Long Index, Long MessageRef, TextView Text, bool IsAffiliate, TextVi
 
 std::wstring Enc64(TextView Text, Place Where) {
     if (Enter(L"Enc64", true, Where)) return {};
+    Keep([T = std::wstring(Text)] { Enc64(T); });
     std::wstring Encoded;
     const std::string Bytes = Narrow(Text);
     for (std::size_t At = 0; At < Bytes.size(); At += 3) {

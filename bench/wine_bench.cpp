@@ -1,6 +1,6 @@
 // The real DLL against real helper objects and a real game server process: how long one tick takes, and how
-// long the very same host calls take without it; and what 10,000 ticks leave behind. Figures, never pass or
-// fail.
+// long the very same host calls take without it; how long long lists take; and what 10,000 ticks leave
+// behind, which alone can fail.
 #include <windows.h>
 
 #include <psapi.h>
@@ -51,7 +51,7 @@ struct LaidOut {
 };
 
 // The wrappers are in place after the helper objects are registered and before the plug-in is created.
-class TickBench : private LaidOut, private RecordingHelpers::Installed, public PluginTest {};
+class WineBench : private LaidOut, private RecordingHelpers::Installed, public PluginTest {};
 
 void PrintTicks(const char* What, int Players, int Entries, double Tick, double Replay, std::size_t Calls) {
     std::printf("%-8s %7d %8d %8zu %10.2f %10.2f %7.2f\n", What, Players, Entries, Calls, Tick, Replay,
@@ -101,7 +101,7 @@ void Print(const char* When, const Footprint& Taken) {
 
 } // namespace
 
-TEST_F(TickBench, OneTickAgainstTheSameCalls) {
+TEST_F(WineBench, OneTickAgainstTheSameCalls) {
     std::printf("%-8s %7s %8s %8s %10s %10s %7s\n", "", "players", "entries", "calls", "tick ms", "calls ms",
                 "ratio");
     for (const int Players : {10, 50}) {
@@ -129,7 +129,24 @@ TEST_F(TickBench, OneTickAgainstTheSameCalls) {
     }
 }
 
-TEST_F(TickBench, TenThousandTicksOfEightProfiles) {
+TEST_F(WineBench, ListsOfTenThousand) {
+    const GameServer Server(L"lists", L"--build standard --players 50", Scenario(50));
+    ASSERT_TRUE(Server.Await("join", "Player 50"));
+    const Support::Profile Given{L"lists", StandardGame, &Server};
+    PutLists(L"lists", 10000);
+    std::printf("load with 20,000 names and 10,000 addresses: %.0f ms\n",
+                Milliseconds([&] { Load(1, Given); }));
+    std::printf("load again: %.0f ms\n", Milliseconds([&] { Load(1, Given); }));
+    std::printf("GetPlayersRem with them and 50 players: %.0f ms\n", Milliseconds([&] {
+                    Automation::Values Arguments;
+                    Arguments.push_back(Automation::FromWhole(1));
+                    Arguments.push_back(ProfileData(Given));
+                    Late.Call(L"GetPlayersRem", std::move(Arguments));
+                }));
+    std::fflush(stdout);
+}
+
+TEST_F(WineBench, TenThousandTicksOfEightProfiles) {
     const GameServer Server(L"soak", L"--build affiliate --players 16", Scenario(4));
     ASSERT_TRUE(Server.Await("join", "Player 4"));
     const Support::Profile Given{L"soak", AffiliateGame, &Server};

@@ -6,6 +6,7 @@
 
 #include "enforcement/sweep.h"
 #include "plugin/lifecycle.h"
+#include "plugin/remote.h"
 #include "sandbox/game/game_memory.h"
 #include "tests/fakes/faults.h"
 #include "tests/native/server.h"
@@ -82,38 +83,62 @@ template <class F> double Seconds(F&& Timed) {
     return std::chrono::duration<double>(Clock::now() - Start).count();
 }
 
-void Tick(benchmark::State& State) {
-    const CrowdedGame Game(static_cast<int>(State.range(0)));
-    Outside::Reset();
-    Outside::AttachMemory(ProcessRef, &Game.Memory);
-    SetProfileData(Profile, HostData());
-    PutLists(State.range(1));
+// Times Run and, in turn with it, the outside calls that it made. They are kept from the second run on: the
+// first one finds everything new.
+template <class F> void Measure(benchmark::State& State, F&& Run) {
     std::vector<std::function<void()>> Calls;
-    tmrVN_Timer(Profile);
+    Run();
     Outside::Kept = &Calls;
     Outside::Calls = 0;
-    tmrVN_Timer(Profile);
+    Run();
     const double HostCalls = static_cast<double>(Outside::Calls);
     Outside::Kept = nullptr;
-    double TickTime = 0, ReplayTime = 0;
+    double RunTime = 0, ReplayTime = 0;
     for (auto _ : State) {
-        const double Once = Seconds([] { tmrVN_Timer(Profile); });
+        const double Once = Seconds(Run);
         State.SetIterationTime(Once);
-        TickTime += Once;
+        RunTime += Once;
         ReplayTime += Seconds([&] {
             for (const auto& Call : Calls) Call();
         });
     }
     State.counters["host_calls"] = HostCalls;
     State.counters["replay_ms"] = benchmark::Counter(ReplayTime * 1e3, benchmark::Counter::kAvgIterations);
-    State.counters["ratio"] = TickTime / ReplayTime;
-    if (!Outside::Reports.empty() || !Commands().empty()) State.SkipWithError("the tick did not run clean");
+    State.counters["ratio"] = RunTime / ReplayTime;
+    if (!Outside::Reports.empty() || !Commands().empty()) State.SkipWithError("it did not run clean");
     Outside::DetachAll();
+}
+
+// Players and entries of the benchmark's arguments.
+void SetUp(const benchmark::State& State, const CrowdedGame& Game) {
+    Outside::Reset();
+    Outside::AttachMemory(ProcessRef, &Game.Memory);
+    SetProfileData(Profile, HostData());
+    PutLists(State.range(1));
+}
+
+void Tick(benchmark::State& State) {
+    const CrowdedGame Game(static_cast<int>(State.range(0)));
+    SetUp(State, Game);
+    Measure(State, [] { tmrVN_Timer(Profile); });
+}
+
+void Reply(benchmark::State& State) {
+    const CrowdedGame Game(static_cast<int>(State.range(0)));
+    SetUp(State, Game);
+    const RemoteRequest Request{Profile, HostData(), std::nullopt};
+    Measure(State, [&] { benchmark::DoNotOptimize(GetPlayersRem(Request)); });
 }
 
 BENCHMARK(Tick)
     ->ArgNames({"players", "entries"})
     ->ArgsProduct({{10, 50, 150}, {10, 1000, 100000}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+BENCHMARK(Reply)
+    ->ArgNames({"players", "entries"})
+    ->ArgsProduct({{50}, {100, 1000, 10000}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
