@@ -14,7 +14,7 @@ namespace {
 
 void RemoveLinkedName(Long Index, const std::wstring& Name) {
     if (ListsShow(Index))
-        lstBannedNames.Remove(lstBannedNames.FindPrefix(std::wstring(WholeName) + L" " + Trim(Name)));
+        lstBannedNames.Remove(FindListItem(lstBannedNames, std::wstring(WholeName) + L" " + Trim(Name)));
     FileHelper::WriteIniKey(NamesSection, Name + std::wstring(WholeName), std::nullopt,
                             mdlVNT::BannedNamesPath(Index));
 }

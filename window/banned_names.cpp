@@ -18,7 +18,7 @@ constexpr std::size_t TagLength = 3;  // "[1]"
 void RemoveLinkedIps(Long Index, TextView Name) {
     for (const std::wstring& Address : TakeLinkedAddresses(Index, Name)) {
         if (Address.empty()) continue; // a damaged link: every item begins with nothing
-        if (ListsShow(Index)) lstBannedIps.Remove(lstBannedIps.FindPrefix(Address));
+        if (ListsShow(Index)) lstBannedIps.Remove(FindListItem(lstBannedIps, Address));
         FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Index));
     }
 }

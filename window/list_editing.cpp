@@ -43,6 +43,8 @@ void RemoveSelected(const ListBox& List) {
     SelectAndShow(List, List.Count() > 0 ? 0 : -1);
 }
 
+int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }
+
 void SearchList(const ListBox& List, TextView Text, TextView NotFound) {
     const int Start = SearchStart(List);
     const int Found = FindContaining(List, Text, Start);

@@ -11,6 +11,10 @@ void SelectAndShow(const ListBox& List, int Index);
 // Takes the selected item out of the list and selects the first one that is left.
 void RemoveSelected(const ListBox& List);
 
+// The first item that begins with the text, without regard to case; -1 for none. A longer item that comes
+// first is found too, on purpose: "[1] Bob" finds "[1] Bobby".
+int FindListItem(const ListBox& List, TextView Text);
+
 // Selects the next item that contains the text and brings it to the top of the list. Without one, tells so
 // with NotFound, or offers to begin again when it did not begin at the first item.
 void SearchList(const ListBox& List, TextView Text, TextView NotFound);
