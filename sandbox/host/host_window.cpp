@@ -59,15 +59,24 @@ Long SelectedProfile() {
     return Selected == LB_ERR ? 0 : Profiles[static_cast<std::size_t>(Selected)].Index;
 }
 
+// The profile that is shown, when another one is shown now; else the one that was selected.
+LRESULT RowToSelect() {
+    static Long Known = 0;
+    const LRESULT Selected = std::max<LRESULT>(0, SendMessageW(Control(ProfileList), LB_GETCURSEL, 0, 0));
+    if (Actions::ShownProfile() == Known) return Selected;
+    Known = Actions::ShownProfile();
+    return Known ? Known - 1 : Selected;
+}
+
 void RefreshList() {
     Lines Rows;
     for (const HostProfile& Each : Actions::Configured().Profiles)
         Rows.push_back(ToText(Each.Index) + L"  " + Each.Name + L" (" + Actions::StateOf(Each.Index) + L")");
-    const std::wstring Text = Join(Rows, L"\n");
+    const std::wstring Text = Join(Rows, L"\n") + L"\n" + ToText(Actions::ShownProfile());
     if (Text == ListText) return;
     ListText = Text;
     const HWND List = Control(ProfileList);
-    const LRESULT Selected = std::max<LRESULT>(0, SendMessageW(List, LB_GETCURSEL, 0, 0));
+    const LRESULT Selected = RowToSelect();
     SendMessageW(List, LB_RESETCONTENT, 0, 0);
     for (const std::wstring& Row : Rows)
         SendMessageW(List, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Row.c_str()));

@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# Every test of the product.
+#
+#   ./test.sh            all of it
+#   ./test.sh native     the logic on this machine, with address and undefined-behaviour sanitizers
+#   ./test.sh wine       the real DLL for 32-bit Windows, under Wine
+#   ./test.sh lint       formatting and static analysis
+#
+# Installs what is missing, builds below build/, and ends with 0 when everything passed.
+set -u
+cd "$(dirname "$0")" || exit 1
+. tools/setup.sh
+. tools/wine.sh
+. tools/build.sh
+
+case "${1:-all}" in
+  all) PARTS='native wine lint' ;;
+  native | wine | lint) PARTS=$1 ;;
+  *) sed -n '2,9s/^# \{0,1\}//p' "$0"; exit 2 ;;
+esac
+
+RESULTS=build/test-results
+FAILED=
+trap stop_wine EXIT
+trap 'exit 130' INT TERM
+
+# The output of what failed is shown whole, of the rest one line for every test.
+run_ctest() { # PART PRESET
+  say "testing $1"
+  ctest --preset "$2" --no-tests=error --output-junit "$PWD/$RESULTS/$1.xml" 2>&1 | tee "$RESULTS/$1.log" |
+    grep --line-buffered -vE '^ *Start +[0-9]+:|^Test project'
+  [ "${PIPESTATUS[0]}" = 0 ]
+}
+
+test_native() { build_preset sanitize && run_ctest native sanitize; }
+
+test_wine() {
+  build_preset windows && start_display 1280x1024 && prepare_prefix "$PWD/build/test-prefix" &&
+    run_ctest wine windows
+}
+
+test_lint() { tools/lint.sh; }
+
+need_packages build wine check || exit 1
+rm -rf "$RESULTS"
+mkdir -p "$RESULTS"
+for part in $PARTS; do
+  "test_$part" || FAILED="$FAILED $part"
+done
+
+say "results (logs and JUnit files in $RESULTS)"
+for part in $PARTS; do
+  counts=$(grep -hE 'tests passed, [0-9]+ tests failed' "$RESULTS/$part.log" 2>/dev/null)
+  case " $FAILED " in
+    *" $part "*) printf '%-7s FAILED  %s\n' "$part" "$counts" ;;
+    *) printf '%-7s passed  %s\n' "$part" "$counts" ;;
+  esac
+done
+[ -z "$FAILED" ]

@@ -1,0 +1,129 @@
+// The embedded window over its life: placed, shown, hidden, shown for another profile, gone and back.
+#include "tests/wine/support.h"
+
+#include <commctrl.h>
+
+namespace {
+
+using namespace Support;
+
+class Lifecycle : public PluginTest {
+protected:
+    void Unload() {
+        Automation::Values Nothing;
+        Nothing.push_back(Automation::FromText(L""));
+        Late.Call(L"UnLoadInterface", std::move(Nothing));
+    }
+    std::wstring GridText(int Row, int Column) const {
+        wchar_t Text[64] = L"";
+        LVITEMW Item{};
+        Item.iSubItem = Column;
+        Item.pszText = Text;
+        Item.cchTextMax = 64;
+        SendMessageW(Grid(), LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), reinterpret_cast<LPARAM>(&Item));
+        return Text;
+    }
+    int GridRows() const { return static_cast<int>(SendMessageW(Grid(), LVM_GETITEMCOUNT, 0, 0)); }
+    HWND Grid() const { return Descendant(Frame(), ID_mfg); }
+
+private:
+    struct Search {
+        int Id;
+        HWND Found;
+    };
+    static BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
+        auto* Asked = reinterpret_cast<Search*>(Wanted);
+        if (GetDlgCtrlID(Window) == Asked->Id) Asked->Found = Window;
+        return TRUE;
+    }
+    static HWND Descendant(HWND Parent, int Id) {
+        Search Asked{Id, nullptr};
+        EnumChildWindows(Parent, Match, reinterpret_cast<LPARAM>(&Asked));
+        return Asked.Found;
+    }
+};
+
+} // namespace
+
+TEST_F(Lifecycle, LoadHideLoadDisableUnloadLoad) {
+    const GameServer First(L"first", L"--build standard", "100 join 7 Alice 10.0.0.1 blue 42\n");
+    const GameServer Second(L"second", L"--build affiliate",
+                            "100 join 3 Rita 192.168.0.1 red 55\n100 join 12 Tom 10.0.0.3 blue 60\n");
+    ASSERT_TRUE(First.Await("join", "Alice") && Second.Await("join", "Tom"));
+    Load(1, {L"first", StandardGame, &First});
+    const HWND Window = Frame();
+    ASSERT_TRUE(Window);
+    EXPECT_EQ(GetParent(Window), Area);
+    EXPECT_TRUE(IsWindowVisible(Window));
+    RECT Bounds{};
+    GetWindowRect(Window, &Bounds);
+    MapWindowPoints(nullptr, Area, reinterpret_cast<POINT*>(&Bounds), 2);
+    const HDC Screen = GetDC(nullptr);
+    const int TwipsPerPixel = 1440 / GetDeviceCaps(Screen, LOGPIXELSY);
+    ReleaseDC(nullptr, Screen);
+    EXPECT_EQ(Bounds.left, 2);
+    EXPECT_EQ(Bounds.top, 30);
+    EXPECT_EQ(Bounds.right - Bounds.left, 700 * 15 / TwipsPerPixel);
+    EXPECT_EQ(Bounds.bottom - Bounds.top, 600 * 15 / TwipsPerPixel - 28);
+    ASSERT_EQ(GridRows(), 1);
+    EXPECT_EQ(GridText(0, 0) + L" " + GridText(0, 1) + L" " + GridText(0, 2) + L" " + GridText(0, 3),
+              L"07 Alice 10.0.0.1 42");
+
+    Late.Call(L"HideInterface");
+    EXPECT_FALSE(IsWindowVisible(Window));
+    Load(2, {L"second", AffiliateGame, &Second});
+    EXPECT_EQ(Frame(), Window) << "one window serves all profiles";
+    EXPECT_TRUE(IsWindowVisible(Window));
+    ASSERT_EQ(GridRows(), 2);
+    EXPECT_EQ(GridText(0, 1) + L" " + GridText(0, 2), L"Rita 192.168.0.1");
+    EXPECT_EQ(GridText(1, 0), L"12");
+
+    ASSERT_EQ(Early->DisableProfile(2), S_OK);
+    ASSERT_EQ(Early->DisableProfile(2), S_OK) << "nothing left to stop";
+    EXPECT_TRUE(IsWindow(Window)) << "disabling a profile leaves the window";
+    Unload();
+    EXPECT_FALSE(IsWindow(Window));
+    Unload();
+    EXPECT_EQ(Frame(), nullptr);
+    Load(1, {L"first", StandardGame, &First});
+    EXPECT_EQ(GridRows(), 1);
+    EXPECT_TRUE(ErrorLog().empty()) << ErrorLog().front();
+}
+
+TEST_F(Lifecycle, HostWindowThatIsNone) {
+    const Automation::Value Data = ProfileData({L"none"});
+    BSTR Nothing = SysAllocString(L"");
+    for (const LONG Handle : {0L, 12345678L})
+        EXPECT_EQ(Early->LoadInterface(1, Handle, *Data, Nothing), S_OK);
+    SysFreeString(Nothing);
+    EXPECT_EQ(ReportsOf("LoadInterface"), 2);
+    EXPECT_EQ(Frame(), nullptr);
+    EXPECT_NO_THROW(Late.Call(L"HideInterface"));
+}
+
+TEST_F(Lifecycle, HostWindowGoesFirst) {
+    Load(1, {L"early"});
+    const HWND Window = Frame();
+    ASSERT_TRUE(Window);
+    DestroyWindow(Area);
+    EXPECT_FALSE(IsWindow(Window));
+    Area = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 720, 660, nullptr,
+                           nullptr, nullptr, nullptr);
+    EXPECT_EQ(Early->DisableProfile(1), S_OK);
+    Load(1, {L"early"});
+    EXPECT_TRUE(IsWindowVisible(Frame()));
+}
+
+// Helper objects that are missing: a report, and the plug-in still answers.
+TEST(WithoutHelpers, ThePluginStillAnswers) {
+    const Automation::Apartment Com;
+    BaseFolder();
+    const std::wstring Key = L"Software\\Classes\\qrvMFM.clsMFD";
+    ASSERT_EQ(RegDeleteTreeW(HKEY_LOCAL_MACHINE, Key.c_str()), ERROR_SUCCESS);
+    {
+        const Automation::Object Plugin = Automation::Create(L"qrvVNT.clsPlugin");
+        EXPECT_TRUE(PumpUntil([] { return !BoxesSeen().empty(); }));
+        EXPECT_EQ(BoxesSeen().front(), L"DLL Error!");
+        EXPECT_EQ(Automation::AsLines(*Plugin.Call(L"GetPrivis")).size(), 8u);
+    }
+}

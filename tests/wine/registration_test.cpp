@@ -1,0 +1,161 @@
+// How the system sees the DLL: registration, exports, imports, version resource, and when it may go.
+#include "tests/wine/support.h"
+
+#include <filesystem>
+#include <set>
+
+namespace {
+
+using namespace Support;
+
+constexpr const wchar_t* ClassId = L"{FDFB2A44-D551-4813-89C6-5D271388583C}";
+constexpr const wchar_t* LibraryId = L"{EB5C12C4-AC6C-496C-B4F2-E79111D31A10}";
+
+std::wstring PluginPath() { return BaseFolder() + L"\\Plugins\\dlls\\Vantor\\qrvVNT.dll"; }
+
+// The default value, or the named one; a mark when the key or value is absent.
+std::wstring RegistryText(HKEY Root, const std::wstring& Key, const wchar_t* Name = nullptr) {
+    wchar_t Text[1024] = L"";
+    DWORD Size = sizeof Text;
+    const std::wstring Path = L"Software\\Classes\\" + Key;
+    const LSTATUS Result = RegGetValueW(Root, Path.c_str(), Name, RRF_RT_REG_SZ, nullptr, Text, &Size);
+    return Result == ERROR_SUCCESS ? Text : L"(absent)";
+}
+
+void ExpectRegistered(HKEY Root) {
+    const std::wstring Class = std::wstring(L"CLSID\\") + ClassId;
+    EXPECT_EQ(RegistryText(Root, L"qrvVNT.clsPlugin\\CLSID"), ClassId);
+    EXPECT_EQ(RegistryText(Root, Class + L"\\InprocServer32"), PluginPath());
+    EXPECT_EQ(RegistryText(Root, Class + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(RegistryText(Root, Class + L"\\ProgID"), L"qrvVNT.clsPlugin");
+    EXPECT_EQ(RegistryText(Root, Class + L"\\TypeLib"), LibraryId);
+}
+
+std::wstring RegisteredLibrary(HKEY Root) {
+    return RegistryText(Root, std::wstring(L"TypeLib\\") + LibraryId + L"\\1.0\\0\\win32");
+}
+
+void ExpectAbsent(HKEY Root) {
+    for (const std::wstring& Key :
+         {std::wstring(L"qrvVNT.clsPlugin"), std::wstring(L"qrvVNT.clsPlugin\\CLSID"),
+          std::wstring(L"CLSID\\") + ClassId + L"\\InprocServer32",
+          std::wstring(L"TypeLib\\") + LibraryId + L"\\1.0\\0\\win32"})
+        EXPECT_EQ(RegistryText(Root, Key), L"(absent)");
+}
+
+class Dll : public testing::Test {
+protected:
+    Dll() : Module(LoadLibraryW(PluginPath().c_str())) {}
+    ~Dll() override { FreeLibrary(Module); }
+
+    template <class F> F Export(const char* Name) const {
+        return reinterpret_cast<F>(reinterpret_cast<void*>(GetProcAddress(Module, Name)));
+    }
+    std::set<std::string> ImportedDlls() const;
+
+    Automation::Apartment Com;
+    HMODULE Module;
+};
+
+// The names in the loaded image's import table, in lower case.
+std::set<std::string> Dll::ImportedDlls() const {
+    const auto* Image = reinterpret_cast<const char*>(Module);
+    const auto* Dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(Image);
+    const auto* Headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(Image + Dos->e_lfanew);
+    const DWORD Table = Headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    std::set<std::string> Names;
+    for (auto* Entry = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(Image + Table); Entry->Name;
+         ++Entry) {
+        std::string Name = Image + Entry->Name;
+        for (char& Letter : Name) Letter = static_cast<char>(tolower(static_cast<unsigned char>(Letter)));
+        Names.insert(Name);
+    }
+    return Names;
+}
+
+} // namespace
+
+TEST(Registration, ForTheMachineAndBack) {
+    const std::wstring Quoted = L"\"" + PluginPath() + L"\"";
+    EXPECT_EQ(RunProgram(L"regsvr32 /s " + Quoted).ExitCode, 0u);
+    ExpectRegistered(HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(RegisteredLibrary(HKEY_LOCAL_MACHINE), PluginPath());
+    EXPECT_EQ(RunProgram(L"regsvr32 /s /u " + Quoted).ExitCode, 0u);
+    ExpectAbsent(HKEY_LOCAL_MACHINE);
+}
+
+TEST(Registration, ForOneUserAndBack) {
+    const std::wstring Quoted = L"\"" + PluginPath() + L"\"";
+    EXPECT_EQ(RunProgram(L"regsvr32 /s /n /i:user " + Quoted).ExitCode, 0u);
+    ExpectRegistered(HKEY_CURRENT_USER);
+    // Wine registers a user's type library for the machine.
+    const std::wstring Library = RegisteredLibrary(HKEY_CURRENT_USER);
+    EXPECT_EQ(Library == L"(absent)" ? RegisteredLibrary(HKEY_LOCAL_MACHINE) : Library, PluginPath());
+    EXPECT_EQ(RunProgram(L"regsvr32 /s /u /n /i:user " + Quoted).ExitCode, 0u);
+    ExpectAbsent(HKEY_CURRENT_USER);
+}
+
+TEST_F(Dll, ExportsUndecoratedNamesAlone) {
+    for (const char* Name :
+         {"DllGetClassObject", "DllCanUnloadNow", "DllRegisterServer", "DllUnregisterServer", "DllInstall"})
+        EXPECT_TRUE(GetProcAddress(Module, Name)) << Name;
+    const auto* Image = reinterpret_cast<const char*>(Module);
+    const auto* Dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(Image);
+    const auto* Headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(Image + Dos->e_lfanew);
+    const DWORD Table = Headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT].VirtualAddress;
+    EXPECT_EQ(reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(Image + Table)->NumberOfNames, 5u);
+}
+
+TEST_F(Dll, ImportsSystemDllsAlone) {
+    const std::set<std::string> System = {"advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll",
+                                          "imm32.dll",    "kernel32.dll", "msvcrt.dll",   "ole32.dll",
+                                          "oleacc.dll",   "oleaut32.dll", "shell32.dll",  "user32.dll",
+                                          "uxtheme.dll",  "version.dll"};
+    const std::set<std::string> Imported = ImportedDlls();
+    EXPECT_TRUE(Imported.contains("kernel32.dll"));
+    for (const std::string& Name : Imported) EXPECT_TRUE(System.contains(Name)) << Name;
+}
+
+TEST_F(Dll, VersionResourceIsTheVersionThatItTells) {
+    const HRSRC Found = FindResourceW(Module, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(16));
+    ASSERT_TRUE(Found);
+    const auto* Words = static_cast<const WORD*>(LockResource(LoadResource(Module, Found)));
+    const auto* Fixed = reinterpret_cast<const VS_FIXEDFILEINFO*>(Words + 20); // after "VS_VERSION_INFO"
+    ASSERT_EQ(Fixed->dwSignature, 0xFEEF04BDu);
+    const std::wstring Resource = std::to_wstring(HIWORD(Fixed->dwFileVersionMS)) + L"." +
+                                  std::to_wstring(LOWORD(Fixed->dwFileVersionMS)) + L"." +
+                                  std::to_wstring(HIWORD(Fixed->dwFileVersionLS));
+    Automation::Values Name;
+    Name.push_back(Automation::FromText(L"tests"));
+    // The last test may have taken the registration away.
+    Export<HRESULT(WINAPI*)()>("DllRegisterServer")();
+    const Automation::Object Plugin = Automation::Create(L"qrvVNT.clsPlugin");
+    EXPECT_EQ(Automation::AsText(*Plugin.Call(L"dllVersion", std::move(Name))), Resource);
+}
+
+TEST_F(Dll, StaysWhileAnObjectLives) {
+    const auto GetClass = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    const auto MayGo = Export<HRESULT(WINAPI*)()>("DllCanUnloadNow");
+    EXPECT_EQ(MayGo(), S_OK);
+    IClassFactory* Factory = nullptr;
+    ASSERT_EQ(GetClass(CLSID_clsPlugin, IID_IClassFactory, reinterpret_cast<void**>(&Factory)), S_OK);
+    IUnknown* Object = nullptr;
+    ASSERT_EQ(Factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(&Object)), S_OK);
+    Factory->Release();
+    EXPECT_EQ(MayGo(), S_FALSE);
+    Object->Release();
+    EXPECT_EQ(MayGo(), S_OK);
+}
+
+TEST_F(Dll, RefusesWhatItDoesNotServe) {
+    const auto GetClass = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    IClassFactory* Factory = nullptr;
+    void* Object = &Object;
+    EXPECT_EQ(GetClass(IID_IDispatch, IID_IClassFactory, &Object), CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(Object, nullptr);
+    ASSERT_EQ(GetClass(CLSID_clsPlugin, IID_IClassFactory, reinterpret_cast<void**>(&Factory)), S_OK);
+    EXPECT_EQ(Factory->CreateInstance(Factory, IID_IUnknown, &Object), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(Factory->CreateInstance(nullptr, IID_IClassFactory, &Object), E_NOINTERFACE);
+    EXPECT_EQ(Object, nullptr);
+    Factory->Release();
+}

@@ -1,0 +1,104 @@
+// What the tests of the real DLL share: a host folder of their own with the DLL and its helpers registered
+// from there, a game server process, and a message loop that gives up in time.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include "qrvVNT_h.h"
+#include "sandbox/game/journal.h"
+#include "sandbox/host/automation.h"
+#include "window/ids.h"
+
+namespace Support {
+
+inline constexpr const wchar_t* StandardGame = L"Delta Force,  V1.5.0.5";
+inline constexpr const wchar_t* AffiliateGame = L"Delta Force, NovaWorld Affiliate Server V1.5.0.11A_AFF";
+inline constexpr unsigned Patience = 15000; // milliseconds; far more than anything here takes
+
+// The host's base folder, laid out at the first call: an installed plug-in, its helpers and nothing else.
+// It is gone when the process ends.
+const std::wstring& BaseFolder();
+// The folder that holds what was built.
+std::wstring ProgramFolder();
+
+// Files below the base folder. Missing folders are made; a missing file reads as empty.
+void WriteText(const std::wstring& Path, const std::string& Content);
+std::string ReadText(const std::wstring& Path);
+// The lines of the helpers' error log.
+std::vector<std::string> ErrorLog();
+// How many entries of the error log came from the procedure.
+int ReportsOf(const std::string& Procedure);
+
+// Runs a program to its end, while messages are pumped.
+struct Ended {
+    DWORD ExitCode;
+    std::string Output;
+};
+Ended RunProgram(const std::wstring& CommandLine);
+
+// Pumps messages until the condition holds, also behind modal boxes; false when it does not in time.
+bool PumpUntil(const std::function<bool()>& Condition, unsigned Milliseconds = Patience);
+// Whether boxes are closed as soon as they are seen (at first they are), and the titles seen so far.
+void CloseBoxes(bool AtOnce);
+std::vector<std::wstring>& BoxesSeen();
+
+// The game server, as a process that ends with the object.
+class GameServer {
+public:
+    // Options as gameserver.exe takes them; a scenario's text.
+    GameServer(const std::wstring& Name, const std::wstring& Options, const std::string& Scenario);
+    ~GameServer();
+    GameServer(const GameServer&) = delete;
+    GameServer& operator=(const GameServer&) = delete;
+
+    std::vector<Simulation::JournalEntry> Entries() const;
+    // The first entry of the kind, for a player when a name is given.
+    const Simulation::JournalEntry* Find(const std::string& Kind, const std::string& Name = {}) const;
+    int Count(const std::string& Kind) const;
+    bool Await(const std::string& Kind, const std::string& Name = {}, unsigned Milliseconds = Patience) const;
+
+    Long ProcessRef() const { return static_cast<Long>(Process.dwProcessId); }
+    Long MessageRef() const { return static_cast<Long>(Process.dwThreadId); }
+
+private:
+    std::wstring Journal;
+    PROCESS_INFORMATION Process{};
+    mutable std::vector<Simulation::JournalEntry> Read;
+};
+
+// A profile as the host describes it, for a game server or for none.
+struct Profile {
+    std::wstring Folder, GameId = StandardGame;
+    const GameServer* Server = nullptr;
+    bool HostWideLogs = false;
+};
+Automation::Values ProfileElements(const Profile& Given);
+Automation::Value ProfileData(const Profile& Given);
+
+// Every test has the plug-in as both kinds of client see it, and a window that can hold the plug-in's.
+class PluginTest : public testing::Test {
+protected:
+    PluginTest();
+    ~PluginTest() override;
+
+    void Load(Long Index, const Profile& Given);
+    Long Remote(const wchar_t* Member, Long Index, const Profile& Given, const std::wstring& Data);
+    // The plug-in's window, null when there is none.
+    HWND Frame() const;
+    // One tick of the profile's sweep, now.
+    void Sweep(Long Index) const;
+
+    Automation::Apartment Com;
+    _clsPlugin* Early = nullptr;
+    Automation::Object Late;
+    HWND Area = nullptr;
+};
+
+} // namespace Support
