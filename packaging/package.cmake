@@ -39,6 +39,7 @@ install(TARGETS qrvMFM qrvGMF RUNTIME DESTINATION sandbox/helpers COMPONENT extr
 install(TARGETS qrvVNT RUNTIME DESTINATION sandbox/${PLUGIN_FOLDER} COMPONENT extras)
 install(FILES ${HELP_BOOK} DESTINATION sandbox/${PLUGIN_FOLDER} COMPONENT extras)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/sandbox/samples/import DESTINATION sandbox/samples COMPONENT extras)
+install(FILES ${CMAKE_SOURCE_DIR}/sandbox/samples/README.md DESTINATION sandbox/samples COMPONENT extras)
 install(FILES ${CMAKE_SOURCE_DIR}/sandbox/README.md ${CMAKE_CURRENT_LIST_DIR}/register.cmd
   ${CMAKE_CURRENT_LIST_DIR}/unregister.cmd DESTINATION sandbox COMPONENT extras)
 # The host reads its INI files as Windows programs write them, and so does the command interpreter its scripts.

@@ -32,11 +32,13 @@ std::string Name(Random& Dice, unsigned Number) {
     return std::string(First[Dice.Below(8)]) + Second[Dice.Below(8)] + std::to_string(Number);
 }
 
-// Distinct for each number; 10.0.0.0 upward, every tenth a range of 256 addresses.
-std::string Address(unsigned Number, bool MayBeRange) {
-    const std::string Start =
-        "10." + std::to_string(Number >> 16 & 255) + "." + std::to_string(Number >> 8 & 255) + ".";
-    return MayBeRange && Number % 10 == 9 ? Start + "*" : Start + std::to_string(Number & 255);
+// Distinct for each number: 10.0.0.0 upward, and where ranges are wanted every tenth a range of 256
+// from 11.0.0.*.
+std::string Address(unsigned Number, bool WithRanges) {
+    const auto Part = [](unsigned Value) { return std::to_string(Value & 255) + "."; };
+    const unsigned Range = Number / 10;
+    if (WithRanges && Number % 10 == 9) return "11." + Part(Range >> 8) + Part(Range) + "*";
+    return "10." + Part(Number >> 16) + Part(Number >> 8) + std::to_string(Number & 255);
 }
 
 std::string Reason(Random& Dice) {
