@@ -4,7 +4,7 @@
 #   ./test.sh            all of it
 #   ./test.sh native     the logic on this machine, with address and undefined-behaviour sanitizers
 #   ./test.sh wine       the real DLL for 32-bit Windows, under Wine
-#   ./test.sh lint       formatting and static analysis
+#   ./test.sh check      static checks of the product's sources (tools/check.sh)
 #
 # Installs what is missing, builds below build/, and ends with 0 when everything passed.
 set -u
@@ -14,8 +14,8 @@ cd "$(dirname "$0")" || exit 1
 . tools/build.sh
 
 case "${1:-all}" in
-  all) PARTS='native wine lint' ;;
-  native | wine | lint) PARTS=$1 ;;
+  all) PARTS='native wine check' ;;
+  native | wine | check) PARTS=$1 ;;
   *) sed -n '2,9s/^# \{0,1\}//p' "$0"; exit 2 ;;
 esac
 
@@ -39,9 +39,9 @@ test_wine() {
     run_ctest wine windows
 }
 
-test_lint() { tools/lint.sh; }
+test_check() { tools/check.sh build/check; }
 
-need_packages build wine check || exit 1
+need_packages build wine check package || exit 1
 rm -rf "$RESULTS"
 mkdir -p "$RESULTS"
 for part in $PARTS; do
