@@ -185,6 +185,7 @@ void Enforce(Long Index) {
 void tmrVN_Timer(Long Index) noexcept {
     if (TickRuns) return;
     const TickGuard Guard;
+    // cppcheck-suppress throwInNoexceptFunction ; Trapped lets no failure out
     Trapped(L"tmrVN", Index, [&] {
         if (ReadMapped(Index, L"GameState") == BetweenGames)
             SwitchQueuedTeams(Index);

@@ -69,13 +69,6 @@ std::wstring SlapsPath(Long Index) { return SettingsFolder(Index) + L"\\Slaps.in
 
 } // namespace mdlVNT
 
-std::wstring HostBaseOf(std::wstring PluginFolder) {
-    // Exactly these three, in this order, every occurrence, with regard to case.
-    for (const TextView Removed : {L"\\Plugins", L"\\plugins", L"\\dlls\\Vantor"})
-        PluginFolder = Join(Split(PluginFolder, Removed), L"");
-    return PluginFolder;
-}
-
 void SubMain() noexcept {
     // Each step on its own: a missing helper object must not take the other one and the paths with it.
     Trapped(L"SubMain", 0, [] {

@@ -81,9 +81,6 @@ std::wstring SlapsPath(Long Index);
 
 } // namespace mdlVNT
 
-// The base folder of the host: the plug-in's own folder without "\Plugins", "\plugins" and "\dlls\Vantor".
-std::wstring HostBaseOf(std::wstring PluginFolder);
-
 // Runs once before any member of the class: paths and the two helper objects. Reports under "SubMain"; what
 // could not be created stays missing, and its users fail one by one.
 void SubMain() noexcept;

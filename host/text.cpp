@@ -126,6 +126,13 @@ std::wstring WithoutLineBreaks(TextView Text) {
     return Clean;
 }
 
+std::wstring HostBaseOf(std::wstring PluginFolder) {
+    // Exactly these three, in this order, every occurrence, with regard to case.
+    for (const TextView Removed : {L"\\Plugins", L"\\plugins", L"\\dlls\\Vantor"})
+        PluginFolder = Join(Split(PluginFolder, Removed), L"");
+    return PluginFolder;
+}
+
 void RefuseLineBreaks(TextView Text, Place Where) {
     if (std::any_of(Text.begin(), Text.end(), BreaksLine))
         Fail(ErrorNumber::InvalidCall, L"The text holds a line break or a NUL character.", Where);

@@ -44,5 +44,8 @@ std::wstring TwoDigits(Long Number);
 // Without NUL, CR and LF, which would break the line structure of a file: each becomes "?".
 std::wstring WithoutLineBreaks(TextView Text);
 
+// The base folder of the host: the plug-in's own folder without "\Plugins", "\plugins" and "\dlls\Vantor".
+std::wstring HostBaseOf(std::wstring PluginFolder);
+
 // Error 5 when the text holds NUL, CR or LF.
 void RefuseLineBreaks(TextView Text, Place Where = Place::current());

@@ -43,9 +43,9 @@ HKEY RootOf(RegistrationScope Scope) {
 
 bool Write(RegistrationScope Scope, const Entry& Written) {
     const std::wstring Path = L"Software\\Classes\\" + Written.Key;
-    const auto Size = static_cast<DWORD>((Written.Value.size() + 1) * sizeof(wchar_t));
-    return RegSetKeyValueW(RootOf(Scope), Path.c_str(), Written.Name, REG_SZ, Written.Value.c_str(), Size) ==
-           ERROR_SUCCESS;
+    const std::size_t Bytes = (Written.Value.size() + 1) * sizeof(wchar_t);
+    return RegSetKeyValueW(RootOf(Scope), Path.c_str(), Written.Name, REG_SZ, Written.Value.c_str(),
+                           static_cast<DWORD>(Bytes)) == ERROR_SUCCESS;
 }
 
 HRESULT RegisterLibrary(RegistrationScope Scope) {

@@ -13,8 +13,8 @@ packages_of() {
     build) echo cmake ninja-build g++ g++-mingw-w64-i686 mingw-w64-tools libz-mingw-w64-dev googletest zlib1g-dev ;;
     wine)  echo wine wine32:i386 libwine:i386 xvfb xauth xdotool imagemagick x11-utils fonts-dejavu-core ;;
     bench) echo libbenchmark-dev ;;
-    check) echo clang-tidy cppcheck clang-format ;;
-    fuzz)  echo clang libclang-rt-14-dev llvm ;;
+    check) echo clang-tidy-16 cppcheck clang-format ;;
+    fuzz)  echo clang-16 libclang-rt-16-dev llvm-16 ;;
     package) echo nsis fp-utils zip unzip ;;
     *) echo "setup: no package group '$1'" >&2; return 1 ;;
   esac

@@ -93,7 +93,7 @@ public:
     Hourglass& operator=(const Hourglass&) = delete;
 
 private:
-    std::intptr_t Previous;
+    [[maybe_unused]] std::intptr_t Previous; // not every implementation has a pointer to restore
 };
 
 struct MenuEntry {

@@ -5,7 +5,6 @@
 #include <iterator>
 #include <utility>
 
-#include "game/mdlVNT.h"
 #include "host/platform.h"
 #include "host/win32/single_byte.h"
 
@@ -35,8 +34,8 @@ std::wstring SystemFolder() {
 
 // By full path, so that nothing in the current folder or on the search path can take the library's place.
 HMODULE LoadFromKnownFolders(Place Where) {
-    for (const std::wstring& Folder :
-         {Platform::PluginFolder(Where), mdlVNT::HostBaseFolder, SystemFolder()}) {
+    const std::wstring PluginFolder = Platform::PluginFolder(Where);
+    for (const std::wstring& Folder : {PluginFolder, HostBaseOf(PluginFolder), SystemFolder()}) {
         const std::wstring Path = Folder + L"\\" + LibraryName;
         if (Folder.empty() || !Platform::FileExists(Path)) continue;
         if (const HMODULE Loaded = LoadLibraryExW(Path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))

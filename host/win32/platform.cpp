@@ -123,7 +123,7 @@ void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
 Bytes SingleByteText(TextView Text) {
     const std::string Narrow = SingleByte(Text);
     const auto* First = reinterpret_cast<const std::byte*>(Narrow.data());
-    return {First, First + Narrow.size()};
+    return Bytes(First, First + Narrow.size());
 }
 
 Moment Now() {
