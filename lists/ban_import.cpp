@@ -70,6 +70,10 @@ public:
 
 private:
     void AddName(const ForeignBan& Ban) {
+        if (!CanBeNameKey(Ban.Name)) {
+            ++Counts.Invalid;
+            return;
+        }
         ++Counts.Found;
         // Kept on purpose: the bare tag digit never finds a stored entry, so that an import refreshes the
         // stamps.
@@ -107,7 +111,7 @@ private:
 ImportCounts ImportBanFile(Long Index, TextView Path, std::vector<ImportedEntry>& Added, Place Where) {
     Import Running(Index, Added);
     for (const std::wstring& Line : FileHelper::ReadFile(Path, Where))
-        if (!Line.empty()) Running.AddLine(Line);
+        if (!Line.empty()) Running.AddLine(WithoutLineBreaks(Line));
     return Running.Counts;
 }
 

@@ -83,10 +83,13 @@ bool IsValidIp(TextView Text) {
     return false; // more than four parts
 }
 
+bool CanBeNameKey(TextView Key) { return Key.find(L'=') == TextView::npos; }
+
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, Place Where) {
     const std::wstring File = mdlVNT::BannedNamesPath(Index);
     const std::wstring Value = std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason);
     EnsureSettingsFolder(Index, Where);
+    if (!CanBeNameKey(Key)) return false;
     FileHelper::WriteIniKey(NamesSection, Key, Value, File, Where);
     return !FileHelper::GetIniKey(NamesSection, Key, File, Where).empty();
 }

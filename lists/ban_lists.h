@@ -34,8 +34,12 @@ std::wstring ItemOfKey(TextView Key);
 // A negative part passes: it matches nobody and has always been accepted.
 bool IsValidIp(TextView Text);
 
-// Both make the settings folder when it is missing. A name entry (Key carries its tag) is read back, because the INI
-// format cannot carry every name as a key: false when the entry is not there.
+// Whether a name entry can be written at all. The INI format ends a key at "=": a player who calls himself
+// "e[2]=" would have everybody banned whose name holds an "e".
+bool CanBeNameKey(TextView Key);
+
+// Both make the settings folder when it is missing. A name entry (Key carries its tag) is read back, because
+// the INI format cannot carry every name as a key: false when the entry is not there.
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason,
                      Place Where = Place::current());
 void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where = Place::current());
