@@ -180,7 +180,7 @@ std::wstring GetPlayerIp(Long Index, std::uint8_t Slot, Long PlyrStats, Long IpL
 
 std::wstring ConvertIP(TextView Text, Long Index) noexcept {
     std::wstring Dotted;
-    Trapped(L"ConvertIP", Index, [&] {
+    const bool Converted = Trapped(L"ConvertIP", Index, [&] {
         const std::wstring Digits = Trim(Text);
         if (Digits == L"0") {
             Dotted = NoAddress;
@@ -193,7 +193,8 @@ std::wstring ConvertIP(TextView Text, Long Index) noexcept {
             if (Pair != 0) Dotted += L".";
         }
     });
-    return Dotted;
+    // Half an address would be an invalid one, for which its player is punted.
+    return Converted ? Dotted : std::wstring();
 }
 
 void GetPlayerExtras(Long Index, Long Count, Long SerDedi) noexcept {

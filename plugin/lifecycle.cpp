@@ -24,6 +24,7 @@ ProfileRecord RecordFrom(const Pdat& Data) {
     Record.HostText5 = PdatText(Data, PdatElement::HostText5);
     Record.MessageRef = PdatNumber(Data, PdatElement::MessageRef);
     Record.ProfileFolder = PdatText(Data, PdatElement::ProfileFolder);
+    RefuseLineBreaks(Record.ProfileFolder); // it becomes a key of Players.ini
     Record.HostText8 = PdatText(Data, PdatElement::HostText8);
     Record.IsAffiliate = IsAffiliateGame(Record.GameId);
     return Record;
