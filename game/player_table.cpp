@@ -180,7 +180,7 @@ std::wstring GetPlayerIp(Long Index, std::uint8_t Slot, Long PlyrStats, Long IpL
 
 std::wstring ConvertIP(TextView Text, Long Index) noexcept {
     std::wstring Dotted;
-    const bool Converted = Trapped(L"ConvertIP", Index, [&] {
+    Trapped(L"ConvertIP", Index, [&] {
         const std::wstring Digits = Trim(Text);
         if (Digits == L"0") {
             Dotted = NoAddress;
@@ -193,8 +193,7 @@ std::wstring ConvertIP(TextView Text, Long Index) noexcept {
             if (Pair != 0) Dotted += L".";
         }
     });
-    // Half an address would be an invalid one, for which its player is punted.
-    return Converted ? Dotted : std::wstring();
+    return Dotted;
 }
 
 void GetPlayerExtras(Long Index, Long Count, Long SerDedi) noexcept {

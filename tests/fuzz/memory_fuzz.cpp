@@ -126,7 +126,8 @@ void PutLists() {
 // whole name.
 bool MayBePunted(const std::wstring& Name, const std::wstring& Ip) {
     const std::wstring Key = Name + std::wstring(WholeName);
-    return !Outside::IniValue(SettingsFile(L"BannedNames.ini"), NamesSection, Key).empty() ||
+    return !IsValidIp(Ip) ||
+           !Outside::IniValue(SettingsFile(L"BannedNames.ini"), NamesSection, Key).empty() ||
            !Outside::IniValue(SettingsFile(L"BannedIps.ini"), IpsSection, Ip).empty() ||
            Name.find(Part) != std::wstring::npos || Name == NamelessPlayer ||
            Ip.starts_with(Pattern.substr(0, 4));
