@@ -112,7 +112,8 @@ Long HexToByte(TextView Text, Place Where) {
 }
 
 std::wstring ToText(Long Number) {
-    // Not std::to_wstring: it goes through the formatted output of the C library, for every slot of every tick.
+    // Not std::to_wstring: it goes through the formatted output of the C library, for every slot of every
+    // tick.
     char Digits[12];
     const auto End = std::to_chars(std::begin(Digits), std::end(Digits), Number).ptr;
     return std::wstring(Digits, End);

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Static checks of the product: clang-tidy (.clang-tidy), cppcheck, and the direction of the includes.
+# Static checks: formatting of all sources; clang-tidy (.clang-tidy), cppcheck and the direction of the includes for
+# the product.
 #
 #   tools/check.sh [BUILD FOLDER]     build/check when left out; only the compile commands are made there
 #
@@ -36,6 +37,13 @@ tidy() { # NAME [compiler options ...]; the files on standard input
   # A file that cannot be read at all is a finding too, wherever it was said.
   [ "${PIPESTATUS[0]}" = 0 ] || grep -q ': \(warning\|error\): ' "$FINDINGS" ||
     echo "clang-tidy failed: see $BUILD/$name.log" >>"$FINDINGS"
+}
+
+# window/ids.h is read by the resource compiler as well and keeps its columns.
+check_formatting() {
+  say 'formatting'
+  git ls-files -z -- '*.cpp' '*.h' ':!window/ids.h' | xargs -0 clang-format --dry-run --Werror 2>&1 |
+    grep -E ': error: ' | sort -t: -u -k1,1 >>"$FINDINGS"
 }
 
 check_clang_tidy() {
@@ -91,6 +99,7 @@ check_includes() {
     sed 's/$/  is for win32 folders and the COM files/' >>"$FINDINGS"
 }
 
+check_formatting
 check_clang_tidy
 check_cppcheck
 check_includes

@@ -37,7 +37,10 @@ const Scenario Scenarios[] = {
          tmrVN_Timer(Profile);
      }},
     {"load and unload",
-     [] { LoadInterface(Profile, HostWindow, HostData()), UnLoadInterface(), SetProfileData(Profile, HostData()); }},
+     [] {
+         LoadInterface(Profile, HostWindow, HostData()), UnLoadInterface(),
+             SetProfileData(Profile, HostData());
+     }},
     {"GetPlayersRem", [] { GetPlayersRem(Request(L"")); }},
     {"ban by PuntPlayerRem", [] { PuntPlayerRem(Request(std::wstring(Bob) + L"|10.0.0.7|3|x|" + Bob)); }},
     {"ArmPlayerRem", [] { ArmPlayerRem(Request(std::wstring(Bob) + L"|Disarm")); }},
