@@ -26,10 +26,18 @@ DEMO=$PWD/build/demo
 HOST=$DEMO/host
 BIN=$PWD/build/windows/bin
 
+# Two at once would play in the same folder.
+mkdir -p "$DEMO"
+if kill -0 "$(cat "$DEMO/running" 2>/dev/null)" 2>/dev/null; then
+  echo 'demo: another one is running here' >&2
+  exit 2
+fi
+echo $$ > "$DEMO/running"
+
 finish() {
   # shellcheck disable=SC2046
   [ ! -e "$DEMO/followers" ] || kill $(cat "$DEMO/followers") 2>/dev/null
-  rm -f "$DEMO/followers"
+  rm -f "$DEMO/followers" "$DEMO/running"
   stop_wine
   wait 2>/dev/null
 }
@@ -98,6 +106,17 @@ await() { # PROFILE SECONDS CONDITION
   done
 }
 
+# The host's window with each tab of the interface.
+take_pictures() {
+  import -window root "$DEMO/host.png"
+  local tab
+  for tab in 2:ips 3:settings 4:slaps 1:; do
+    tell_host "tab ${tab%:*}"
+    [ -n "${tab#*:}" ] && sleep 0.5 && import -window root "$DEMO/host-${tab#*:}.png"
+  done
+  say 'pictures of the host window: build/demo/host.png, and host-ips, host-settings and host-slaps beside it'
+}
+
 need_packages build wine || exit 1
 build_preset windows || exit 1
 say 'preparing the host'
@@ -125,7 +144,7 @@ await kernel 30 '$2 == "refused"'
 await affiliate 40 '$2 == "dropped" && $4 == "Xaver"'
 tell_host closeboxes
 sleep 1
-import -window root "$DEMO/host.png" && say "screenshot: build/demo/host.png"
+take_pictures
 
 say 'a remote console'
 console --profile 2 --admin anna players

@@ -39,7 +39,11 @@ test_wine() {
     run_ctest wine windows
 }
 
-test_check() { tools/check.sh build/check; }
+test_check() {
+  say 'checking the sources'
+  tools/check.sh build/check 2>&1 | tee "$RESULTS/check.log"
+  [ "${PIPESTATUS[0]}" = 0 ]
+}
 
 need_packages build wine check package || exit 1
 rm -rf "$RESULTS"
@@ -50,7 +54,7 @@ done
 
 say "results (logs and JUnit files in $RESULTS)"
 for part in $PARTS; do
-  counts=$(grep -hE 'tests passed, [0-9]+ tests failed' "$RESULTS/$part.log" 2>/dev/null)
+  counts=$(grep -hE 'tests passed, [0-9]+ tests failed|^[0-9]+ findings' "$RESULTS/$part.log" 2>/dev/null)
   case " $FAILED " in
     *" $part "*) printf '%-7s FAILED  %s\n' "$part" "$counts" ;;
     *) printf '%-7s passed  %s\n' "$part" "$counts" ;;

@@ -12,6 +12,7 @@ export WINEDEBUG=-all WINEARCH=win32
 # No downloads of a browser engine or a .NET runtime, no menu entries on the desktop.
 export WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe=d'
 DISPLAY_PROCESS=
+PREPARED_PREFIX=
 
 start_display() {
   local number_file
@@ -32,6 +33,7 @@ start_display() {
 # crashes says so on its output and ends, instead of waiting in a box for somebody to close it.
 prepare_prefix() {
   export WINEPREFIX=$1
+  PREPARED_PREFIX=$1
   local managed=N
   [ "${2:-}" = desktop ] && managed=Y
   if [ ! -e "$WINEPREFIX/ready" ]; then
@@ -57,8 +59,10 @@ keep_alive() {
 }
 
 stop_wine() {
-  [ -n "${WINEPREFIX:-}" ] && [ -d "$WINEPREFIX" ] && wineserver -k >/dev/null 2>&1
-  [ -n "$DISPLAY_PROCESS" ] && kill "$DISPLAY_PROCESS" 2>/dev/null
+  # Never a prefix that was in the environment before.
+  [ -z "$PREPARED_PREFIX" ] || WINEPREFIX=$PREPARED_PREFIX wineserver -k >/dev/null 2>&1
+  [ -z "$DISPLAY_PROCESS" ] || kill "$DISPLAY_PROCESS" 2>/dev/null
+  PREPARED_PREFIX=
   DISPLAY_PROCESS=
   return 0
 }

@@ -9,8 +9,8 @@
 #include "sandbox/host/game_servers.h"
 #include "sandbox/host/journal.h"
 #include "sandbox/host/loaded_plugin.h"
-#include "sandbox/host/player_menu.h"
 #include "sandbox/host/privileges.h"
+#include "sandbox/host/shown_interface.h"
 
 namespace Actions {
 namespace {
@@ -107,7 +107,9 @@ void Console(const Lines& Words) {
         if (!Line.empty()) Journal::Write(L"  " + Line);
 }
 
-void Menu(const Lines& Words) { PlayerMenu::Open(Area, ToWhole(Words[1]), Words[2]); }
+void Menu(const Lines& Words) { ShownInterface::ChooseFromMenu(Area, ToWhole(Words[1]), Words[2]); }
+
+void Tab(const Lines& Words) { ShownInterface::TurnTab(Area, ToWhole(Words[1])); }
 
 void CloseBoxes(const Lines&) { Boxes::CloseAll(); }
 
@@ -125,6 +127,7 @@ constexpr Row Rows[] = {
     {L"load", 1, Load},   {L"hide", 0, Hide}, {L"disable", 1, Disable},       {L"unload", 0, Unload},
     {L"start", 1, Start}, {L"stop", 1, Stop}, {L"remote", 3, Remote},         {L"console", 3, Console},
     {L"note", 0, Note},   {L"quit", 0, Quit}, {L"closeboxes", 0, CloseBoxes}, {L"menu", 2, Menu},
+    {L"tab", 1, Tab},
 };
 
 const Row& Find(const Lines& Words) {

@@ -22,6 +22,7 @@ void End();
 //   remote N ADMIN MEMBER [DATA]   a raw request of a remote console
 //   console N ADMIN COMMAND...     a command as console.exe takes it
 //   menu ROW CAPTION               choose from the pop-up menu of the player list
+//   tab N                          click the interface's tab N, from 1
 //   closeboxes  close the plug-in's open boxes                      note TEXT   write a line
 //   quit        end the host
 // Whatever fails is written to the journal.

@@ -9,8 +9,8 @@
 #include "sandbox/host/host_menu.h"
 #include "sandbox/host/journal.h"
 #include "sandbox/host/loaded_plugin.h"
-#include "sandbox/host/player_menu.h"
 #include "sandbox/host/request_pipe.h"
+#include "sandbox/host/shown_interface.h"
 
 namespace HostWindow {
 namespace {
@@ -113,7 +113,7 @@ void Chosen(int Id, int Notification) {
 // What is due, one action at a time: an action may open a box, behind which the pulse goes on.
 void Pulse() {
     Boxes::Watch();
-    PlayerMenu::Continue();
+    ShownInterface::Continue();
     while (NextAction < Pending.size() && Pending[NextAction].Milliseconds <= Journal::Elapsed())
         Actions::Run(Pending[NextAction++].Action);
     RefreshList();

@@ -1,10 +1,10 @@
-#include "sandbox/host/player_menu.h"
+#include "sandbox/host/shown_interface.h"
 
 #include <commctrl.h>
 
 #include "sandbox/host/journal.h"
 
-namespace PlayerMenu {
+namespace ShownInterface {
 namespace {
 
 constexpr UINT GetMenuHandle = 0x01E1; // asks a menu's window for its menu
@@ -12,12 +12,27 @@ constexpr UINT GetMenuHandle = 0x01E1; // asks a menu's window for its menu
 HWND Grid = nullptr;
 std::wstring Wanted;
 
-BOOL CALLBACK FindGrid(HWND Window, LPARAM Found) {
+struct SearchedClass {
+    const wchar_t* Class;
+    HWND Found;
+};
+
+BOOL CALLBACK MatchClass(HWND Window, LPARAM Search) {
+    auto* Asked = reinterpret_cast<SearchedClass*>(Search);
     wchar_t Class[32] = L"";
     GetClassNameW(Window, Class, 32);
-    if (std::wstring(Class) != WC_LISTVIEWW) return TRUE;
-    *reinterpret_cast<HWND*>(Found) = Window;
+    if (std::wstring(Class) != Asked->Class) return TRUE;
+    Asked->Found = Window;
     return FALSE;
+}
+
+// The interface has one control of each of the classes that are asked for.
+HWND ControlOf(HWND PluginArea, const wchar_t* Class) {
+    SearchedClass Asked{Class, nullptr};
+    EnumChildWindows(PluginArea, MatchClass, reinterpret_cast<LPARAM>(&Asked));
+    if (!Asked.Found || !IsWindowVisible(Asked.Found))
+        Fail(ErrorNumber::InvalidCall, L"No interface is shown");
+    return Asked.Found;
 }
 
 // How often "down" must be pressed to come to the entry; 0 when there is none of that caption.
@@ -40,10 +55,8 @@ void Press(WPARAM Key) {
 
 } // namespace
 
-void Open(HWND PluginArea, Long Row, const std::wstring& Caption) {
-    Grid = nullptr;
-    EnumChildWindows(PluginArea, FindGrid, reinterpret_cast<LPARAM>(&Grid));
-    if (!Grid || !IsWindowVisible(Grid)) Fail(ErrorNumber::InvalidCall, L"No interface is shown");
+void ChooseFromMenu(HWND PluginArea, Long Row, const std::wstring& Caption) {
+    Grid = ControlOf(PluginArea, WC_LISTVIEWW);
     if (Row < 1 || Row > SendMessageW(Grid, LVM_GETITEMCOUNT, 0, 0))
         Fail(ErrorNumber::InvalidCall, L"The player list has no row " + ToText(Row));
     LVITEMW Item{};
@@ -66,4 +79,15 @@ void Continue() {
     Wanted.clear();
 }
 
-} // namespace PlayerMenu
+void TurnTab(HWND PluginArea, Long Tab) {
+    const HWND Tabs = ControlOf(PluginArea, WC_TABCONTROLW);
+    RECT Bounds{};
+    if (!SendMessageW(Tabs, TCM_GETITEMRECT, static_cast<WPARAM>(Tab - 1), reinterpret_cast<LPARAM>(&Bounds)))
+        Fail(ErrorNumber::InvalidCall, L"There is no tab " + ToText(Tab));
+    // Choosing a tab by message would tell nobody.
+    const LPARAM Middle = MAKELPARAM((Bounds.left + Bounds.right) / 2, (Bounds.top + Bounds.bottom) / 2);
+    PostMessageW(Tabs, WM_LBUTTONDOWN, MK_LBUTTON, Middle);
+    PostMessageW(Tabs, WM_LBUTTONUP, 0, Middle);
+}
+
+} // namespace ShownInterface
