@@ -55,7 +55,8 @@ public:
 
     void AddLine(const std::wstring& Line) {
         const ForeignBan Ban = ParseLine(Line);
-        if (Ban.Name.empty() && Ban.Address.empty()) {
+        const bool Empty = Ban.Name.empty() && Ban.Address.empty();
+        if (Empty || !CanBeKey(Ban.Name) || !CanBeKey(Ban.Address)) {
             ++Counts.Invalid;
             return;
         }
@@ -70,10 +71,6 @@ public:
 
 private:
     void AddName(const ForeignBan& Ban) {
-        if (!CanBeNameKey(Ban.Name)) {
-            ++Counts.Invalid;
-            return;
-        }
         ++Counts.Found;
         // Kept on purpose: the bare tag digit never finds a stored entry, so that an import refreshes the
         // stamps.

@@ -83,18 +83,23 @@ bool IsValidIp(TextView Text) {
     return false; // more than four parts
 }
 
-bool CanBeNameKey(TextView Key) { return Key.find(L'=') == TextView::npos; }
+void RefuseUnlessKey(TextView Address, Place Where) {
+    if (!CanBeKey(Address)) Fail(ErrorNumber::InvalidCall, L"This is no address that can be banned.", Where);
+}
+
+bool CanBeKey(TextView Key) { return Key.find(L'=') == TextView::npos; }
 
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, Place Where) {
     const std::wstring File = mdlVNT::BannedNamesPath(Index);
     const std::wstring Value = std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason);
     EnsureSettingsFolder(Index, Where);
-    if (!CanBeNameKey(Key)) return false;
+    if (!CanBeKey(Key)) return false;
     FileHelper::WriteIniKey(NamesSection, Key, Value, File, Where);
     return !FileHelper::GetIniKey(NamesSection, Key, File, Where).empty();
 }
 
 void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where) {
+    RefuseUnlessKey(Address, Where);
     EnsureSettingsFolder(Index, Where);
     FileHelper::WriteIniKey(IpsSection, Address, Stamp, mdlVNT::BannedIpsPath(Index), Where);
 }

@@ -34,14 +34,18 @@ std::wstring ItemOfKey(TextView Key);
 // A negative part passes: it matches nobody and has always been accepted.
 bool IsValidIp(TextView Text);
 
-// Whether a name entry can be written at all. The INI format ends a key at "=": a player who calls himself
-// "e[2]=" would have everybody banned whose name holds an "e".
-bool CanBeNameKey(TextView Key);
+// Whether a name or an address can be written as a key at all. The INI format ends a key at "=": a player who
+// calls himself "e[2]=" would have everybody banned whose name holds an "e", and the address "5.*=" a whole
+// range.
+bool CanBeKey(TextView Key);
+// Error 5 for an address that cannot be a key.
+void RefuseUnlessKey(TextView Address, Place Where = Place::current());
 
 // Both make the settings folder when it is missing. A name entry (Key carries its tag) is read back, because
 // the INI format cannot carry every name as a key: false when the entry is not there.
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason,
                      Place Where = Place::current());
+// Error 5 for a text that cannot be a key.
 void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where = Place::current());
 
 // Deletes a key by the direct private-profile write.

@@ -267,6 +267,8 @@ TEST(Remote, WhatIsMissingIsNamed) {
         {PuntPlayerRem, Fields(L"Bob", L"|1.1.1.1"), L"PuntPlayerRem: 9 Subscript out of range"},
         {PuntPlayerRem, L"%%%|1.1.1.1|3", L"PuntPlayerRem: 5 This is no Base64 text."},
         {PuntPlayerRem, Fields(L"Bob", L"|1.1.1.1|three"), L"PuntPlayer: 13 Type mismatch"},
+        {PuntPlayerRem, Fields(L"Bob", L"|5.*=|3|x"),
+         L"PuntPlayer: 5 This is no address that can be banned."},
         {ArmPlayerRem, Encoded(L"Bob"), L"ArmPlayerRem: 9 Subscript out of range"},
         {AddBannedRem, Fields(L"Bob[1]", L"|"), L"AddBannedRem: 9 Subscript out of range"},
         {RemoveBannedRem, Encoded(L"Bob"), L"RemoveBannedRem: 9 Subscript out of range"},
