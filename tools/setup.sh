@@ -50,7 +50,10 @@ install_from_main_suites() {
   apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT) $(ORIGIN)' 'Created-By: Packages' |
     awk '$4 == "Debian" && $2 !~ /security/ { print "deb [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]", $1, $2, $3 }' |
     sort -u > "$work/parts/main.list"
-  local options=(-o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$work/parts" -o "Dir::State::Lists=$work/lists")
+  # What has come from the security suite already must step back where both architectures need one version.
+  printf 'Package: *\nPin: release o=Debian\nPin-Priority: 1001\n' > "$work/preferences"
+  local options=(-o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$work/parts" -o "Dir::State::Lists=$work/lists"
+    -o "Dir::Etc::preferences=$work/preferences" -o Dir::Etc::preferencesparts=/dev/null)
   chmod -R a+rX "$work"
   as_root apt-get "${options[@]}" update >/dev/null
   apt_install "${options[@]}" --allow-downgrades -- "$@"
