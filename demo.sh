@@ -27,12 +27,7 @@ HOST=$DEMO/host
 BIN=$PWD/build/windows/bin
 
 # Two at once would play in the same folder.
-mkdir -p "$DEMO"
-if kill -0 "$(cat "$DEMO/running" 2>/dev/null)" 2>/dev/null; then
-  echo 'demo: another one is running here' >&2
-  exit 2
-fi
-echo $$ > "$DEMO/running"
+only_one "$DEMO/running" || exit 2
 
 finish() {
   # shellcheck disable=SC2046

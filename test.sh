@@ -21,7 +21,8 @@ esac
 
 RESULTS=build/test-results
 FAILED=
-trap stop_wine EXIT
+only_one build/testing || exit 2
+trap 'stop_wine; rm -f build/testing' EXIT
 trap 'exit 130' INT TERM
 
 # The output of what failed is shown whole, of the rest one line for every test.

@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Configures and builds a preset, showing how far it is; sourced by the commands at the root.
+# Building, as the commands at the root share it; sourced by them.
 #
-#   build_preset PRESET [TARGET ...]     the whole output is in build/PRESET.log
+#   build_preset PRESET [TARGET ...]     configures and builds, showing how far it is; the whole output is in
+#                                        build/PRESET.log
+#   only_one FILE                        false when another run has the file; its owner removes it at its end
 
 build_preset() {
   local preset=$1 log=build/$1.log
@@ -18,4 +20,13 @@ build_preset() {
   [ "${PIPESTATUS[0]}" = 0 ] && return 0
   grep -A12 -m3 -E 'error|FAILED' "$log" | cut -c1-300 >&2
   return 1
+}
+
+only_one() {
+  mkdir -p "$(dirname "$1")"
+  if kill -0 "$(cat "$1" 2>/dev/null)" 2>/dev/null; then
+    echo "${0##*/}: another one is running here" >&2
+    return 1
+  fi
+  echo $$ > "$1"
 }

@@ -8,7 +8,7 @@
 #include "sandbox/host/boxes.h"
 #include "sandbox/host/host_menu.h"
 #include "sandbox/host/journal.h"
-#include "sandbox/host/loaded_plugin.h"
+#include "sandbox/host/plugin_area.h"
 #include "sandbox/host/request_pipe.h"
 #include "sandbox/host/shown_interface.h"
 
@@ -26,7 +26,7 @@ enum ControlId {
 
 constexpr UINT_PTR PulseTimer = 1;
 constexpr UINT PulseMilliseconds = 100;
-constexpr int Margin = 6, ListWidth = 250, JournalHeight = 170, LineHeight = 26, CaptionHeight = 30;
+constexpr int Margin = 6, ListWidth = 250, JournalHeight = 170, LineHeight = 26;
 constexpr std::size_t JournalLimit = 200000;
 
 HWND Main = nullptr;
@@ -156,7 +156,7 @@ void MakeControls() {
     static constexpr Made All[] = {
         {L"LISTBOX", L"", WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, WS_EX_CLIENTEDGE,
          ProfileList},
-        {L"SandboxPluginArea", L"", WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, PluginArea},
+        {PluginAreaClass, L"", WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, PluginArea},
         {L"EDIT", L"", WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
          WS_EX_CLIENTEDGE, JournalPane},
         {L"COMBOBOX", L"", WS_TABSTOP | CBS_DROPDOWNLIST, 0, AdministratorBox},
@@ -177,34 +177,6 @@ void MakeControls() {
 
 // --- Window procedures
 
-void PaintArea(HWND Window) {
-    PAINTSTRUCT Paint;
-    const HDC Context = BeginPaint(Window, &Paint);
-    RECT Caption{};
-    GetClientRect(Window, &Caption);
-    const Long Shown = Actions::ShownProfile();
-    if (Shown) Caption.bottom = CaptionHeight;
-    FillRect(Context, &Caption, GetSysColorBrush(COLOR_APPWORKSPACE));
-    std::wstring Text = L"Double-click a profile to load the plug-in's interface.";
-    for (const HostProfile& Each : Actions::Configured().Profiles)
-        if (Each.Index == Shown) Text = LoadedPlugin::Described().Name + L"  -  " + Each.Name;
-    SelectObject(Context, GetStockObject(DEFAULT_GUI_FONT));
-    SetBkMode(Context, TRANSPARENT);
-    SetTextColor(Context, GetSysColor(COLOR_HIGHLIGHTTEXT));
-    Caption.left += 8;
-    Caption.bottom = CaptionHeight;
-    DrawTextW(Context, Text.c_str(), -1, &Caption, DT_SINGLELINE | DT_VCENTER);
-    EndPaint(Window, &Paint);
-}
-
-LRESULT CALLBACK AreaProcedure(HWND Window, UINT Message, WPARAM First, LPARAM Second) {
-    if (Message == WM_PAINT) {
-        PaintArea(Window);
-        return 0;
-    }
-    return DefWindowProcW(Window, Message, First, Second);
-}
-
 LRESULT CALLBACK MainProcedure(HWND Window, UINT Message, WPARAM First, LPARAM Second) {
     switch (Message) {
     case WM_SIZE: Layout(); return 0;
@@ -221,10 +193,10 @@ LRESULT CALLBACK MainProcedure(HWND Window, UINT Message, WPARAM First, LPARAM S
     }
 }
 
-void RegisterClass(const wchar_t* Name, WNDPROC Procedure) {
+void RegisterMain() {
     WNDCLASSW Class{};
-    Class.lpszClassName = Name;
-    Class.lpfnWndProc = Procedure;
+    Class.lpszClassName = L"SandboxHost";
+    Class.lpfnWndProc = MainProcedure;
     Class.hInstance = GetModuleHandleW(nullptr);
     Class.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     Class.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
@@ -235,8 +207,8 @@ void RegisterClass(const wchar_t* Name, WNDPROC Procedure) {
 } // namespace
 
 HWND Open(const HostConfiguration& Read, std::vector<TimedAction> Script) {
-    RegisterClass(L"SandboxHost", MainProcedure);
-    RegisterClass(L"SandboxPluginArea", AreaProcedure);
+    RegisterMain();
+    RegisterPluginArea();
     Main = CreateWindowExW(0, L"SandboxHost", Read.Title.c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20,
                            20, 1180, 900, nullptr, HostMenu::Create(), GetModuleHandleW(nullptr), nullptr);
     if (!Main) return nullptr;

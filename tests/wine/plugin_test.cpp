@@ -1,0 +1,122 @@
+// The game server process and the plug-in, as the tests use them.
+#include "tests/wine/support.h"
+
+#include <sstream>
+
+namespace Support {
+
+// --- The game server
+
+GameServer::GameServer(const std::wstring& Name, const std::wstring& Options, const std::string& Scenario)
+    : Journal(Name + L".journal") {
+    WriteText(Name + L".txt", Scenario);
+    std::wstring Command =
+        L"gameserver.exe --scenario " + Name + L".txt --journal " + Journal + L" " + Options;
+    STARTUPINFOW Startup{};
+    Startup.cb = sizeof Startup;
+    if (!CreateProcessW((BaseFolder() + L"\\gameserver.exe").c_str(), Command.data(), nullptr, nullptr, FALSE,
+                        CREATE_NO_WINDOW, nullptr, BaseFolder().c_str(), &Startup, &Process) ||
+        !Await("start"))
+        throw std::runtime_error("the game server does not start");
+}
+
+GameServer::~GameServer() {
+    TerminateProcess(Process.hProcess, 0);
+    WaitForSingleObject(Process.hProcess, Patience);
+    CloseHandle(Process.hThread);
+    CloseHandle(Process.hProcess);
+}
+
+std::vector<Simulation::JournalEntry> GameServer::Entries() const {
+    const std::string Text = ReadText(Journal);
+    std::istringstream Whole(Text.substr(0, Text.find_last_of('\n') + 1));
+    std::vector<Simulation::JournalEntry> Found;
+    for (std::string Line; std::getline(Whole, Line);) Found.push_back(Simulation::ParseEntry(Line));
+    return Found;
+}
+
+const Simulation::JournalEntry* GameServer::Find(const std::string& Kind, const std::string& Name) const {
+    Read = Entries();
+    for (const Simulation::JournalEntry& Each : Read)
+        if (Each.Kind == Kind && (Name.empty() || Each.Name == Name)) return &Each;
+    return nullptr;
+}
+
+int GameServer::Count(const std::string& Kind) const {
+    int Found = 0;
+    for (const Simulation::JournalEntry& Each : Entries())
+        if (Each.Kind == Kind) ++Found;
+    return Found;
+}
+
+bool GameServer::Await(const std::string& Kind, const std::string& Name, unsigned Milliseconds) const {
+    return PumpUntil([&] { return Find(Kind, Name) != nullptr; }, Milliseconds);
+}
+
+// --- The plug-in
+
+Automation::Values ProfileElements(const Profile& Given) {
+    using namespace Automation;
+    Values Elements;
+    Elements.push_back(FromText(L"host text"));
+    Elements.push_back(FromText(Given.GameId));
+    Elements.push_back(FromWhole(Given.Server ? Given.Server->ProcessRef() : 0));
+    for (int At = 3; At <= 5; ++At) Elements.push_back(FromText(L"host text"));
+    Elements.push_back(FromWhole(Given.Server ? Given.Server->MessageRef() : 0));
+    Elements.push_back(FromText(Given.Folder));
+    Elements.push_back(FromText(L"host text"));
+    Elements.push_back(Value());
+    Elements.push_back(FromText(L"tester (192.0.2.1)"));
+    Elements.push_back(FromBoolean(Given.HostWideLogs));
+    Elements.push_back(FromWhole(600 * 15));
+    Elements.push_back(FromWhole(700 * 15));
+    return Elements;
+}
+
+Automation::Value ProfileData(const Profile& Given) { return Automation::FromList(ProfileElements(Given)); }
+
+PluginTest::PluginTest() {
+    BaseFolder();
+    BoxesSeen().clear();
+    CloseBoxes(true);
+    Area = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 720, 660, nullptr,
+                           nullptr, nullptr, nullptr);
+    Late = Automation::Create(L"qrvVNT.clsPlugin");
+    Late.Get()->QueryInterface(IID__clsPlugin, reinterpret_cast<void**>(&Early));
+}
+
+PluginTest::~PluginTest() {
+    if (Early) {
+        BSTR Nothing = SysAllocString(L"");
+        Early->UnLoadInterface(Nothing);
+        SysFreeString(Nothing);
+        Early->Release();
+    }
+    Late.Release();
+    DestroyWindow(Area);
+    // What is still posted belongs to this test.
+    PumpUntil([] { return GetQueueStatus(QS_POSTMESSAGE) == 0; }, 500);
+}
+
+void PluginTest::Load(Long Index, const Profile& Given) {
+    Automation::Value Data = ProfileData(Given);
+    BSTR Nothing = SysAllocString(L"");
+    EXPECT_EQ(Early->LoadInterface(Index, HandleToLong(Area), *Data, Nothing), S_OK);
+    SysFreeString(Nothing);
+}
+
+Long PluginTest::Remote(const wchar_t* Member, Long Index, const Profile& Given, const std::wstring& Data) {
+    Automation::Values Arguments;
+    Arguments.push_back(Automation::FromWhole(Index));
+    Arguments.push_back(ProfileData(Given));
+    Arguments.push_back(Automation::FromText(Data));
+    return Automation::AsWhole(*Late.Call(Member, std::move(Arguments)));
+}
+
+HWND PluginTest::Frame() const { return FindWindowExW(Area, nullptr, L"frmVNT", nullptr); }
+
+void PluginTest::Sweep(Long Index) const {
+    SendMessageW(Frame(), WM_TIMER, static_cast<WPARAM>(ID_tmrVN + Index), 0);
+}
+
+} // namespace Support
