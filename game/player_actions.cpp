@@ -55,7 +55,7 @@ enum class BanResult { Stored, WithoutName, AlreadyBanned };
 // must not.
 BanResult StoreBan(Long Index, TextView PlayerName, TextView Ip, TextView Reason, TextView Stamp) {
     const std::wstring Name = WithoutLineBreaks(PlayerName);
-    RefuseUnlessKey(Ip); // before anything is written
+    RefuseUnlessKey(Trim(Ip)); // before anything is written
     EnsureSettingsFolder(Index);
     AddBanReference(mdlVNT::SettingsFolder(Index), mdlVNT::BannedReferencePath(Index), Name, Ip);
     // Kept on purpose: entries carry a tag, so that this finds only a bare key that somebody wrote by hand.

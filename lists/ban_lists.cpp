@@ -87,7 +87,10 @@ void RefuseUnlessKey(TextView Address, Place Where) {
     if (!CanBeKey(Address)) Fail(ErrorNumber::InvalidCall, L"This is no address that can be banned.", Where);
 }
 
-bool CanBeKey(TextView Key) { return Key.find(L'=') == TextView::npos; }
+bool CanBeKey(TextView Key) {
+    const bool OddStart = Key.starts_with(L'[') || Key.starts_with(L' ') || Key.starts_with(L'\t');
+    return !OddStart && Key.find(L'=') == TextView::npos;
+}
 
 bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, Place Where) {
     const std::wstring File = mdlVNT::BannedNamesPath(Index);
@@ -99,9 +102,10 @@ bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, 
 }
 
 void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where) {
-    RefuseUnlessKey(Address, Where);
+    const std::wstring Key = Trim(Address); // blanks around it are no part of an address
+    RefuseUnlessKey(Key, Where);
     EnsureSettingsFolder(Index, Where);
-    FileHelper::WriteIniKey(IpsSection, Address, Stamp, mdlVNT::BannedIpsPath(Index), Where);
+    FileHelper::WriteIniKey(IpsSection, Key, Stamp, mdlVNT::BannedIpsPath(Index), Where);
 }
 
 void DeleteBannedName(Long Index, TextView Key) {

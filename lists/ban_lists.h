@@ -34,9 +34,10 @@ std::wstring ItemOfKey(TextView Key);
 // A negative part passes: it matches nobody and has always been accepted.
 bool IsValidIp(TextView Text);
 
-// Whether a name or an address can be written as a key at all. The INI format ends a key at "=": a player who
-// calls himself "e[2]=" would have everybody banned whose name holds an "e", and the address "5.*=" a whole
-// range.
+// Whether a name or an address can be written as a key at all. The INI format ends a key at "=": a player
+// who calls himself "e[2]=" would have everybody banned whose name holds an "e", and the address "5.*=" a
+// whole range. A line that begins with "[" opens a section. Blanks before a key are lost: a ban of " Bob"
+// would be one of "Bob".
 bool CanBeKey(TextView Key);
 // Error 5 for an address that cannot be a key.
 void RefuseUnlessKey(TextView Address, Place Where = Place::current());

@@ -1,0 +1,96 @@
+// Odd names through the whole way: read from the game, banned by a remote console, stored in a real INI file,
+// found by the sweep, and removed again.
+#include "tests/wine/support.h"
+
+namespace {
+
+using namespace Support;
+
+struct OddName {
+    std::string Bytes; // code page 1252, as the game holds them
+    bool CanBeStored;
+};
+
+// Every byte from 128 to 255, in pieces that a name can hold.
+std::vector<OddName> HighNames() {
+    std::vector<OddName> Names;
+    for (int First = 128; First < 256; First += 32) {
+        std::string Bytes;
+        for (int Byte = First; Byte < First + 32; ++Byte) Bytes += static_cast<char>(Byte);
+        Names.push_back({Bytes, true});
+    }
+    return Names;
+}
+
+std::vector<OddName> OddNames() {
+    std::vector<OddName> Names{
+        {" lead", false}, {"trail ", true}, {"50% off", true},    {"A & B", true},     {"\"quoted\"", true},
+        {"a[1]b", true},  {"p|ipe", true},  {"semi;colon", true}, {"tab\there", true}, {"'single'", true},
+        {";first", true}, {"a=b", false},   {"e[2]=", false},     {"[clan]Bob", false}};
+    for (OddName& Each : HighNames()) Names.push_back(std::move(Each));
+    return Names;
+}
+
+std::wstring Wide(const std::string& Bytes) {
+    std::wstring Text(Bytes.size(), L'\0');
+    Text.resize(static_cast<std::size_t>(MultiByteToWideChar(
+        1252, 0, Bytes.data(), static_cast<int>(Bytes.size()), Text.data(), static_cast<int>(Text.size()))));
+    return Text;
+}
+
+std::string Scenario(const std::vector<OddName>& Names) {
+    std::string Lines;
+    int Slot = 1;
+    for (const OddName& Each : Names) {
+        std::string Escaped;
+        for (const char Byte : Each.Bytes) {
+            char Code[8];
+            std::snprintf(Code, sizeof Code, "\\x%02X", static_cast<unsigned char>(Byte));
+            Escaped += Code;
+        }
+        Lines +=
+            "0 join " + std::to_string(Slot) + " \"" + Escaped + "\" 10.0.0." + std::to_string(Slot) + "\n";
+        ++Slot;
+    }
+    return Lines;
+}
+
+class OddNamesOnAServer : public PluginTest {
+protected:
+    OddNamesOnAServer() : Memory(Automation::Create(L"qrvGMF.clsMemory")) {}
+
+    std::wstring Encoded(const std::wstring& Text) {
+        Automation::Values Arguments;
+        Arguments.push_back(Automation::FromText(Text));
+        return Automation::AsText(*Memory.Call(L"Enc64", std::move(Arguments)));
+    }
+
+    Automation::Object Memory;
+};
+
+} // namespace
+
+TEST_F(OddNamesOnAServer, AreBannedFoundAndRemovedAndHitNobodyElse) {
+    const std::vector<OddName> Names = OddNames();
+    const GameServer Server(L"odd", L"--build standard --players 40", Scenario(Names));
+    ASSERT_TRUE(Server.Await("join", Names.back().Bytes));
+    const Support::Profile Given{L"odd", StandardGame, &Server};
+    WriteText(L"profiles\\odd\\settings\\keep.txt", "");
+    Load(1, Given);
+    int Dropped = 0;
+    for (const OddName& Each : Names) {
+        const std::wstring Key = Wide(Each.Bytes) + L"[1]";
+        EXPECT_EQ(Remote(L"AddBannedRem", 1, Given, Encoded(Key) + L"|" + Encoded(L"odd") + L"|Name"),
+                  Each.CanBeStored ? 1 : 0)
+            << Each.Bytes;
+        Sweep(1);
+        if (Each.CanBeStored) {
+            EXPECT_TRUE(Server.Await("dropped", Each.Bytes)) << Each.Bytes;
+            ++Dropped;
+            EXPECT_EQ(Remote(L"RemoveBannedRem", 1, Given, Encoded(Wide(Each.Bytes)) + L"|Name"), 1);
+        }
+        EXPECT_EQ(Server.Count("dropped"), Dropped) << Each.Bytes;
+    }
+    const std::string File = ReadText(L"profiles\\odd\\settings\\BannedNames.ini");
+    EXPECT_EQ(File.find("[-]odd"), std::string::npos) << File;
+}
