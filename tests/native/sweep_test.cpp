@@ -4,6 +4,8 @@
 #include "enforcement/permanent_lists.h"
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
+#include "plugin/lifecycle.h"
+#include "plugin/remote.h"
 #include "tests/native/server.h"
 
 namespace {
@@ -168,6 +170,56 @@ TEST(Sweep, ATickInsideATickIsDropped) {
     Game.Join(1, "Alice");
     tmrVN_Timer(Profile);
     EXPECT_EQ(Commands().size(), 2u);
+}
+
+TEST(Sweep, ARequestInTheMiddleOfATickWorks) {
+    // Wherever an outside call lets the message loop run: a console's request for a profile that is new, so
+    // that the arrays grow under the tick.
+    Server Measured;
+    JoinAll(Measured);
+    tmrVN_Timer(Profile);
+    const long Calls = Outside::Calls;
+    for (long Call = 1; Call <= Calls; ++Call) {
+        Server Game;
+        JoinAll(Game);
+        BanName(L"Alice[1]");
+        RemoteRequest Request{Profile + 100, HostData(L"Server1"), HostValue{}};
+        Request.Data->Text = L"Q2Fyb2w=|Disarm"; // Carol
+        long Seen = 0;
+        Long Result = -1;
+        Outside::BeforeCall = [&](TextView) {
+            if (++Seen == Call) Result = ArmPlayerRem(Request);
+        };
+        tmrVN_Timer(Profile);
+        Outside::BeforeCall = nullptr;
+        EXPECT_EQ(Result, 1) << "call " << Call;
+        EXPECT_EQ(Commands(), Lines{L"punt 01"}) << "call " << Call;
+        EXPECT_TRUE(Outside::Reports.empty()) << "call " << Call;
+    }
+}
+
+TEST(Sweep, AnUnloadInTheMiddleOfATickEndsIt) {
+    Server Measured;
+    JoinAll(Measured);
+    tmrVN_Timer(Profile);
+    const long Calls = Outside::Calls;
+    for (long Call = 1; Call <= Calls; ++Call) {
+        Server Game;
+        JoinAll(Game);
+        BanName(L"Alice[1]");
+        long Seen = 0;
+        Outside::BeforeCall = [&](TextView) {
+            if (++Seen == Call) UnLoadInterface();
+        };
+        tmrVN_Timer(Profile);
+        Outside::BeforeCall = nullptr;
+        for (const std::wstring& Command : Commands()) EXPECT_EQ(Command, L"punt 01") << "call " << Call;
+        Outside::Reports.clear();
+        EXPECT_TRUE(SetProfileData(Profile, HostData()));
+        tmrVN_Timer(Profile);
+        EXPECT_TRUE(Outside::Reports.empty()) << "call " << Call;
+        EXPECT_FALSE(Game.World.Players[1].Present) << "call " << Call;
+    }
 }
 
 TEST(Sweep, ReportsNameTheAddressUnderCheck) {
