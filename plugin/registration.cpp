@@ -2,6 +2,10 @@
 
 #include <olectl.h>
 
+#include <string>
+#include <vector>
+
+#include "host/win32/module.h"
 #include "plugin/type_info.h"
 
 // In the import library, but not in the cross compiler's header.
@@ -29,7 +33,7 @@ std::vector<Entry> Entries() {
         {ProgId, nullptr, L"Vantor player management"},
         {std::wstring(ProgId) + L"\\CLSID", nullptr, ClassId},
         {Class, nullptr, L"Vantor player management"},
-        {Class + L"\\InprocServer32", nullptr, DllPath()},
+        {Class + L"\\InprocServer32", nullptr, Module::Path()},
         {Class + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
         {Class + L"\\ProgID", nullptr, ProgId},
         {Class + L"\\TypeLib", nullptr, LibraryId},
@@ -49,7 +53,7 @@ bool Write(RegistrationScope Scope, const Entry& Written) {
 }
 
 HRESULT RegisterLibrary(RegistrationScope Scope) {
-    std::wstring Path = DllPath();
+    std::wstring Path = Module::Path();
     ITypeLib* Library = nullptr;
     HRESULT Result = LoadTypeLibEx(Path.c_str(), REGKIND_NONE, &Library);
     if (FAILED(Result)) return SELFREG_E_TYPELIB;

@@ -19,7 +19,7 @@ HRESULT LoadTypeInfo() noexcept {
     ITypeLib* Library = nullptr;
     HRESULT Result = E_OUTOFMEMORY;
     try {
-        Result = LoadTypeLibEx(DllPath().c_str(), REGKIND_NONE, &Library);
+        Result = LoadTypeLibEx(Module::Path().c_str(), REGKIND_NONE, &Library);
     } catch (...) {
         return E_OUTOFMEMORY;
     }
@@ -56,16 +56,6 @@ HRESULT InvokeGetData(_clsPlugin& Object, VARIANT* Result) noexcept {
 }
 
 } // namespace
-
-std::wstring DllPath() {
-    std::wstring Path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD Length =
-            GetModuleFileNameW(Module::Instance(), Path.data(), static_cast<DWORD>(Path.size()));
-        if (Length < Path.size()) return Path.substr(0, Length);
-        Path.resize(Path.size() * 2);
-    }
-}
 
 HRESULT InterfaceInfo(ITypeInfo** Info) noexcept {
     const HRESULT Result = LoadTypeInfo();

@@ -12,6 +12,3 @@ HRESULT InvokeMember(_clsPlugin& Object, DISPID Id, WORD Flags, DISPPARAMS* Para
                      EXCEPINFO* Exception, UINT* BadArgument) noexcept;
 // Lets go of the library.
 void ForgetTypeInfo() noexcept;
-
-// The full path of the DLL, from which its type library is loaded.
-std::wstring DllPath();

@@ -17,6 +17,16 @@ HINSTANCE Instance() noexcept {
     return Own;
 }
 
+std::wstring Path() {
+    std::wstring Found(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD Length = GetModuleFileNameW(Instance(), Found.data(), static_cast<DWORD>(Found.size()));
+        // A path that fills the whole room has been cut.
+        if (Length < Found.size()) return Found.substr(0, Length);
+        Found.resize(Found.size() * 2);
+    }
+}
+
 void AddLock() noexcept { ++Locks; }
 void RemoveLock() noexcept { --Locks; }
 bool IsLocked() noexcept { return Locks != 0; }

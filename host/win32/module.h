@@ -3,10 +3,14 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace Module {
 
 // The DLL's own instance, also when it is not the process's.
 HINSTANCE Instance() noexcept;
+// The full path of the DLL; empty when the system does not say.
+std::wstring Path();
 
 // Objects, class-factory locks and open boxes: while there is one, the DLL must stay.
 void AddLock() noexcept;

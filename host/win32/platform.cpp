@@ -48,17 +48,9 @@ HANDLE Open(TextView Path, DWORD Access, DWORD Creation) {
 } // namespace
 
 std::wstring PluginFolder(Place Where) {
-    std::wstring Path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD Length =
-            GetModuleFileNameW(Module::Instance(), Path.data(), static_cast<DWORD>(Path.size()));
-        if (Length == 0) FailWithLastError(L"qrvVNT.dll", Where);
-        if (Length < Path.size()) {
-            Path.resize(Length);
-            return Path.substr(0, Path.find_last_of(L'\\'));
-        }
-        Path.resize(Path.size() * 2);
-    }
+    const std::wstring Path = Module::Path();
+    if (Path.empty()) FailWithLastError(L"qrvVNT.dll", Where);
+    return Path.substr(0, Path.find_last_of(L'\\'));
 }
 
 std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {

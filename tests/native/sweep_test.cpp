@@ -20,6 +20,14 @@ void JoinAll(Server& Game) {
     Game.Join(4, "Carol", "192.168.5.4");
 }
 
+// How many outside calls one tick makes with all of them on and nobody banned.
+long CallsOfATick() {
+    Server Measured;
+    JoinAll(Measured);
+    tmrVN_Timer(Profile);
+    return Outside::Calls;
+}
+
 struct BanCase {
     const char* What;
     Lines Names;
@@ -143,10 +151,7 @@ TEST(Sweep, PermanentListsActOnEveryTickAndEndWithTheStay) {
 
 TEST(Sweep, AHalfReadTablePunishesNobodyAndEmptiesNoList) {
     // The read of the addresses, or of the names before the permanent lists, breaks off in its middle.
-    Server Measured;
-    JoinAll(Measured);
-    tmrVN_Timer(Profile);
-    const long Calls = Outside::Calls;
+    const long Calls = CallsOfATick();
     for (long Call = 1; Call <= Calls; ++Call) {
         Server Game;
         JoinAll(Game);
@@ -175,10 +180,7 @@ TEST(Sweep, ATickInsideATickIsDropped) {
 TEST(Sweep, ARequestInTheMiddleOfATickWorks) {
     // Wherever an outside call lets the message loop run: a console's request for a profile that is new, so
     // that the arrays grow under the tick.
-    Server Measured;
-    JoinAll(Measured);
-    tmrVN_Timer(Profile);
-    const long Calls = Outside::Calls;
+    const long Calls = CallsOfATick();
     for (long Call = 1; Call <= Calls; ++Call) {
         Server Game;
         JoinAll(Game);
@@ -199,10 +201,7 @@ TEST(Sweep, ARequestInTheMiddleOfATickWorks) {
 }
 
 TEST(Sweep, AnUnloadInTheMiddleOfATickEndsIt) {
-    Server Measured;
-    JoinAll(Measured);
-    tmrVN_Timer(Profile);
-    const long Calls = Outside::Calls;
+    const long Calls = CallsOfATick();
     for (long Call = 1; Call <= Calls; ++Call) {
         Server Game;
         JoinAll(Game);
