@@ -4,34 +4,24 @@
 #include "host/file_helper.h"
 #include "host/platform.h"
 #include "lists/first_failure.h"
+#include "lists/numbered_section.h"
 
 namespace {
 
 Long UpperBound(const Lines& Section) { return static_cast<Long>(Section.size()) - 1; }
 
-// The addresses in a name's lines, blank lines left out.
-Lines AddressesOf(const Lines& Section) {
+Lines AddressesOf(const Entries& Linked) {
     Lines Addresses;
-    if (UpperBound(Section) <= 0) return Addresses;
-    for (const std::wstring& Line : Section)
-        if (!Trim(Line).empty()) Addresses.push_back(FileHelper::ParseIniKey(Line));
+    for (const auto& [Key, Address] : Linked) Addresses.push_back(Address);
     return Addresses;
 }
 
-// Rewrites a name's section without the address. Answers whether the name was linked to it.
-bool UnlinkFromName(TextView Name, TextView Address, TextView File, FirstFailure& Failed) {
-    const Lines Linked = AddressesOf(FileHelper::GetIniSection(Name, File));
-    FileHelper::ClearIniSection(Name, File);
-    bool WasLinked = false;
-    Long Kept = 0;
-    for (const std::wstring& Each : Linked) {
-        if (Each == Address) {
-            WasLinked = true;
-            continue;
-        }
-        Failed.Try([&] { FileHelper::WriteIniKey(Name, ToText(Kept), Each, File); });
-        ++Kept;
-    }
+// Takes the address out of a name's section. Answers whether the name was linked to it.
+bool UnlinkFromName(TextView Name, TextView Address, TextView File, Place Where) {
+    const Entries Linked = ReadEntries(Name, File, Where);
+    Lines Kept = AddressesOf(Linked);
+    const bool WasLinked = std::erase(Kept, Address) > 0;
+    if (!Linked.empty()) RewriteNumbered(Name, Linked, Kept, File, Where);
     return WasLinked;
 }
 
@@ -58,7 +48,7 @@ void UnlinkAddress(Long Index, TextView Address, const std::function<void(const 
     for (const std::wstring& Name : Names) {
         if (Trim(Name).empty()) continue;
         Failed.Try([&] {
-            if (UnlinkFromName(Name, Address, File, Failed)) OnLinked(Name);
+            if (UnlinkFromName(Name, Address, File, Where)) OnLinked(Name);
         });
     }
     Failed.Throw();
@@ -66,7 +56,7 @@ void UnlinkAddress(Long Index, TextView Address, const std::function<void(const 
 
 Lines TakeLinkedAddresses(Long Index, TextView Name, Place Where) {
     const std::wstring File = mdlVNT::BannedReferencePath(Index);
-    Lines Addresses = AddressesOf(FileHelper::GetIniSection(Name, File, Where));
+    Lines Addresses = AddressesOf(ReadEntries(Name, File, Where));
     FileHelper::ClearIniSection(Name, File, Where);
     return Addresses;
 }

@@ -7,21 +7,14 @@
 #include "host/file_helper.h"
 #include "host/platform.h"
 #include "lists/ban_lists.h"
-#include "lists/first_failure.h"
+#include "lists/numbered_section.h"
 
 namespace {
 
 constexpr TextView MessagesSection = L"Messages";
 
-// Keys and messages in file order.
-using Slaps = std::vector<std::pair<std::wstring, std::wstring>>;
-
-Slaps ReadSection(Long Index, Place Where) {
-    Slaps Read;
-    for (const std::wstring& Line :
-         FileHelper::GetIniSection(MessagesSection, mdlVNT::SlapsPath(Index), Where))
-        if (!Line.empty()) Read.push_back(FileHelper::ParseIniEntry(Line, Where));
-    return Read;
+Entries ReadSection(Long Index, Place Where) {
+    return ReadEntries(MessagesSection, mdlVNT::SlapsPath(Index), Where);
 }
 
 void WriteSlap(Long Index, TextView Key, TextView Message, Place Where) {
@@ -38,7 +31,7 @@ std::optional<Lines> ReadSlaps(Long Index, Place Where) {
 }
 
 void AddSlap(Long Index, TextView Message, Place Where) {
-    const Slaps Present = ReadSection(Index, Where);
+    const Entries Present = ReadSection(Index, Where);
     std::size_t Key = Present.size();
     // In a file with gaps, edited by hand, the key may be taken.
     const auto Taken = [&] {
@@ -51,18 +44,12 @@ void AddSlap(Long Index, TextView Message, Place Where) {
 }
 
 void EditSlap(Long Index, std::size_t Position, TextView Message, Place Where) {
-    const Slaps Present = ReadSection(Index, Where);
+    const Entries Present = ReadSection(Index, Where);
     if (Position < Present.size()) WriteSlap(Index, Present[Position].first, Message, Where);
 }
 
 void RewriteSlaps(Long Index, const Lines& Messages, Place Where) {
-    FirstFailure Failed;
-    Failed.Try([&] {
-        FileHelper::WriteIniKey(MessagesSection, std::nullopt, std::nullopt, mdlVNT::SlapsPath(Index), Where);
-    });
-    for (std::size_t Position = 0; Position < Messages.size(); ++Position)
-        Failed.Try([&] { WriteSlap(Index, std::to_wstring(Position), Messages[Position], Where); });
-    Failed.Throw();
+    RewriteNumbered(MessagesSection, ReadSection(Index, Where), Messages, mdlVNT::SlapsPath(Index), Where);
 }
 
 void SendSlap(Long Index, TextView Name, TextView Message, Place Where) {

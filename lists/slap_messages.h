@@ -12,8 +12,7 @@ std::optional<Lines> ReadSlaps(Long Index, Place Where = Place::current());
 void AddSlap(Long Index, TextView Message, Place Where = Place::current());
 // Replaces the message at a position; does nothing when there is none.
 void EditSlap(Long Index, std::size_t Position, TextView Message, Place Where = Place::current());
-// Replaces the whole section by the messages. Where one write fails, the rest is still written and then the
-// failure is thrown.
+// Replaces the whole section by the messages.
 void RewriteSlaps(Long Index, const Lines& Messages, Place Where = Place::current());
 // Sends "name.....message" as a server message.
 void SendSlap(Long Index, TextView Name, TextView Message, Place Where = Place::current());

@@ -5,6 +5,7 @@
 #include "lists/ban_import.h"
 #include "lists/ban_lists.h"
 #include "lists/ban_references.h"
+#include "lists/numbered_section.h"
 #include "lists/slap_messages.h"
 #include "tests/native/server.h"
 
@@ -49,19 +50,39 @@ TEST(References, UnlinkingRenumbersWhatStays) {
     EXPECT_EQ(References().find(L"1.1.1.1"), std::wstring::npos);
 }
 
-TEST(References, OneFailedWriteLosesOnlyItself) {
-    Server Game;
-    Outside::PutFile(SettingsFile(L"BannedReference.ini"),
-                     L"[Bob]\r\n0=1.1.1.1\r\n1=2.2.2.2\r\n2=3.3.3.3\r\n[Eve]\r\n0=4.4.4.4\r\n");
-    int Writes = 0;
-    Outside::BeforeCall = [&](TextView Name) {
-        if (Name == L"WriteIniKey" && ++Writes == 1) Fail(1004, L"locked");
+// A write that fails ends a change in place, as the end of the process would.
+TEST(NumberedSections, NoValueIsMissingWhicheverWriteFails) {
+    constexpr TextView Section = L"S", File = L"C:\\s.ini";
+    const Lines Wanted{L"b", L"c", L"d"};
+    struct Row {
+        TextView Text;
+        std::ptrdiff_t Missing; // at most; a section with gaps is cleared first
     };
-    EXPECT_THROW(UnlinkAddress(Profile, L"9.9.9.9", [](const std::wstring&) {}), Failure);
-    Outside::BeforeCall = nullptr;
-    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"1"), L"2.2.2.2");
-    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"2"), L"3.3.3.3");
-    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Eve", L"0"), L"4.4.4.4");
+    for (const auto& [Text, Missing] :
+         {Row{L"[S]\r\n0=a\r\n1=b\r\n2=c\r\n3=d\r\n", 0}, Row{L"[S]\r\n0=a\r\n2=b\r\n5=c\r\n6=d\r\n", 1}})
+        for (int Failing = 1; Failing <= 5; ++Failing) {
+            Outside::Reset();
+            Outside::PutFile(File, std::wstring(Text));
+            int Writes = 0;
+            Outside::BeforeCall = [&](TextView Name) {
+                if (Name == L"WriteIniKey" && ++Writes == Failing) Fail(1004, L"locked");
+            };
+            bool Failed = false;
+            try {
+                RewriteNumbered(Section, ReadEntries(Section, File), Wanted, File);
+            } catch (const Failure&) {
+                Failed = true;
+            }
+            Outside::BeforeCall = nullptr;
+            EXPECT_EQ(Failed, Failing <= 4);
+            const std::wstring Left = Outside::FileText(File);
+            std::ptrdiff_t Lost = 0;
+            for (const std::wstring& Each : Wanted) Lost += Left.find(Each) == Left.npos;
+            EXPECT_LE(Lost, Missing) << Failing;
+            if (Failing == 5) {
+                EXPECT_EQ(Left, L"[S]\r\n0=b\r\n1=c\r\n2=d\r\n");
+            }
+        }
 }
 
 TEST(Slaps, KeysFollowTheOrderAndNothingIsOverwritten) {

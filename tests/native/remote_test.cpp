@@ -122,7 +122,7 @@ std::vector<RequestCase> RequestCases() {
          L"one",
          0,
          L"Delete Slap Message (Message: one) from ",
-         {L"WriteIniKey [Messages] (null)=(null)", L"WriteIniKey [Messages] 0=two"}},
+         {L"WriteIniKey [Messages] 0=two", L"WriteIniKey [Messages] 1=(null)"}},
         {"delete a slap that is not there",
          DeleteSlapRem,
          L"ONE",
@@ -210,8 +210,8 @@ std::vector<RequestCase> RequestCases() {
          Fields(L"1.1.1.1", L"|IP|1"),
          1,
          L"Remove Banned IP (1.1.1.1) from ",
-         {L"WriteProfile [IpAddresses] 1.1.1.1 deleted", L"ClearIniSection [Eve]",
-          L"WriteIniKey [Eve] 0=2.2.2.2", L"WriteProfile [Players] Eve[1] deleted"}},
+         {L"WriteProfile [IpAddresses] 1.1.1.1 deleted", L"WriteIniKey [Eve] 0=2.2.2.2",
+          L"WriteIniKey [Eve] 1=(null)", L"WriteProfile [Players] Eve[1] deleted"}},
     };
 }
 

@@ -1,0 +1,49 @@
+#include "lists/numbered_section.h"
+
+#include "host/file_helper.h"
+#include "lists/first_failure.h"
+
+namespace {
+
+std::wstring KeyAt(std::size_t Position) { return std::to_wstring(Position); }
+
+// Not when empty: then either nothing is there that could be lost, or the answer was wrong.
+bool IsNumbered(const Entries& Present) {
+    for (std::size_t Position = 0; Position < Present.size(); ++Position)
+        if (Present[Position].first != KeyAt(Position)) return false;
+    return !Present.empty();
+}
+
+void ChangeInPlace(TextView Section, const Entries& Present, const Lines& Values, TextView File,
+                   Place Where) {
+    for (std::size_t Position = 0; Position < Values.size(); ++Position)
+        if (Position >= Present.size() || Present[Position].second != Values[Position])
+            FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File, Where);
+    for (std::size_t Position = Present.size(); Position-- > Values.size();)
+        FileHelper::WriteIniKey(Section, KeyAt(Position), std::nullopt, File, Where);
+}
+
+void WriteAnew(TextView Section, const Lines& Values, TextView File, Place Where) {
+    FirstFailure Failed;
+    Failed.Try([&] { FileHelper::WriteIniKey(Section, std::nullopt, std::nullopt, File, Where); });
+    for (std::size_t Position = 0; Position < Values.size(); ++Position)
+        Failed.Try([&] { FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File, Where); });
+    Failed.Throw();
+}
+
+} // namespace
+
+Entries ReadEntries(TextView Section, TextView File, Place Where) {
+    Entries Read;
+    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File, Where))
+        if (!Trim(Line).empty()) Read.push_back(FileHelper::ParseIniEntry(Line, Where));
+    return Read;
+}
+
+void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,
+                     Place Where) {
+    if (!Values.empty() && IsNumbered(Present))
+        ChangeInPlace(Section, Present, Values, File, Where);
+    else
+        WriteAnew(Section, Values, File, Where);
+}

@@ -1,0 +1,20 @@
+// INI sections of values under the keys "0", "1", ... without gaps: slap messages, linked addresses.
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "host/failure.h"
+#include "host/text.h"
+
+using Entries = std::vector<std::pair<std::wstring, std::wstring>>;
+
+// Key and value of each line of a section, in file order.
+Entries ReadEntries(TextView Section, TextView File, Place Where = Place::current());
+
+// Makes the values the whole section, numbered from "0"; Present is what stands there. A section without gaps
+// is changed in place and what is too much deleted last: a process killed on the way leaves a value twice,
+// but none is missing; for the same reason the first write that fails ends it. A section with gaps, edited by
+// hand, is cleared and written anew: there all writes are tried, and then the first failure is thrown.
+void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,
+                     Place Where = Place::current());
