@@ -1,0 +1,26 @@
+// What this process holds of the system, kind by kind.
+#pragma once
+
+#include <vector>
+
+namespace Census {
+
+struct Kind {
+    const char* Name;
+    long (*Count)();
+    long Slack; // how much more there may be after a long run
+    // Makes and drops one thing that is counted as Unit, to see whether the system counts at all.
+    void* (*Make)();
+    void (*Drop)(void*);
+    long Unit;
+};
+
+extern const std::vector<Kind> Kinds;
+
+// Whether the count follows what is made and dropped. Wine leaves some counters at 0.
+bool IsCounted(const Kind& Tried);
+
+// One number for each kind, in their order.
+std::vector<long> Take();
+
+} // namespace Census

@@ -1,0 +1,67 @@
+#include "endurance/driver.h"
+
+#include <commdlg.h>
+
+#include <dlgs.h>
+
+namespace Driver {
+
+namespace {
+
+std::wstring File;
+
+// Posted, because a box that is asked from outside its own loop would end inside this call.
+BOOL CALLBACK Answer(HWND Box, LPARAM) {
+    wchar_t Class[16] = L"";
+    GetClassNameW(Box, Class, 16);
+    if (std::wstring(Class) != L"#32770" || !IsWindowVisible(Box)) return TRUE;
+    const HWND Name = GetDlgItem(Box, cmb13) != nullptr ? GetDlgItem(Box, cmb13) : GetDlgItem(Box, edt1);
+    if (Name != nullptr) SetWindowTextW(Name, File.c_str());
+    const WPARAM Button = GetDlgItem(Box, IDYES) != nullptr ? IDYES : IDOK;
+    PostMessageW(Box, WM_COMMAND, Button,
+                 reinterpret_cast<LPARAM>(GetDlgItem(Box, static_cast<int>(Button))));
+    return TRUE;
+}
+
+void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) { EnumThreadWindows(GetCurrentThreadId(), Answer, 0); }
+
+struct Search {
+    int Id;
+    HWND Found;
+};
+
+BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
+    auto* const Asked = reinterpret_cast<Search*>(Wanted);
+    if (GetDlgCtrlID(Window) == Asked->Id) Asked->Found = Window;
+    return Asked->Found == nullptr;
+}
+
+} // namespace
+
+void AnswerBoxes() { SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Tick); }
+
+void ChooseFile(const std::wstring& Path) { File = Path; }
+
+HWND Control(HWND Frame, int Id) {
+    Search Asked{Id, nullptr};
+    EnumChildWindows(Frame, Match, reinterpret_cast<LPARAM>(&Asked));
+    return Asked.Found;
+}
+
+void Type(HWND Frame, int Id, const std::wstring& Text) {
+    SendMessageW(Control(Frame, Id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Text.c_str()));
+}
+
+bool Select(HWND Frame, int List, const std::wstring& Item) {
+    const HWND Box = Control(Frame, List);
+    const LRESULT Found =
+        SendMessageW(Box, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(Item.c_str()));
+    SendMessageW(GetParent(Box), WM_COMMAND, MAKEWPARAM(List, LBN_SELCHANGE), reinterpret_cast<LPARAM>(Box));
+    return Found != LB_ERR;
+}
+
+void Click(HWND Frame, int Id) { SendMessageW(Control(Frame, Id), BM_CLICK, 0, 0); }
+
+void TakeMenuEntry(HWND Frame, int Id) { SendMessageW(Frame, WM_COMMAND, static_cast<WPARAM>(Id), 0); }
+
+} // namespace Driver
