@@ -35,8 +35,13 @@ void WriteAnew(TextView Section, const Lines& Values, TextView File, Place Where
 
 Entries ReadEntries(TextView Section, TextView File, Place Where) {
     Entries Read;
-    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File, Where))
-        if (!Trim(Line).empty()) Read.push_back(FileHelper::ParseIniEntry(Line, Where));
+    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File, Where)) {
+        if (Trim(Line).empty()) continue;
+        Read.push_back(FileHelper::ParseIniEntry(Line, Where));
+        // An empty answer to a line with text would be written back in its place.
+        const auto& [Key, Value] = Read.back();
+        if (Key.empty() && Value.empty() && Trim(Line) != L"=") Fail(ErrorNumber::TypeMismatch, {}, Where);
+    }
     return Read;
 }
 

@@ -9,7 +9,7 @@
 
 using Entries = std::vector<std::pair<std::wstring, std::wstring>>;
 
-// Key and value of each line of a section, in file order.
+// Key and value of each line of a section, in file order. Error 13 when the host answers a line with nothing.
 Entries ReadEntries(TextView Section, TextView File, Place Where = Place::current());
 
 // Makes the values the whole section, numbered from "0"; Present is what stands there. A section without gaps

@@ -26,7 +26,7 @@ namespace {
 
 long FaultDue = 0; // the value of Calls at which the fault happens; 0 is never
 Fault FaultKind = Fault::Failure;
-bool FaultDone = false;
+std::wstring FaultyName;
 
 } // namespace
 
@@ -42,17 +42,17 @@ Lines Recorded(TextView Prefix) {
 void FailCall(long Number, Fault Kind) {
     FaultDue = Number == 0 ? 0 : Calls + Number;
     FaultKind = Kind;
-    FaultDone = false;
+    FaultyName.clear();
 }
 
-bool FaultHappened() { return FaultDone; }
+std::wstring FaultyCall() { return FaultyName; }
 
 // Counts one outside call; true when it is to answer empty.
 bool Enter(TextView Name, bool CanFail, Place Where) {
     ++Calls;
     if (BeforeCall) BeforeCall(Name);
     if (Calls != FaultDue) return false;
-    FaultDone = true;
+    FaultyName = Name;
     if (FaultKind == Fault::OutOfMemory) throw std::bad_alloc();
     if (!CanFail || FaultKind == Fault::Empty) return true;
     if (FaultKind == Fault::WrongType) Fail(ErrorNumber::TypeMismatch, {}, Where);

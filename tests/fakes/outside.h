@@ -39,7 +39,7 @@ enum class Fault { Failure, WrongType, OutOfMemory, Empty };
 extern long Calls; // outside calls since Reset
 // Fails the Nth outside call from now (1 is the next); logging and boxes are not counted.
 void FailCall(long Number, Fault Kind);
-bool FaultHappened();
+std::wstring FaultyCall(); // the call that failed; empty when none has yet
 // Runs before every counted outside call; for calls that come back into the plug-in.
 extern std::function<void(TextView Name)> BeforeCall;
 
