@@ -36,6 +36,11 @@ BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
     return Asked->Found == nullptr;
 }
 
+void Notify(HWND List, WORD Code) {
+    SendMessageW(GetParent(List), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(List), Code),
+                 reinterpret_cast<LPARAM>(List));
+}
+
 } // namespace
 
 void AnswerBoxes() { SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Tick); }
@@ -56,11 +61,13 @@ bool Select(HWND Frame, int List, const std::wstring& Item) {
     const HWND Box = Control(Frame, List);
     const LRESULT Found =
         SendMessageW(Box, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(Item.c_str()));
-    SendMessageW(GetParent(Box), WM_COMMAND, MAKEWPARAM(List, LBN_SELCHANGE), reinterpret_cast<LPARAM>(Box));
+    Notify(Box, LBN_SELCHANGE);
     return Found != LB_ERR;
 }
 
 void Click(HWND Frame, int Id) { SendMessageW(Control(Frame, Id), BM_CLICK, 0, 0); }
+
+void DoubleClick(HWND Frame, int List) { Notify(Control(Frame, List), LBN_DBLCLK); }
 
 void TakeMenuEntry(HWND Frame, int Id) { SendMessageW(Frame, WM_COMMAND, static_cast<WPARAM>(Id), 0); }
 

@@ -17,8 +17,9 @@ HWND Control(HWND Frame, int Id);
 void Type(HWND Frame, int Id, const std::wstring& Text);
 // Selects the item that begins with the text, and tells the window; false when there is none.
 bool Select(HWND Frame, int List, const std::wstring& Item);
-// Both return when the boxes that the handler opens are closed.
+// These return when the boxes that the handler opens are closed.
 void Click(HWND Frame, int Id);
+void DoubleClick(HWND Frame, int List);
 void TakeMenuEntry(HWND Frame, int Id);
 
 } // namespace Driver

@@ -1,0 +1,114 @@
+#include "endurance/kill_child.h"
+
+#include <filesystem>
+
+#include "endurance/driver.h"
+#include "endurance/operations.h"
+#include "tests/wine/support.h"
+
+namespace Kill::Child {
+
+namespace {
+
+Progress* Told = nullptr;
+Automation::Object Plugin, Memory;
+HWND Area = nullptr;
+Long ProcessRef = 0, MessageRef = 0;
+
+// --- The system's own write of an INI file, told to the parent while it lasts
+
+BOOL WINAPI ToldWrite(const char* Section, const char* Key, const char* Value, const char* File) {
+    MultiByteToWideChar(CP_ACP, 0, File, -1, Told->WrittenPath, MAX_PATH);
+    Told->SystemWrites = 1;
+    const BOOL Written = WritePrivateProfileStringA(Section, Key, Value, File);
+    Told->SystemWrites = 0;
+    return Written;
+}
+
+// Has a loaded DLL call another function instead of one that it imports.
+void Redirect(const wchar_t* Dll, const void* From, void* To) {
+    auto* const Base = reinterpret_cast<char*>(GetModuleHandleW(Dll));
+    const auto* const Header =
+        reinterpret_cast<IMAGE_NT_HEADERS*>(Base + reinterpret_cast<IMAGE_DOS_HEADER*>(Base)->e_lfanew);
+    const DWORD Imports = Header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    for (auto* Each = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(Base + Imports); Each->FirstThunk != 0;
+         ++Each)
+        for (auto* Slot = reinterpret_cast<void**>(Base + Each->FirstThunk); *Slot != nullptr; ++Slot) {
+            if (*Slot != From) continue;
+            DWORD Protection = 0;
+            VirtualProtect(Slot, sizeof *Slot, PAGE_READWRITE, &Protection);
+            *Slot = To;
+        }
+}
+
+void WatchSystemWrites() {
+    const auto From = reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "WritePrivateProfileStringA"));
+    for (const wchar_t* const Dll : {L"qrvVNT.dll", L"qrvMFM.dll"})
+        Redirect(Dll, From, reinterpret_cast<void*>(ToldWrite));
+}
+
+// --- The host
+
+Automation::Value ProfileData() {
+    Automation::Values Elements = Support::ProfileElements({L"kill"});
+    Elements[2] = Automation::FromWhole(ProcessRef);
+    Elements[6] = Automation::FromWhole(MessageRef);
+    return Automation::FromList(std::move(Elements));
+}
+
+// Also when it is loaded already: then the lists are read anew.
+void Load() {
+    Automation::Values Index, Arguments;
+    Index.push_back(Automation::FromWhole(1));
+    Plugin.Call(L"DisableProfile", std::move(Index));
+    Arguments.push_back(Automation::FromWhole(1));
+    Arguments.push_back(Automation::FromWhole(HandleToLong(Area)));
+    Arguments.push_back(ProfileData());
+    Plugin.Call(L"LoadInterface", std::move(Arguments));
+}
+
+} // namespace
+
+void Remote(const wchar_t* Member, const std::wstring& Data) {
+    Automation::Values Arguments;
+    Arguments.push_back(Automation::FromWhole(1));
+    Arguments.push_back(ProfileData());
+    Arguments.push_back(Automation::FromText(Data));
+    Plugin.Call(Member, std::move(Arguments));
+}
+
+std::wstring Encoded(const std::string& Text) {
+    Automation::Values Arguments;
+    Arguments.push_back(Automation::FromText(std::wstring(Text.begin(), Text.end())));
+    return Automation::AsText(*Memory.Call(L"Enc64", std::move(Arguments)));
+}
+
+HWND Window() { return FindWindowExW(Area, nullptr, L"frmVNT", nullptr); }
+
+void Run(Progress& Shared, unsigned Seed, long Process, long Message) {
+    const Automation::Apartment Com;
+    Told = &Shared;
+    ProcessRef = Process;
+    MessageRef = Message;
+    Area = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 720, 660, nullptr,
+                           nullptr, nullptr, nullptr);
+    Plugin = Automation::Create(L"qrvVNT.clsPlugin");
+    Memory = Automation::Create(L"qrvGMF.clsMemory");
+    WatchSystemWrites();
+    Driver::AnswerBoxes();
+    Load();
+    std::vector<std::string> Damage;
+    State Expected = Read(".", Damage);
+    Shared.IsReady = 1;
+    for (Source Operations(Seed);;) {
+        const Operation Op = Operations.Next(Expected);
+        if (Op.What->IsInWindow) Load(); // the lists show what requests have changed
+        Shared.Begun = Shared.Begun + 1;
+        Op.What->Do(Op);
+        Shared.Done = Shared.Begun;
+        Op.What->Change(Expected, Op);
+    }
+}
+
+} // namespace Kill::Child

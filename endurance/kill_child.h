@@ -1,0 +1,26 @@
+// The process that is killed: a host with the plug-in, which does one operation after the other.
+#pragma once
+
+#include <string>
+
+#include <windows.h>
+
+namespace Kill::Child {
+
+// What parent and child share, in memory that outlives the child.
+struct Progress {
+    volatile LONG IsReady;
+    volatile LONG Begun, Done;  // how many operations
+    volatile LONG SystemWrites; // inside the system's own function that writes an INI file,
+    wchar_t WrittenPath[260];   // and which one
+};
+
+// For the table of operations.
+void Remote(const wchar_t* Member, const std::wstring& Data);
+std::wstring Encoded(const std::string& Text);
+HWND Window();
+
+// Never returns.
+[[noreturn]] void Run(Progress& Shared, unsigned Seed, long ProcessRef, long MessageRef);
+
+} // namespace Kill::Child

@@ -1,0 +1,53 @@
+// What is done to the lists while the host is killed, and what must stand in the files meanwhile. Parent and
+// child draw the same operations from the same seed.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Kill {
+
+enum File { Names, Ips, Links, Slaps, Settings, Log, FileCount };
+
+// Each file's entries as short texts without what changes by itself: keys that only number, and times.
+using State = std::array<std::multiset<std::string>, FileCount>;
+
+// The files as every round begins with them.
+void WriteFirstFiles(const std::filesystem::path& Base);
+// What stands in the files. Damage gets a line for each place that is no whole line of its file.
+State Read(const std::filesystem::path& Base, std::vector<std::string>& Damage);
+// The file that a path belongs to; FileCount for none of ours.
+File FileAt(const std::filesystem::path& Path);
+const char* NameOf(File Which);
+
+struct Operation {
+    const struct Kind* What = nullptr;
+    std::string Entry; // the name, address or message
+    std::string Other; // another one that goes with it
+};
+
+// One row for each operation.
+struct Kind {
+    const char* Name;
+    int Milliseconds; // about how long it takes
+    File PicksFrom;   // the operation takes an entry of this file; of FileCount: a new one
+    bool IsInWindow;
+    void (*Change)(State&, const Operation&);
+    void (*Do)(const Operation&);
+};
+
+class Source {
+public:
+    explicit Source(unsigned Seed) : Random(Seed) {}
+    Operation Next(const State& Now);
+
+private:
+    std::mt19937 Random;
+    int Number = 0;
+};
+
+} // namespace Kill
