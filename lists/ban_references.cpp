@@ -10,16 +10,10 @@ namespace {
 
 Long UpperBound(const Lines& Section) { return static_cast<Long>(Section.size()) - 1; }
 
-Lines AddressesOf(const Entries& Linked) {
-    Lines Addresses;
-    for (const auto& [Key, Address] : Linked) Addresses.push_back(Address);
-    return Addresses;
-}
-
 // Takes the address out of a name's section. Answers whether the name was linked to it.
 bool UnlinkFromName(TextView Name, TextView Address, TextView File, Place Where) {
     const Entries Linked = ReadEntries(Name, File, Where);
-    Lines Kept = AddressesOf(Linked);
+    Lines Kept = ValuesOf(Linked);
     const bool WasLinked = std::erase(Kept, Address) > 0;
     if (!Linked.empty()) RewriteNumbered(Name, Linked, Kept, File, Where);
     return WasLinked;
@@ -56,7 +50,7 @@ void UnlinkAddress(Long Index, TextView Address, const std::function<void(const 
 
 Lines TakeLinkedAddresses(Long Index, TextView Name, Place Where) {
     const std::wstring File = mdlVNT::BannedReferencePath(Index);
-    Lines Addresses = AddressesOf(ReadEntries(Name, File, Where));
+    Lines Addresses = ValuesOf(ReadEntries(Name, File, Where));
     FileHelper::ClearIniSection(Name, File, Where);
     return Addresses;
 }

@@ -45,6 +45,12 @@ Entries ReadEntries(TextView Section, TextView File, Place Where) {
     return Read;
 }
 
+Lines ValuesOf(const Entries& Present) {
+    Lines Values;
+    for (const auto& [Key, Value] : Present) Values.push_back(Value);
+    return Values;
+}
+
 void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,
                      Place Where) {
     if (!Values.empty() && IsNumbered(Present))

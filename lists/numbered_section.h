@@ -11,6 +11,7 @@ using Entries = std::vector<std::pair<std::wstring, std::wstring>>;
 
 // Key and value of each line of a section, in file order. Error 13 when the host answers a line with nothing.
 Entries ReadEntries(TextView Section, TextView File, Place Where = Place::current());
+Lines ValuesOf(const Entries& Present);
 
 // Makes the values the whole section, numbered from "0"; Present is what stands there. A section without gaps
 // is changed in place and what is too much deleted last: a process killed on the way leaves a value twice,

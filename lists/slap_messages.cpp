@@ -21,13 +21,20 @@ void WriteSlap(Long Index, TextView Key, TextView Message, Place Where) {
     FileHelper::WriteIniKey(MessagesSection, Key, Message, mdlVNT::SlapsPath(Index), Where);
 }
 
+// Where a message stands: where it is expected, else where it stands first; the number of entries when it
+// does not.
+std::size_t PositionOf(const Entries& Present, TextView Message, std::size_t Expected) {
+    if (Expected < Present.size() && Present[Expected].second == Message) return Expected;
+    const auto Found = std::find_if(Present.begin(), Present.end(),
+                                    [&](const auto& Slap) { return Slap.second == Message; });
+    return static_cast<std::size_t>(Found - Present.begin());
+}
+
 } // namespace
 
 std::optional<Lines> ReadSlaps(Long Index, Place Where) {
     if (!Platform::FileExists(mdlVNT::SlapsPath(Index))) return std::nullopt;
-    Lines Messages;
-    for (auto& [Key, Message] : ReadSection(Index, Where)) Messages.push_back(std::move(Message));
-    return Messages;
+    return ValuesOf(ReadSection(Index, Where));
 }
 
 void AddSlap(Long Index, TextView Message, Place Where) {
@@ -43,13 +50,21 @@ void AddSlap(Long Index, TextView Message, Place Where) {
     WriteSlap(Index, std::to_wstring(Key), Message, Where);
 }
 
-void EditSlap(Long Index, std::size_t Position, TextView Message, Place Where) {
+bool EditSlap(Long Index, TextView Old, TextView New, std::size_t Expected, Place Where) {
     const Entries Present = ReadSection(Index, Where);
-    if (Position < Present.size()) WriteSlap(Index, Present[Position].first, Message, Where);
+    const std::size_t Position = PositionOf(Present, Old, Expected);
+    if (Position == Present.size()) return false;
+    WriteSlap(Index, Present[Position].first, New, Where);
+    return true;
 }
 
-void RewriteSlaps(Long Index, const Lines& Messages, Place Where) {
-    RewriteNumbered(MessagesSection, ReadSection(Index, Where), Messages, mdlVNT::SlapsPath(Index), Where);
+void DeleteSlap(Long Index, TextView Message, std::size_t Expected, Place Where) {
+    const Entries Present = ReadSection(Index, Where);
+    const std::size_t Position = PositionOf(Present, Message, Expected);
+    if (Position == Present.size()) return;
+    Lines Kept = ValuesOf(Present);
+    Kept.erase(Kept.begin() + static_cast<std::ptrdiff_t>(Position));
+    RewriteNumbered(MessagesSection, Present, Kept, mdlVNT::SlapsPath(Index), Where);
 }
 
 void SendSlap(Long Index, TextView Name, TextView Message, Place Where) {

@@ -10,9 +10,11 @@
 std::optional<Lines> ReadSlaps(Long Index, Place Where = Place::current());
 // Appends a message under the key that is its position.
 void AddSlap(Long Index, TextView Message, Place Where = Place::current());
-// Replaces the message at a position; does nothing when there is none.
-void EditSlap(Long Index, std::size_t Position, TextView Message, Place Where = Place::current());
-// Replaces the whole section by the messages.
-void RewriteSlaps(Long Index, const Lines& Messages, Place Where = Place::current());
+// Both act on the message where it is expected and, when it is not there because somebody else has changed
+// the list meanwhile, where it stands first. EditSlap answers false, and DeleteSlap does nothing, when it is
+// gone.
+bool EditSlap(Long Index, TextView Old, TextView New, std::size_t Expected = 0,
+              Place Where = Place::current());
+void DeleteSlap(Long Index, TextView Message, std::size_t Expected = 0, Place Where = Place::current());
 // Sends "name.....message" as a server message.
 void SendSlap(Long Index, TextView Name, TextView Message, Place Where = Place::current());

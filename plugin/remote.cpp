@@ -146,28 +146,12 @@ bool AddBanned(const RemoteRequest& Request, const std::wstring& Text) {
     return true;
 }
 
-// Where a message stands in the list; its size when it is not there.
-std::size_t PositionOf(const Lines& Messages, TextView Message) {
-    return static_cast<std::size_t>(std::find(Messages.begin(), Messages.end(), Message) - Messages.begin());
-}
-
-void DeleteSlap(const RemoteRequest& Request, const std::wstring& Message) {
-    Lines Messages = ReadSlaps(Request.Index).value_or(Lines());
-    const std::size_t Position = PositionOf(Messages, Message);
-    if (Position < Messages.size()) {
-        Messages.erase(Messages.begin() + static_cast<std::ptrdiff_t>(Position));
-        RewriteSlaps(Request.Index, Messages);
-    }
-    WriteAdminLog(Request.Profile, L"Delete Slap Message (Message: " + Message);
-}
-
 void ReplaceSlap(const RemoteRequest& Request, const std::wstring& Text) {
     const auto Bar = Text.find(L'|');
     if (Bar == std::wstring::npos) Fail(ErrorNumber::SubscriptOutOfRange);
     const std::wstring Old = Text.substr(0, Bar);
     const std::wstring New = Text.substr(Bar + 1);
-    const Lines Messages = ReadSlaps(Request.Index).value_or(Lines());
-    if (!New.empty()) EditSlap(Request.Index, PositionOf(Messages, Old), New);
+    if (!New.empty()) EditSlap(Request.Index, Old, New);
     WriteAdminLog(Request.Profile, L"Edit Slap Message (Old Message: " + Old + L", New Message: " + New);
 }
 
@@ -218,8 +202,10 @@ Long AddSlapRem(const RemoteRequest& Request) noexcept {
 }
 
 Long DeleteSlapRem(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"DeleteSlapRem", Request,
-                        [&](const std::wstring& Message) { DeleteSlap(Request, Message); });
+    return SilentMember(L"DeleteSlapRem", Request, [&](const std::wstring& Message) {
+        DeleteSlap(Request.Index, Message);
+        WriteAdminLog(Request.Profile, L"Delete Slap Message (Message: " + Message);
+    });
 }
 
 Long EditSlapRem(const RemoteRequest& Request) noexcept {

@@ -10,13 +10,6 @@
 
 namespace {
 
-Lines ItemsOf(const ListBox& List) {
-    Lines Items;
-    const int Count = List.Count();
-    for (int Index = 0; Index < Count; ++Index) Items.push_back(List.Item(Index));
-    return Items;
-}
-
 void AddMessage(Long Index) {
     const std::wstring Message = txtSlap.Text();
     if (Message.empty()) return;
@@ -32,8 +25,10 @@ void EditMessage(Long Index) {
     const std::wstring Message = txtSlap.Text();
     const int Selected = lstSlaps.Selected();
     if (Message.empty() || Selected < 0) return;
+    const std::wstring Old = lstSlaps.Item(Selected);
     lstSlaps.Replace(Selected, Message);
-    EditSlap(Index, static_cast<std::size_t>(Selected), Message);
+    // One that a remote console has deleted meanwhile is written again.
+    if (!EditSlap(Index, Old, Message, static_cast<std::size_t>(Selected))) AddSlap(Index, Message);
     LoadSlapMenu(Index);
 }
 
@@ -41,8 +36,9 @@ void DeleteMessage(Long Index) {
     const int Selected = lstSlaps.Selected();
     if (Selected < 0) Fail(ErrorNumber::InvalidCall);
     cmdSlapEdit.Enable(false); // what was being edited may be gone
+    const std::wstring Message = lstSlaps.Item(Selected);
     lstSlaps.Remove(Selected);
-    RewriteSlaps(Index, ItemsOf(lstSlaps));
+    DeleteSlap(Index, Message, static_cast<std::size_t>(Selected));
     LoadSlapMenu(Index);
 }
 

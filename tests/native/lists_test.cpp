@@ -90,16 +90,18 @@ TEST(Slaps, KeysFollowTheOrderAndNothingIsOverwritten) {
     EXPECT_FALSE(ReadSlaps(Profile).has_value());
     for (const TextView Each : {L"one", L"two", L"three"}) AddSlap(Profile, Each);
     EXPECT_EQ(ReadSlaps(Profile), (Lines{L"one", L"two", L"three"}));
-    RewriteSlaps(Profile, {L"one", L"three"});
+    DeleteSlap(Profile, L"two", 1);
     EXPECT_EQ(Outside::FileText(SettingsFile(L"Slaps.ini")), L"[Messages]\r\n0=one\r\n1=three\r\n");
-    EditSlap(Profile, 1, L"last");
-    EditSlap(Profile, 7, L"nowhere");
+    EXPECT_TRUE(EditSlap(Profile, L"three", L"last", 2)) << "moved up meanwhile";
+    EXPECT_FALSE(EditSlap(Profile, L"two", L"nowhere", 1));
     EXPECT_EQ(ReadSlaps(Profile), (Lines{L"one", L"last"}));
     // A file edited by hand, with a gap.
     Outside::PutFile(SettingsFile(L"Slaps.ini"), L"[Messages]\r\n0=a\r\n2=b\r\n");
     AddSlap(Profile, L"c");
-    EditSlap(Profile, 1, L"B");
-    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"a", L"B", L"c"}));
+    EditSlap(Profile, L"b", L"a");
+    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"a", L"a", L"c"}));
+    DeleteSlap(Profile, L"a", 1);
+    EXPECT_EQ(Outside::FileText(SettingsFile(L"Slaps.ini")), L"[Messages]\r\n0=a\r\n1=c\r\n");
 }
 
 // A line of the other manager's ban file.
