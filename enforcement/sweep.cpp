@@ -129,7 +129,7 @@ void CheckPlayer(Tick& Now, const Player& Who, bool KernelMethod) {
 void CheckPlayers(Tick& Now, bool KernelMethod) {
     if (!IsArrayReady(Now.Names)) return;
     // Slot 0 is the server's own and never examined.
-    for (std::size_t Slot = 1; Slot < Now.Names.size(); ++Slot) {
+    for (std::size_t Slot = 1; Slot < Now.Names.size() && HasMemoryMap(Now.Index); ++Slot) {
         // The table may have shrunk between the two reads. Nobody is judged by an address that was not read.
         if (Slot >= Now.Addrs.size()) Fail(ErrorNumber::SubscriptOutOfRange);
         const Player Who{static_cast<Long>(Slot), Now.Names[Slot], Now.Addrs[Slot]};
@@ -163,6 +163,7 @@ void SwitchQueuedTeams(Long Index) {
 // The names or addresses by slot. A read that failed is reported already; half a table must neither be judged
 // nor empty the permanent lists, so that the tick ends.
 bool ReadSlots(Long Index, TextView Mode, Lines& BySlot) {
+    if (!HasMemoryMap(Index)) return false; // unloaded in the middle of the tick
     PlayerArray Read = GetPlayerList(Index, Mode);
     BySlot = std::move(Read.BySlot);
     return Read.Complete;

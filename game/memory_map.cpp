@@ -43,6 +43,8 @@ void SetMemory(Long Index, bool IsAffiliate) noexcept {
     });
 }
 
+bool HasMemoryMap(Long Index) { return mdlVNT::MemoryMap.Has(Index) && mdlVNT::MemoryMap(Index).Count() > 0; }
+
 Long AddressOf(Long Index, const wchar_t* Key, Place Where) {
     return mdlVNT::MemoryMap(Index, Where).Item(Key, Where);
 }

@@ -16,6 +16,9 @@ bool IsAffiliateGame(TextView GameId);
 // failed.
 void SetMemory(Long Index, bool IsAffiliate) noexcept;
 
+// Whether the profile has a map: not any more once it was disabled or everything was unloaded.
+bool HasMemoryMap(Long Index);
+
 // The profile's address for a key such as "PlayerList"; error 5 when its map was never built.
 Long AddressOf(Long Index, const wchar_t* Key, Place Where = Place::current());
 

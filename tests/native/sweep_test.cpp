@@ -213,6 +213,7 @@ TEST(Sweep, AnUnloadInTheMiddleOfATickEndsIt) {
         tmrVN_Timer(Profile);
         Outside::BeforeCall = nullptr;
         for (const std::wstring& Command : Commands()) EXPECT_EQ(Command, L"punt 01") << "call " << Call;
+        EXPECT_LE(Outside::Reports.size(), 1u) << "call " << Call << " of " << Calls;
         Outside::Reports.clear();
         EXPECT_TRUE(SetProfileData(Profile, HostData()));
         tmrVN_Timer(Profile);
