@@ -39,10 +39,12 @@ tidy() { # NAME [compiler options ...]; the files on standard input
     echo "clang-tidy failed: see $BUILD/$name.log" >>"$FINDINGS"
 }
 
-# window/ids.h is read by the resource compiler as well and keeps its columns.
+# window/ids.h is read by the resource compiler as well and keeps its columns. Not by git's list of files: the tree
+# may be an unpacked archive, or lie on a machine without git.
 check_formatting() {
   say 'formatting'
-  git ls-files -z -- '*.cpp' '*.h' ':!window/ids.h' | xargs -0 clang-format --dry-run --Werror 2>&1 |
+  find . -path ./build -prune -o \( -name '*.cpp' -o -name '*.h' \) ! -path ./window/ids.h -print0 |
+    xargs -0 clang-format --dry-run --Werror 2>&1 |
     grep -E ': error: ' | sort -t: -u -k1,1 >>"$FINDINGS"
 }
 
@@ -90,12 +92,13 @@ check_includes() {
   say 'includes'
   local folder
   for folder in $PRODUCT; do
-    git grep -nE "^#include \"[a-z]+/" -- "$folder" | grep -vE "#include \"($(may_include "$folder"))/" |
+    grep -rnE "^#include \"[a-z]+/" "$folder" | grep -vE "#include \"($(may_include "$folder"))/" |
       sed 's/$/  points up/'
   done >>"$FINDINGS"
   # The system's own headers stay at the boundary.
-  git grep -nE '^#include <(windows|windowsx|winuser|commctrl|uxtheme|ole2|ole|oleauto|oaidl|objbase|unknwn|shlwapi|shellapi)\.h>' -- \
-    '*.h' '*.cpp' '*.c' ':!*/win32/*' ':!plugin/' ':!sandbox/' ':!bench/' ':!tests/wine/' |
+  grep -rnE --include='*.[ch]' --include='*.cpp' --exclude-dir={win32,sandbox,bench,endurance,build} \
+    '^#include <(windows|windowsx|winuser|commctrl|uxtheme|ole2|ole|oleauto|oaidl|objbase|unknwn|shlwapi|shellapi)\.h>' . |
+    grep -vE '^\./(plugin|tests/wine)/' |
     sed 's/$/  is for win32 folders and the COM files/' >>"$FINDINGS"
 }
 
@@ -104,7 +107,7 @@ check_clang_tidy
 check_cppcheck
 check_includes
 sort -u -o "$FINDINGS" "$FINDINGS"
-sed "s|$PWD/||" "$FINDINGS"
+sed "s|$PWD/||; s|^\./||" "$FINDINGS"
 COUNT=$(wc -l <"$FINDINGS")
 echo "$COUNT findings"
 [ "$COUNT" = 0 ]
