@@ -84,23 +84,21 @@ long GdiObjects() {
 }
 
 struct HeapUse {
-    long Blocks = 0, Kilobytes = 0;
+    long Blocks = 0, Bytes = 0;
 };
 
 HeapUse WalkHeaps() {
     HANDLE Heaps[64];
     const DWORD Count = std::min<DWORD>(GetProcessHeaps(64, Heaps), 64);
     HeapUse Found;
-    SIZE_T Bytes = 0;
     for (DWORD At = 0; At < Count; ++At) {
         PROCESS_HEAP_ENTRY Entry{};
         while (HeapWalk(Heaps[At], &Entry)) {
             if ((Entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) == 0) continue;
             ++Found.Blocks;
-            Bytes += Entry.cbData;
+            Found.Bytes += static_cast<long>(Entry.cbData);
         }
     }
-    Found.Kilobytes = static_cast<long>(Bytes / 1024);
     return Found;
 }
 
@@ -141,7 +139,7 @@ const std::vector<Kind> Kinds = {
      [] { return static_cast<void*>(SysAllocString(L"a string")); },
      [](void* Made) { SysFreeString(static_cast<BSTR>(Made)); }, 1},
     {"heap blocks", [] { return WalkHeaps().Blocks; }, 100, MakeBlock, DropBlock, 1},
-    {"heap KB", [] { return WalkHeaps().Kilobytes; }, 64, MakeBlock, DropBlock, SomeBytes / 1024},
+    {"heap bytes", [] { return WalkHeaps().Bytes; }, 64 * 1024, MakeBlock, DropBlock, SomeBytes},
     {"committed KB", Committed, 512, MakePages, [](void* Made) { VirtualFree(Made, 0, MEM_RELEASE); },
      SomeBytes / 1024},
 };
