@@ -28,7 +28,8 @@ Progress& MapProgress(DWORD Parent) {
 }
 
 struct Tally {
-    int Rounds = 0, InOperation = 0, InSystemWrite = 0, TornBySystem = 0, Findings = 0;
+    int Rounds = 0, InOperation = 0, Findings = 0;
+    int Inside[3] = {}, Torn[3] = {}; // the system's write, by who asked for it
 };
 
 // --- The kill
@@ -113,7 +114,7 @@ void Report(Tally& Sum, unsigned Seed, const Expectation& Expected, const std::s
                 Expected.InProgress != nullptr ? Expected.InProgress->Name : "no operation", Text.c_str());
 }
 
-void Judge(Tally& Sum, unsigned Seed, const Expectation& Expected, const State& Found, File Torn) {
+void Judge(Tally& Sum, unsigned Seed, const Expectation& Expected, const State& Found, File Torn, LONG By) {
     for (int At = 0; At < FileCount; ++At) {
         const auto Which = static_cast<File>(At);
         std::vector<std::string> Missing, TooMany;
@@ -121,9 +122,11 @@ void Judge(Tally& Sum, unsigned Seed, const Expectation& Expected, const State& 
         for (const std::string& Each : TooMany)
             Report(Sum, Seed, Expected, std::string(NameOf(Which)) + " has too many of " + Each);
         if (Which == Torn && !Missing.empty()) {
-            ++Sum.TornBySystem;
-            std::printf("seed %u: inside the system's write %s kept %zu entries and lost %zu\n", Seed,
-                        NameOf(Which), Found[At].size(), Missing.size());
+            ++Sum.Torn[By];
+            std::printf(
+                "seed %u, killed inside the system's write for the %s: %s has %zu entries and lacks %zu\n",
+                Seed, By == Child::PlugIn ? "plug-in" : "host's object", NameOf(Which), Found[At].size(),
+                Missing.size());
             continue;
         }
         for (const std::string& Each : Missing)
@@ -151,10 +154,11 @@ void Round(Tally& Sum, unsigned Seed, Progress& Shared, const Support::GameServe
     const Expectation Expected = Replay(First, Seed, Shared.Begun, Shared.Done);
     const State Found = Read(Base, Damage);
     Sum.InOperation += Shared.Begun != Shared.Done ? 1 : 0;
-    Sum.InSystemWrite += Shared.SystemWrites != 0 ? 1 : 0;
+    const LONG By = Shared.Writing;
+    ++Sum.Inside[By];
     if (!IsInTime) Report(Sum, Seed, Expected, "did not come that far by itself");
     for (const std::string& Each : Damage) Report(Sum, Seed, Expected, Each);
-    Judge(Sum, Seed, Expected, Found, Shared.SystemWrites != 0 ? FileAt(Shared.WrittenPath) : FileCount);
+    Judge(Sum, Seed, Expected, Found, By != Child::Nobody ? FileAt(Shared.WrittenPath) : FileCount, By);
     std::fflush(stdout);
 }
 
@@ -165,9 +169,12 @@ int RunAll(int Rounds, unsigned Seed) {
     Tally Sum;
     for (int Number = 0; Number < Rounds; ++Number)
         Round(Sum, Seed + static_cast<unsigned>(Number), Shared, Server);
-    std::printf("%d rounds; %d killed inside an operation, %d of them inside the system's write of a file, "
-                "which lost entries %d times; %d findings\n",
-                Sum.Rounds, Sum.InOperation, Sum.InSystemWrite, Sum.TornBySystem, Sum.Findings);
+    std::printf("%d rounds, %d killed inside an operation\n", Sum.Rounds, Sum.InOperation);
+    std::printf("inside the system's write for the plug-in: %d, which lost entries %d times\n",
+                Sum.Inside[Child::PlugIn], Sum.Torn[Child::PlugIn]);
+    std::printf("inside the system's write for the host's object: %d, which lost entries %d times\n",
+                Sum.Inside[Child::HostObject], Sum.Torn[Child::HostObject]);
+    std::printf("%d findings\n", Sum.Findings);
     return Sum.Findings == 0 ? 0 : 1;
 }
 

@@ -17,11 +17,12 @@ Long ProcessRef = 0, MessageRef = 0;
 
 // --- The system's own write of an INI file, told to the parent while it lasts
 
+template <Writer By>
 BOOL WINAPI ToldWrite(const char* Section, const char* Key, const char* Value, const char* File) {
     MultiByteToWideChar(CP_ACP, 0, File, -1, Told->WrittenPath, MAX_PATH);
-    Told->SystemWrites = 1;
+    Told->Writing = By;
     const BOOL Written = WritePrivateProfileStringA(Section, Key, Value, File);
-    Told->SystemWrites = 0;
+    Told->Writing = Nobody;
     return Written;
 }
 
@@ -44,8 +45,8 @@ void Redirect(const wchar_t* Dll, const void* From, void* To) {
 void WatchSystemWrites() {
     const auto From = reinterpret_cast<void*>(
         GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "WritePrivateProfileStringA"));
-    for (const wchar_t* const Dll : {L"qrvVNT.dll", L"qrvMFM.dll"})
-        Redirect(Dll, From, reinterpret_cast<void*>(ToldWrite));
+    Redirect(L"qrvVNT.dll", From, reinterpret_cast<void*>(ToldWrite<PlugIn>));
+    Redirect(L"qrvMFM.dll", From, reinterpret_cast<void*>(ToldWrite<HostObject>));
 }
 
 // --- The host
@@ -100,7 +101,6 @@ void Run(Progress& Shared, unsigned Seed, long Process, long Message) {
     Load();
     std::vector<std::string> Damage;
     State Expected = Read(".", Damage);
-    Shared.IsReady = 1;
     for (Source Operations(Seed);;) {
         const Operation Op = Operations.Next(Expected);
         if (Op.What->IsInWindow) Load(); // the lists show what requests have changed

@@ -7,12 +7,13 @@
 
 namespace Kill::Child {
 
+enum Writer : LONG { Nobody, PlugIn, HostObject };
+
 // What parent and child share, in memory that outlives the child.
 struct Progress {
-    volatile LONG IsReady;
-    volatile LONG Begun, Done;  // how many operations
-    volatile LONG SystemWrites; // inside the system's own function that writes an INI file,
-    wchar_t WrittenPath[260];   // and which one
+    volatile LONG Begun, Done; // how many operations
+    volatile LONG Writing;     // who is inside the system's own function that writes an INI file,
+    wchar_t WrittenPath[260];  // and which one
 };
 
 // For the table of operations.
