@@ -2,7 +2,7 @@
 # Benchmarks: one tick of the sweep natively against the fakes, and of the real DLL under Wine against real helper
 # objects and a game server process, each beside the time of the very same host calls without the plug-in.
 #
-#   ./bench.sh [native|wine]     both when nothing is named; the second takes three minutes, most of them for 10,000 ticks
+#   ./bench.sh [native|wine]     both when nothing is named; what a long run leaves behind: tools/soak.sh
 set -u
 cd "$(dirname "$0")" || exit 1
 . tools/setup.sh
