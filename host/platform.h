@@ -14,12 +14,13 @@ namespace Platform {
 // The folder that holds the plug-in's DLL, without a trailing "\".
 std::wstring PluginFolder(Place Where = Place::current());
 
-// --- Private profiles (the system's single-byte functions). They report no failure.
+// --- Private profiles (the system's single-byte functions).
 
 // At most 254 characters; empty when file, section or key is absent.
 std::wstring GetProfileText(TextView Section, TextView Key, TextView File);
-// Without a value the key is deleted.
-void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File);
+// Without a value the key is deleted; nothing to delete is no failure. Errors 75, 76.
+void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File,
+                      Place Where = Place::current());
 
 // --- Files and folders.
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "host/win32/automation.h"
+#include "host/win32/disk_room.h"
 
 namespace FileHelper {
 
@@ -49,6 +50,7 @@ std::wstring GetIniKey(TextView Section, TextView Key, TextView File, Place Wher
 
 void WriteIniKey(TextView Section, MaybeText Key, MaybeText Value, TextView File, Place Where) {
     static Member Called{L"WriteIniKey"};
+    if (Key && Value) RequireRoomForEntry(File, Section, *Key, *Value, Where);
     Object.Call(Called, Arguments(Section, Key, Value, File), Where);
 }
 
@@ -84,6 +86,7 @@ std::pair<std::wstring, std::wstring> ParseIniEntry(TextView Line, Place Where) 
 
 void AppendFile(TextView Path, TextView Text, Place Where) {
     static Member Called{L"AppendFile"};
+    RequireRoomToAppend(Path, Text.size() + CrLf.size(), Where);
     Object.Call(Called, Arguments(Path, Text), Where);
 }
 

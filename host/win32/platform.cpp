@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "host/win32/automation.h"
+#include "host/win32/disk_room.h"
 #include "host/win32/module.h"
 #include "host/win32/single_byte.h"
 
@@ -60,10 +61,13 @@ std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     return FromSingleByte(Buffer, Count);
 }
 
-void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File) {
+void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File, Place Where) {
+    if (!Value && !FileExists(File)) return;
+    if (Value) RequireRoomForEntry(File, Section, Key, *Value, Where);
     const std::string Written = Value ? SingleByte(*Value) : std::string();
-    WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(),
-                               Value ? Written.c_str() : nullptr, SingleByte(File).c_str());
+    if (!WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(),
+                                    Value ? Written.c_str() : nullptr, SingleByte(File).c_str()))
+        FailWithLastError(File, Where);
 }
 
 bool FileExists(TextView Path) {

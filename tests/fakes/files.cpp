@@ -259,8 +259,9 @@ std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     return Files::IniValue(File, Section, Key).substr(0, 254);
 }
 
-void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File) {
-    if (Enter(L"WriteProfileText", false)) return;
+void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File, Place Where) {
+    if (Enter(L"WriteProfileText", true, Where)) return;
+    if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
     Outside::Record(L"WriteProfile [" + std::wstring(Section) + L"] " + std::wstring(Key) +
                     (Value ? L"=" + std::wstring(*Value) : L" deleted"));
     Files::WriteIni(File, Section, Key, Value);

@@ -1,0 +1,14 @@
+// Room on the disk, asked for before a file grows. The system's INI functions say that they are done when the
+// disk is full, and what stood at the end of the file, somebody else's entry, is lost.
+#pragma once
+
+#include "host/failure.h"
+#include "host/text.h"
+
+// Both fail with error 75 when there is no room; the file may be missing yet.
+
+// Room for the INI file with the entry, beside the file as it is: some write a copy first.
+void RequireRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value,
+                         Place Where = Place::current());
+// Room for so many bytes at the file's end.
+void RequireRoomToAppend(TextView File, std::size_t Bytes, Place Where = Place::current());
