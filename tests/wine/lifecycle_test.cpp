@@ -24,23 +24,7 @@ protected:
         return Text;
     }
     int GridRows() const { return static_cast<int>(SendMessageW(Grid(), LVM_GETITEMCOUNT, 0, 0)); }
-    HWND Grid() const { return Descendant(Frame(), ID_mfg); }
-
-private:
-    struct Search {
-        int Id;
-        HWND Found;
-    };
-    static BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
-        auto* Asked = reinterpret_cast<Search*>(Wanted);
-        if (GetDlgCtrlID(Window) == Asked->Id) Asked->Found = Window;
-        return TRUE;
-    }
-    static HWND Descendant(HWND Parent, int Id) {
-        Search Asked{Id, nullptr};
-        EnumChildWindows(Parent, Match, reinterpret_cast<LPARAM>(&Asked));
-        return Asked.Found;
-    }
+    HWND Grid() const { return Control(ID_mfg); }
 };
 
 } // namespace

@@ -4,12 +4,26 @@
 #include <sstream>
 
 namespace Support {
+namespace {
+
+struct Search {
+    int Id;
+    HWND Found;
+};
+BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
+    auto* Asked = reinterpret_cast<Search*>(Wanted);
+    if (GetDlgCtrlID(Window) == Asked->Id) Asked->Found = Window;
+    return TRUE;
+}
+
+} // namespace
 
 // --- The game server
 
 GameServer::GameServer(const std::wstring& Name, const std::wstring& Options, const std::string& Scenario)
     : Journal(Name + L".journal") {
     WriteText(Name + L".txt", Scenario);
+    WriteText(Journal, ""); // of a server of the same name
     std::wstring Command =
         L"gameserver.exe --scenario " + Name + L".txt --journal " + Journal + L" " + Options;
     STARTUPINFOW Startup{};
@@ -60,7 +74,8 @@ Automation::Values ProfileElements(const Profile& Given) {
     Values Elements;
     Elements.push_back(FromText(L"host text"));
     Elements.push_back(FromText(Given.GameId));
-    Elements.push_back(FromWhole(Given.Server ? Given.Server->ProcessRef() : 0));
+    const Long Process = Given.Server ? Given.Server->ProcessRef() : 0;
+    Elements.push_back(FromWhole(Given.OtherProcess ? Given.OtherProcess : Process));
     for (int At = 3; At <= 5; ++At) Elements.push_back(FromText(L"host text"));
     Elements.push_back(FromWhole(Given.Server ? Given.Server->MessageRef() : 0));
     Elements.push_back(FromText(Given.Folder));
@@ -76,7 +91,7 @@ Automation::Values ProfileElements(const Profile& Given) {
 Automation::Value ProfileData(const Profile& Given) { return Automation::FromList(ProfileElements(Given)); }
 
 PluginTest::PluginTest() {
-    BaseFolder();
+    WriteText(L"logs\\errors.log", "");
     BoxesSeen().clear();
     CloseBoxes(true);
     Area = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 720, 660, nullptr,
@@ -114,6 +129,12 @@ Long PluginTest::Remote(const wchar_t* Member, Long Index, const Profile& Given,
 }
 
 HWND PluginTest::Frame() const { return FindWindowExW(Area, nullptr, L"frmVNT", nullptr); }
+
+HWND PluginTest::Control(int Id) const {
+    Search Asked{Id, nullptr};
+    EnumChildWindows(Frame(), Match, reinterpret_cast<LPARAM>(&Asked));
+    return Asked.Found;
+}
 
 void PluginTest::Sweep(Long Index) const {
     SendMessageW(Frame(), WM_TIMER, static_cast<WPARAM>(ID_tmrVN + Index), 0);

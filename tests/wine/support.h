@@ -66,6 +66,8 @@ public:
 
     Long ProcessRef() const { return static_cast<Long>(Process.dwProcessId); }
     Long MessageRef() const { return static_cast<Long>(Process.dwThreadId); }
+    // The game's one thread.
+    HANDLE Thread() const { return Process.hThread; }
 
 private:
     std::wstring Journal;
@@ -78,6 +80,7 @@ struct Profile {
     std::wstring Folder, GameId = StandardGame;
     const GameServer* Server = nullptr;
     bool HostWideLogs = false;
+    Long OtherProcess = 0; // instead of the server's
 };
 Automation::Values ProfileElements(const Profile& Given);
 Automation::Value ProfileData(const Profile& Given);
@@ -92,6 +95,8 @@ protected:
     Long Remote(const wchar_t* Member, Long Index, const Profile& Given, const std::wstring& Data);
     // The plug-in's window, null when there is none.
     HWND Frame() const;
+    // A control of it by its identifier.
+    HWND Control(int Id) const;
     // One tick of the profile's sweep, now.
     void Sweep(Long Index) const;
 

@@ -115,22 +115,6 @@ TEST_F(SweepOfServers, KernelMethodFiltersAddressesAndIsTakenDown) {
     EXPECT_EQ(Names.substr(0, 60), "ClearFiltersStopDriverUnloadDriverStopDriverUnloadDriver");
 }
 
-// The server's process ends while it is swept: every tick reports, none harms, the other profile goes on.
-TEST_F(SweepOfServers, AServerThatIsGoneHarmsNobodyElse) {
-    WriteBans(L"alive");
-    const GameServer Alive(L"alive", L"--build affiliate", "100 join 1 Bob 10.0.0.2\n");
-    ASSERT_TRUE(Alive.Await("join", "Bob"));
-    {
-        const GameServer Gone(L"gone", L"--build standard", "100 join 1 Alice 10.0.0.1\n");
-        Load(1, {L"gone", StandardGame, &Gone});
-    }
-    Load(2, {L"alive", AffiliateGame, &Alive});
-    Sweep(1);
-    EXPECT_GE(ReportsOf("tmrVN"), 1);
-    Sweep(2);
-    EXPECT_TRUE(Alive.Await("dropped", "Bob", 1000));
-}
-
 TEST_F(SweepOfServers, ActsOnRequestsOfRemoteConsoles) {
     const GameServer Server(L"remote", L"--build affiliate",
                             "100 join 1 Alice 10.0.0.1\n100 join 2 Dora 10.0.0.2\n100 join 3 Karl 10.0.0.3\n"
