@@ -6,6 +6,7 @@
 
 struct ImportCounts {
     Long Found = 0, Added = 0, Skipped = 0, Invalid = 0;
+    bool operator==(const ImportCounts&) const = default;
 };
 
 // One added entry, for the lists in the window: a names-list item ("[1] Bob") or an address.

@@ -85,8 +85,10 @@ Lines ReadFile(TextView Path, Place Where) {
     if (Enter(L"ReadFile", true, Where)) return {};
     Keep([P = std::wstring(Path)] { ReadFile(P); });
     if (!Outside::HasFile(Path)) Fail(ErrorNumber::FileNotFound, {}, Where);
-    Lines Read = Split(Outside::FileText(Path), CrLf);
+    Lines Read = Split(Outside::FileText(Path), L"\n");
     if (Read.back().empty()) Read.pop_back();
+    for (std::wstring& Line : Read)
+        if (Line.ends_with(L'\r')) Line.pop_back();
     return Read;
 }
 

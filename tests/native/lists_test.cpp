@@ -1,6 +1,9 @@
 // The ban files, the links, the slap messages and the import.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+
 #include "game/mdlVNT.h"
 #include "lists/ban_import.h"
 #include "lists/ban_lists.h"
@@ -138,15 +141,40 @@ TEST(Import, CountsAddsAndLinks) {
     EXPECT_EQ(ImportBanFile(Profile, L"C:\\bans.txt", Added).Skipped, 3);
 }
 
-TEST(Import, AFieldThatIsMissingEndsItAndKeepsWhatCameBefore) {
-    Server Game;
-    Outside::PutFile(L"C:\\bans.txt", ForeignLine(L"10.0.0.5", L"Bob;", L"cheat;") + L"\r\n" +
-                                          L"10.0.0.9\r\n" + ForeignLine(L"10.0.0.7", L"Eve;", L"x;") +
-                                          L"\r\n");
-    std::vector<ImportedEntry> Added;
-    EXPECT_THROW(ImportBanFile(Profile, L"C:\\bans.txt", Added), Failure);
-    EXPECT_EQ(Added.size(), 2u);
-    EXPECT_EQ(GetBannedIps(Profile), Lines{L"10.0.0.5"});
+// The sample files, with the figures that are given for them. A field that is missing ends an import and
+// keeps what came before.
+TEST(Import, TheSamplesShowWhatIsSaidOfThem) {
+    struct Sample {
+        const char* File;
+        std::optional<ImportCounts> Counts; // absent: ends without a summary
+        Lines Names, Ips;
+    };
+    const Sample Samples[] = {
+        {"bans.txt",
+         ImportCounts{11, 10, 1, 0},
+         {L"[1] Bob", L"[1] Silent Sam", L"[2] *clan*", L"[2] Rita*", L"[1] Nameonly", L"[1] Bobby"},
+         {L"203.0.113.9", L"203.0.113.10", L"203.0.113.11", L"198.51.100.7"}},
+        {"odd-lines.txt",
+         ImportCounts{4, 4, 0, 1},
+         {L"[1] Uma", L"[1] Victor"},
+         {L"203.0.113.30", L"999.1.1.1"}},
+        {"no-reason.txt", std::nullopt, {L"[1] Tom"}, {L"203.0.113.20"}},
+    };
+    for (const Sample& Each : Samples) {
+        Server Game;
+        std::ifstream File(std::string(VANTOR_IMPORT_SAMPLES) + Each.File, std::ios::binary);
+        Outside::PutFile(L"C:\\bans.txt", std::wstring(std::istreambuf_iterator<char>(File), {}));
+        std::vector<ImportedEntry> Added;
+        std::optional<ImportCounts> Counts;
+        try {
+            Counts = ImportBanFile(Profile, L"C:\\bans.txt", Added);
+        } catch (const Failure&) { // ends it
+        }
+        EXPECT_EQ(Counts, Each.Counts) << Each.File;
+        EXPECT_EQ(GetBannedNames(Profile), Each.Names) << Each.File;
+        EXPECT_EQ(GetBannedIps(Profile), Each.Ips) << Each.File;
+        EXPECT_EQ(Added.size(), Each.Names.size() + Each.Ips.size()) << Each.File;
+    }
 }
 
 } // namespace
