@@ -8,9 +8,6 @@
 
 #include <algorithm>
 #include <cstring>
-
-#include "endurance/task_memory.h"
-
 namespace Census {
 
 namespace {
@@ -83,6 +80,46 @@ long GdiObjects() {
         std::count_if(First, First + MostObjects, [](const Entry& Each) { return Each.Type != 0; }));
 }
 
+// --- COM's task memory, to which automation strings, arrays and the contents of Variants belong
+
+long TaskBlocks = 0;
+
+class Spy final : public IMallocSpy {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** Object) override {
+        *Object = static_cast<IMallocSpy*>(this);
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+
+    void* STDMETHODCALLTYPE PostAlloc(void* Block) override {
+        if (Block != nullptr) ++TaskBlocks;
+        return Block;
+    }
+    // Blocks from before the watch were not counted and are not counted off.
+    void* STDMETHODCALLTYPE PreFree(void* Block, BOOL IsSpied) override {
+        if (Block != nullptr && IsSpied) --TaskBlocks;
+        return Block;
+    }
+
+    SIZE_T STDMETHODCALLTYPE PreAlloc(SIZE_T Size) override { return Size; }
+    void STDMETHODCALLTYPE PostFree(BOOL) override {}
+    SIZE_T STDMETHODCALLTYPE PreRealloc(void* Block, SIZE_T Size, void** New, BOOL) override {
+        *New = Block;
+        return Size;
+    }
+    void* STDMETHODCALLTYPE PostRealloc(void* Block, BOOL) override { return Block; }
+    void* STDMETHODCALLTYPE PreGetSize(void* Block, BOOL) override { return Block; }
+    SIZE_T STDMETHODCALLTYPE PostGetSize(SIZE_T Size, BOOL) override { return Size; }
+    void* STDMETHODCALLTYPE PreDidAlloc(void* Block, BOOL) override { return Block; }
+    int STDMETHODCALLTYPE PostDidAlloc(void*, BOOL, int Actual) override { return Actual; }
+    void STDMETHODCALLTYPE PreHeapMinimize() override {}
+    void STDMETHODCALLTYPE PostHeapMinimize() override {}
+};
+
+// --- Memory
+
 struct HeapUse {
     long Blocks = 0, Bytes = 0;
 };
@@ -135,7 +172,7 @@ const std::vector<Kind> Kinds = {
      [](void* Made) { DeleteObject(Made); }, 1},
     {"USER objects", [] { return static_cast<long>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)); },
      0, MakeWindow, [](void* Made) { DestroyWindow(static_cast<HWND>(Made)); }, 1},
-    {"task memory blocks", TaskMemory::Alive, 0,
+    {"task memory blocks", [] { return TaskBlocks; }, 0,
      [] { return static_cast<void*>(SysAllocString(L"a string")); },
      [](void* Made) { SysFreeString(static_cast<BSTR>(Made)); }, 1},
     {"heap blocks", [] { return WalkHeaps().Blocks; }, 100, MakeBlock, DropBlock, 1},
@@ -143,6 +180,11 @@ const std::vector<Kind> Kinds = {
     {"committed KB", Committed, 512, MakePages, [](void* Made) { VirtualFree(Made, 0, MEM_RELEASE); },
      SomeBytes / 1024},
 };
+
+void Begin() {
+    static Spy Only;
+    CoRegisterMallocSpy(&Only);
+}
 
 bool IsCounted(const Kind& Tried) {
     constexpr long Pieces = 8;

@@ -17,6 +17,10 @@ struct Kind {
 
 extern const std::vector<Kind> Kinds;
 
+// Begins to watch COM's task memory. Automation keeps freed strings for later use and would hide a leak among
+// them: the environment variable OANOCACHE, set before the process starts, turns that off.
+void Begin();
+
 // Whether the count follows what is made and dropped. Wine leaves some counters at 0.
 bool IsCounted(const Kind& Tried);
 

@@ -4,6 +4,9 @@
 
 #include <dlgs.h>
 
+#include <filesystem>
+#include <fstream>
+
 namespace Driver {
 
 namespace {
@@ -36,6 +39,12 @@ BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
     return Asked->Found == nullptr;
 }
 
+HWND Control(HWND Frame, int Id) {
+    Search Asked{Id, nullptr};
+    EnumChildWindows(Frame, Match, reinterpret_cast<LPARAM>(&Asked));
+    return Asked.Found;
+}
+
 void Notify(HWND List, WORD Code) {
     SendMessageW(GetParent(List), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(List), Code),
                  reinterpret_cast<LPARAM>(List));
@@ -45,30 +54,28 @@ void Notify(HWND List, WORD Code) {
 
 void AnswerBoxes() { SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Tick); }
 
-void ChooseFile(const std::wstring& Path) { File = Path; }
-
-HWND Control(HWND Frame, int Id) {
-    Search Asked{Id, nullptr};
-    EnumChildWindows(Frame, Match, reinterpret_cast<LPARAM>(&Asked));
-    return Asked.Found;
-}
-
 void Type(HWND Frame, int Id, const std::wstring& Text) {
     SendMessageW(Control(Frame, Id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Text.c_str()));
 }
 
-bool Select(HWND Frame, int List, const std::wstring& Item) {
+void Select(HWND Frame, int List, const std::wstring& Item) {
     const HWND Box = Control(Frame, List);
-    const LRESULT Found =
-        SendMessageW(Box, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(Item.c_str()));
+    SendMessageW(Box, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(Item.c_str()));
     Notify(Box, LBN_SELCHANGE);
-    return Found != LB_ERR;
 }
 
-void Click(HWND Frame, int Id) { SendMessageW(Control(Frame, Id), BM_CLICK, 0, 0); }
+void DoubleClick(HWND Frame, int List, const std::wstring&) { Notify(Control(Frame, List), LBN_DBLCLK); }
 
-void DoubleClick(HWND Frame, int List) { Notify(Control(Frame, List), LBN_DBLCLK); }
+void Click(HWND Frame, int Id, const std::wstring&) { SendMessageW(Control(Frame, Id), BM_CLICK, 0, 0); }
 
-void TakeMenuEntry(HWND Frame, int Id) { SendMessageW(Frame, WM_COMMAND, static_cast<WPARAM>(Id), 0); }
+void TakeMenuEntry(HWND Frame, int Id, const std::wstring&) {
+    SendMessageW(Frame, WM_COMMAND, static_cast<WPARAM>(Id), 0);
+}
+
+void WriteImportFile(HWND, int, const std::wstring& Line) {
+    const std::filesystem::path Path = std::filesystem::absolute(L"import.txt");
+    std::ofstream(Path, std::ios::binary) << std::string(Line.begin(), Line.end()) << "\r\n";
+    File = Path.wstring();
+}
 
 } // namespace Driver

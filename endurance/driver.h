@@ -9,17 +9,23 @@ namespace Driver {
 
 // Answers boxes and the file dialog from now on, for this thread.
 void AnswerBoxes();
-// What the file dialog is answered with.
-void ChooseFile(const std::wstring& Path);
+// Writes a ban file, with which the file dialog is answered from now on.
+void WriteImportFile(HWND Frame, int Id, const std::wstring& Line);
 
-// A control of the window, at any depth; null when there is none.
-HWND Control(HWND Frame, int Id);
+// On a control of the window, at any depth. Clicks and menu entries return when the boxes that they open are
+// closed.
 void Type(HWND Frame, int Id, const std::wstring& Text);
-// Selects the item that begins with the text, and tells the window; false when there is none.
-bool Select(HWND Frame, int List, const std::wstring& Item);
-// These return when the boxes that the handler opens are closed.
-void Click(HWND Frame, int Id);
-void DoubleClick(HWND Frame, int List);
-void TakeMenuEntry(HWND Frame, int Id);
+// The item that begins with the text.
+void Select(HWND Frame, int List, const std::wstring& Item);
+void DoubleClick(HWND Frame, int List, const std::wstring&);
+void Click(HWND Frame, int Id, const std::wstring&);
+void TakeMenuEntry(HWND Frame, int Id, const std::wstring&);
+
+// For tables of what is done.
+struct Step {
+    void (*Do)(HWND Frame, int Id, const std::wstring& Text);
+    int Id;
+    const wchar_t* Text;
+};
 
 } // namespace Driver

@@ -55,7 +55,7 @@ template <class F> bool Await(HANDLE Running, F&& Condition) {
     const DWORD Start = GetTickCount();
     while (!Condition()) {
         if (GetTickCount() - Start > Support::Patience) return false;
-        if (WaitForSingleObject(Running, 0) == WAIT_OBJECT_0) return false;
+        if (WaitForSingleObject(Running, 1) == WAIT_OBJECT_0) return false;
     }
     return true;
 }
@@ -82,7 +82,7 @@ Expectation Replay(State Now, unsigned Seed, LONG Begun, LONG Done) {
     for (LONG Number = 1; Number <= Begun; ++Number) {
         const Operation Op = Operations.Next(Now);
         Expected.Before = Now;
-        Op.What->Change(Now, Op);
+        Apply(Now, Op);
         Expected.After = Now;
         if (Number <= Done) Expected.Before = Now;
         Expected.InProgress = Number > Done ? Op.What : nullptr;

@@ -69,23 +69,36 @@ void Load() {
     Plugin.Call(L"LoadInterface", std::move(Arguments));
 }
 
+// --- The operations
+
+std::wstring Wide(const std::string& Text) { return {Text.begin(), Text.end()}; }
+std::string Narrow(const std::wstring& Text) { return {Text.begin(), Text.end()}; }
+
+// What stands in braces becomes Base64.
+std::wstring Encoded(std::wstring Text) {
+    for (std::size_t At = 0; (At = Text.find(L'{', At)) != std::wstring::npos;) {
+        const std::size_t End = Text.find(L'}', At);
+        Automation::Values Plain;
+        Plain.push_back(Automation::FromText(Text.substr(At + 1, End - At - 1)));
+        Text.replace(At, End - At + 1, Automation::AsText(*Memory.Call(L"Enc64", std::move(Plain))));
+    }
+    return Text;
+}
+
+void Do(const Operation& Op) {
+    const Kind& What = *Op.What;
+    if (What.Data != nullptr) {
+        Automation::Values Arguments;
+        Arguments.push_back(Automation::FromWhole(1));
+        Arguments.push_back(ProfileData());
+        Arguments.push_back(Automation::FromText(Encoded(Wide(Filled(What.Data, Op)))));
+        Plugin.Call(Wide(What.Name).c_str(), std::move(Arguments));
+    }
+    const HWND Frame = FindWindowExW(Area, nullptr, L"frmVNT", nullptr);
+    for (const Driver::Step& Each : What.Steps) Each.Do(Frame, Each.Id, Wide(Filled(Narrow(Each.Text), Op)));
+}
+
 } // namespace
-
-void Remote(const wchar_t* Member, const std::wstring& Data) {
-    Automation::Values Arguments;
-    Arguments.push_back(Automation::FromWhole(1));
-    Arguments.push_back(ProfileData());
-    Arguments.push_back(Automation::FromText(Data));
-    Plugin.Call(Member, std::move(Arguments));
-}
-
-std::wstring Encoded(const std::string& Text) {
-    Automation::Values Arguments;
-    Arguments.push_back(Automation::FromText(std::wstring(Text.begin(), Text.end())));
-    return Automation::AsText(*Memory.Call(L"Enc64", std::move(Arguments)));
-}
-
-HWND Window() { return FindWindowExW(Area, nullptr, L"frmVNT", nullptr); }
 
 void Run(Progress& Shared, unsigned Seed, long Process, long Message) {
     const Automation::Apartment Com;
@@ -103,11 +116,11 @@ void Run(Progress& Shared, unsigned Seed, long Process, long Message) {
     State Expected = Read(".", Damage);
     for (Source Operations(Seed);;) {
         const Operation Op = Operations.Next(Expected);
-        if (Op.What->IsInWindow) Load(); // the lists show what requests have changed
+        if (Op.What->Data == nullptr) Load(); // the lists show what requests have changed
         Shared.Begun = Shared.Begun + 1;
-        Op.What->Do(Op);
+        Do(Op);
         Shared.Done = Shared.Begun;
-        Op.What->Change(Expected, Op);
+        Apply(Expected, Op);
     }
 }
 

@@ -1,8 +1,6 @@
 // The process that is killed: a host with the plug-in, which does one operation after the other.
 #pragma once
 
-#include <string>
-
 #include <windows.h>
 
 namespace Kill::Child {
@@ -15,11 +13,6 @@ struct Progress {
     volatile LONG Writing;     // who is inside the system's own function that writes an INI file,
     wchar_t WrittenPath[260];  // and which one
 };
-
-// For the table of operations.
-void Remote(const wchar_t* Member, const std::wstring& Data);
-std::wstring Encoded(const std::string& Text);
-HWND Window();
 
 // Never returns.
 [[noreturn]] void Run(Progress& Shared, unsigned Seed, long ProcessRef, long MessageRef);

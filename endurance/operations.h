@@ -9,11 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "endurance/driver.h"
+
 namespace Kill {
 
 enum File { Names, Ips, Links, Slaps, Settings, Log, FileCount };
 
-// Each file's entries as short texts without what changes by itself: keys that only number, and times.
+// Each file's entries as short texts, without what changes by itself: keys that only number, and times.
 using State = std::array<std::multiset<std::string>, FileCount>;
 
 // The files as every round begins with them.
@@ -24,21 +26,27 @@ State Read(const std::filesystem::path& Base, std::vector<std::string>& Damage);
 File FileAt(const std::filesystem::path& Path);
 const char* NameOf(File Which);
 
-struct Operation {
-    const struct Kind* What = nullptr;
-    std::string Entry; // the name, address or message
-    std::string Other; // another one that goes with it
+struct Operation;
+
+// In texts, $E stands for the entry and $O for the other one.
+struct Kind {
+    const char* Name; // of a request: the member
+    int Milliseconds; // about how long it takes
+    File PicksFrom;   // it takes an entry of this file; of FileCount: a new one
+    void (*Change)(State&, const Operation&);
+    const char* Data;    // of a request, with what goes as Base64 in braces; null for one in the window
+    const char* LogLine; // what a request leaves in the log
+    std::vector<Driver::Step> Steps;
 };
 
-// One row for each operation.
-struct Kind {
-    const char* Name;
-    int Milliseconds; // about how long it takes
-    File PicksFrom;   // the operation takes an entry of this file; of FileCount: a new one
-    bool IsInWindow;
-    void (*Change)(State&, const Operation&);
-    void (*Do)(const Operation&);
+struct Operation {
+    const Kind* What;
+    std::string Entry; // the name, address or message
+    std::string Other; // another address, message or number that goes with it
 };
+
+std::string Filled(std::string Text, const Operation& Op);
+void Apply(State& Now, const Operation& Op);
 
 class Source {
 public:
@@ -47,7 +55,7 @@ public:
 
 private:
     std::mt19937 Random;
-    int Number = 0;
+    int Number = 1000;
 };
 
 } // namespace Kill

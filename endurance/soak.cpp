@@ -4,6 +4,7 @@
 //
 //   soak.exe [TICKS FOR EACH PROFILE] [CYCLES]
 #include <cstdio>
+#include <filesystem>
 #include <set>
 
 #include <windows.h>
@@ -13,7 +14,6 @@
 
 #include "endurance/census.h"
 #include "endurance/driver.h"
-#include "endurance/task_memory.h"
 #include "tests/wine/support.h"
 
 namespace {
@@ -66,6 +66,26 @@ constexpr Request Requests[] = {
     {L"RemoveBannedRem", L"UGxheWVyMg==|Name|1"},
     {L"RemoveBannedRem", L"MTAuMS4yLjM=|Ip|1"},
     {L"RemoveBannedRem", L"Q2hlYXRlcg==|Name|1"},
+};
+
+constexpr Driver::Step WindowSteps[] = {
+    {Driver::Type, ID_txtBannedName, L"Somebody"},
+    {Driver::Click, ID_cmdAddName, L""},
+    {Driver::Type, ID_txtAddIp, L"10.3.*"},
+    {Driver::Click, ID_cmdAddIp, L""},
+    {Driver::Type, ID_txtSlap, L"Calm down."},
+    {Driver::Click, ID_cmdSlapAdd, L""},
+    {Driver::Select, ID_lstBannedNames, L"[1] Somebody"},
+    {Driver::Click, ID_cmdRemoveName, L""},
+    {Driver::Select, ID_lstBannedIps, L"10.3.*"},
+    {Driver::Click, ID_cmdRemoveIp, L""},
+    {Driver::Select, ID_lstSlaps, L"Calm down."},
+    {Driver::Click, ID_cmdSlapDelete, L""},
+    {Driver::Click, ID_chkRefresh, L""},
+    {Driver::TakeMenuEntry, ID_mnuRefresh, L""},
+    {Driver::Click, ID_chkRefresh, L""},
+    {Driver::WriteImportFile, 0, L"10.4.4.4           Imported 4           reason 4."},
+    {Driver::TakeMenuEntry, ID_mnuMerrow300, L""},
 };
 
 constexpr int Turns = static_cast<int>(std::size(Requests)) + 1; // one for what is done in the window
@@ -141,6 +161,7 @@ void FindOutWhatIsCounted() {
 }
 
 void MeasureTheSystem() {
+    Driver::WriteImportFile(nullptr, 0, L"");
     for (Leftover& Each : Leftovers) {
         for (long Once = 0; Once < Each.Times; ++Once) Each.Use();
         const std::vector<long> Before = Census::Take();
@@ -179,12 +200,11 @@ protected:
     Soak()
         : Standard(L"standard", L"--build standard --players 16 --seed 1", ComingAndGoing()),
           Affiliate(L"affiliate", L"--build affiliate --players 16 --seed 2", ComingAndGoing()) {
-        WriteText(L"import.txt", "10.4.4.4           Imported 4           reason 4.\r\n");
-        Driver::ChooseFile(BaseFolder() + L"\\import.txt");
         for (Long Index = 1; Index <= Profiles; ++Index)
             WriteText(L"profiles\\" + Given(Index).Folder + L"\\settings\\Slaps.ini",
                       "[Messages]\r\n0=Hello.\r\n");
     }
+    ~Soak() override { std::filesystem::remove(L"import.txt"); }
 
     Support::Profile Given(Long Index) const {
         const bool Odd = Index % 2 != 0;
@@ -200,31 +220,6 @@ protected:
         Early->UnLoadInterface(Nothing);
         SysFreeString(Nothing);
     }
-    void EditInTheWindow() {
-        const HWND Window = Frame();
-        Driver::Type(Window, ID_txtBannedName, L"Somebody");
-        Driver::Click(Window, ID_cmdAddName);
-        Driver::Type(Window, ID_txtAddIp, L"10.3.*");
-        Driver::Click(Window, ID_cmdAddIp);
-        Driver::Type(Window, ID_txtSlap, L"Calm down.");
-        Driver::Click(Window, ID_cmdSlapAdd);
-        EXPECT_TRUE(Driver::Select(Window, ID_lstBannedNames, L"[1] Somebody"));
-        Driver::Click(Window, ID_cmdRemoveName);
-        EXPECT_TRUE(Driver::Select(Window, ID_lstBannedIps, L"10.3.*"));
-        Driver::Click(Window, ID_cmdRemoveIp);
-        EXPECT_TRUE(Driver::Select(Window, ID_lstSlaps, L"Calm down."));
-        Driver::Click(Window, ID_cmdSlapDelete);
-        Driver::Click(Window, ID_chkRefresh);
-        Driver::TakeMenuEntry(Window, ID_mnuRefresh);
-        Driver::Click(Window, ID_chkRefresh);
-    }
-    // The import adds to the lists that are shown; a load fills them anew.
-    void ImportAndReload(Long Index) {
-        ++FileDialogs.Uses;
-        Driver::TakeMenuEntry(Frame(), ID_mnuMerrow300);
-        Early->DisableProfile(Index);
-        Load(Index, Given(Index));
-    }
     // One request, and after the last one what an administrator does.
     void Edit() {
         const int Row = Edits % Turns;
@@ -237,8 +232,11 @@ protected:
         Arguments.push_back(Automation::FromWhole(Index));
         Arguments.push_back(ProfileData(Given(Index)));
         Late.Call(L"GetPlayersRem", std::move(Arguments));
-        EditInTheWindow();
-        ImportAndReload(Index);
+        for (const Driver::Step& Each : WindowSteps) Each.Do(Frame(), Each.Id, Each.Text);
+        ++FileDialogs.Uses;
+        // The import adds to the lists that are shown; a load fills them anew.
+        Early->DisableProfile(Index);
+        Load(Index, Given(Index));
     }
     void TickAll(int Ticks) {
         for (int Tick = 0; Tick < Ticks; ++Tick) {
@@ -277,7 +275,7 @@ protected:
 } // namespace
 
 TEST_F(Soak, ADayAndAThousandCyclesLeaveNothingBehind) {
-    TaskMemory::Watch();
+    Census::Begin();
     Driver::AnswerBoxes();
     FindOutWhatIsCounted();
     // Everything once: fonts, window classes and caches are made at their first use.

@@ -12,10 +12,11 @@ cd "$(dirname "$0")/.." || exit 1
 . tools/wine.sh
 . tools/build.sh
 
+only_one build/killing || exit 2
+trap 'stop_wine; rm -f build/killing' EXIT
+trap 'exit 130' INT TERM
 need_packages build wine && build_preset windows || exit 1
-trap stop_wine EXIT
 start_display 1280x1024 && prepare_prefix "$PWD/build/kill-prefix" || exit 1
 say "${1:-500} rounds from seed ${2:-1}"
-cd build/windows/bin || exit 1
 # The file dialog looks at drives that the prefix may not read, and says so.
-wine kill.exe "${1:-500}" "${2:-1}" 2> >(grep -v 'Read access denied for device' >&2)
+(cd build/windows/bin && wine kill.exe "${1:-500}" "${2:-1}" 2> >(grep -v 'Read access denied for device' >&2))
