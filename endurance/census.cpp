@@ -177,7 +177,7 @@ const std::vector<Kind> Kinds = {
      [](void* Made) { SysFreeString(static_cast<BSTR>(Made)); }, 1},
     {"heap blocks", [] { return WalkHeaps().Blocks; }, 100, MakeBlock, DropBlock, 1},
     {"heap bytes", [] { return WalkHeaps().Bytes; }, 64 * 1024, MakeBlock, DropBlock, SomeBytes},
-    {"committed KB", Committed, 512, MakePages, [](void* Made) { VirtualFree(Made, 0, MEM_RELEASE); },
+    {"committed KB", Committed, 2048, MakePages, [](void* Made) { VirtualFree(Made, 0, MEM_RELEASE); },
      SomeBytes / 1024},
 };
 
