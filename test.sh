@@ -40,8 +40,11 @@ test_native() { build_preset sanitize && run_ctest native sanitize; }
 make_small_disk() {
   remove_small_disk
   mkdir -p "$SMALL_DISK"
-  mount_as_root mount -t tmpfs -o size=64k,mode=1777 none "$SMALL_DISK" && export VANTOR_FULL_DISK="Z:$SMALL_DISK"
-  return 0
+  if mount_as_root mount -t tmpfs -o size=64k,mode=1777 none "$SMALL_DISK"; then
+    export VANTOR_FULL_DISK="Z:$SMALL_DISK"
+  else
+    say 'no small disk can be mounted here: the test of a full one is skipped'
+  fi
 }
 remove_small_disk() { ! mountpoint -q "$SMALL_DISK" || mount_as_root umount -l "$SMALL_DISK"; }
 # Nobody is asked for a password for this.
