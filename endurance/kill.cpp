@@ -16,6 +16,7 @@ using namespace Kill;
 using Child::Progress;
 
 constexpr unsigned MostOperations = 12;
+constexpr DWORD Killed = 9;
 
 std::wstring MemoryName(DWORD Parent) { return L"VantorKill" + std::to_wstring(Parent); }
 
@@ -146,8 +147,10 @@ void Round(Tally& Sum, unsigned Seed, Progress& Shared, const Support::GameServe
     const bool IsInTime = Await(Running, [&] { return Shared.Begun >= KilledAt; });
     const Kind* const Last = Replay(First, Seed, KilledAt, KilledAt - 1).InProgress;
     Spin(Last->Milliseconds * static_cast<double>(Random() % 1000) / 1000.0);
-    TerminateProcess(Running, 1);
+    TerminateProcess(Running, Killed);
     WaitForSingleObject(Running, Support::Patience);
+    DWORD ExitCode = 0;
+    GetExitCodeProcess(Running, &ExitCode);
     CloseHandle(Running);
 
     ++Sum.Rounds;
@@ -156,7 +159,10 @@ void Round(Tally& Sum, unsigned Seed, Progress& Shared, const Support::GameServe
     Sum.InOperation += Shared.Begun != Shared.Done ? 1 : 0;
     const LONG By = Shared.Writing;
     ++Sum.Inside[By];
-    if (!IsInTime) Report(Sum, Seed, Expected, "did not come that far by itself");
+    if (!IsInTime)
+        Report(Sum, Seed, Expected,
+               ExitCode == Killed ? "stood still for 15 seconds"
+                                  : "ended by itself with " + std::to_string(ExitCode));
     for (const std::string& Each : Damage) Report(Sum, Seed, Expected, Each);
     Judge(Sum, Seed, Expected, Found, By != Child::Nobody ? FileAt(Shared.WrittenPath) : FileCount, By);
     std::fflush(stdout);
@@ -182,8 +188,12 @@ int RunAll(int Rounds, unsigned Seed) {
 
 int main(int Count, char** Arguments) {
     const auto Number = [&](int At, int Default) { return Count > At ? std::atoi(Arguments[At]) : Default; };
-    if (Count == 6 && std::string(Arguments[1]) == "--child")
-        Child::Run(MapProgress(static_cast<DWORD>(Number(3, 0))), static_cast<unsigned>(Number(2, 0)),
-                   Number(4, 0), Number(5, 0));
+    if (Count == 6 && std::string(Arguments[1]) == "--child") try {
+            Child::Run(MapProgress(static_cast<DWORD>(Number(3, 0))), static_cast<unsigned>(Number(2, 0)),
+                       Number(4, 0), Number(5, 0));
+        } catch (const Failure& Why) {
+            std::printf("the host failed: %ls\n", Why.Description.c_str());
+            return 3;
+        }
     return RunAll(Number(1, 500), static_cast<unsigned>(Number(2, 1)));
 }
