@@ -46,7 +46,6 @@ constexpr Request Requests[] = {
     {L"AddSlapRem", L"four", "AddSlapRem", 0},
     {L"EditSlapRem", L"one|ONE", "EditSlapRem", 0},
     {L"DeleteSlapRem", L"two", "DeleteSlapRem", 0},
-    {L"SetIdleMax", L"7", "SetIdleMax", 0},
 };
 
 class Parts : public PluginTest {
@@ -210,19 +209,13 @@ TEST_F(Parts, AProfileFolderThatIsGoneAndComesBackAndThenIsNew) {
 
 // Open in another program, which lets others only read. (An attribute or a permission would not stop the
 // superuser, as whom these tests may run.)
-TEST_F(Parts, FilesThatCannotBeWritten) {
+TEST_F(Parts, ListsThatCannotBeWritten) {
     Start(L"held");
-    WriteText(L"Plugins\\Players.ini", "[IdlePunt]\r\nheld=1\r\n");
-    std::vector<fs::path> Files{fs::path(BaseFolder()) / L"Plugins" / L"Players.ini"};
-    for (const Entry& Each : Lists) Files.push_back(Settings / Each.File);
     std::vector<HANDLE> Held;
-    for (const fs::path& Each : Files)
-        Held.push_back(
-            CreateFileW(Each.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    for (const Entry& Each : Lists)
+        Held.push_back(CreateFileW((Settings / Each.File).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                   OPEN_EXISTING, 0, nullptr));
     AskForEverything(false);
-    Load(1, Given);
-    EXPECT_EQ(ReportsOf("FormReload"), 1) << "the ban method is written when there is none";
-    EXPECT_EQ(SendMessageW(Control(ID_chkIdlePunt), BM_GETCHECK, 0, 0), BST_CHECKED);
     EXPECT_FALSE(fs::exists(Settings.parent_path() / L"adminlogs")) << "nothing is logged as done";
     EXPECT_TRUE(Server->Await("dropped", "Mallory", 1000)) << "the lists can be read";
     for (const HANDLE Each : Held) CloseHandle(Each);
