@@ -18,9 +18,10 @@ std::wstring PluginFolder(Place Where = Place::current());
 
 // At most 254 characters; empty when file, section or key is absent.
 std::wstring GetProfileText(TextView Section, TextView Key, TextView File);
-// Without a value the key is deleted; nothing to delete is no failure. Errors 75, 76.
-void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File,
-                      Place Where = Place::current());
+// Reports no failure: a text that cannot be written is lost.
+void WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File);
+// Nothing to delete is no failure. Errors 75, 76.
+void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where = Place::current());
 
 // --- Files and folders.
 

@@ -109,11 +109,11 @@ void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where) {
 }
 
 void DeleteBannedName(Long Index, TextView Key) {
-    Platform::WriteProfileText(NamesSection, Key, std::nullopt, mdlVNT::BannedNamesPath(Index));
+    Platform::DeleteProfileKey(NamesSection, Key, mdlVNT::BannedNamesPath(Index));
 }
 
 void DeleteBannedIp(Long Index, TextView Address) {
-    Platform::WriteProfileText(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Index));
+    Platform::DeleteProfileKey(IpsSection, Address, mdlVNT::BannedIpsPath(Index));
 }
 
 BanDetails BannedNameDetails(Long Index, TextView Key, Place Where) {

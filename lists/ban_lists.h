@@ -49,7 +49,7 @@ bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason,
 // Error 5 for a text that cannot be a key.
 void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where = Place::current());
 
-// Deletes a key by the direct private-profile write.
+// Deletes a key by the direct private-profile write; errors 75 and 76.
 void DeleteBannedName(Long Index, TextView Key);
 void DeleteBannedIp(Long Index, TextView Address);
 

@@ -13,6 +13,15 @@ namespace {
 
 constexpr double LongestMilliseconds = 2147483647; // of a system timer
 
+std::wstring StoredBanMethod(Long Index) {
+    std::wstring Method = ReadSetting(Index, Setting::BanMethod);
+    if (Method.empty()) {
+        Method = L"0";
+        WriteSetting(Index, Setting::BanMethod, Method);
+    }
+    return Method;
+}
+
 void SaveSwitch(TextView Setting, const CheckBox& Box) {
     WriteSetting(mdlVNT::CurrentProfile, Setting, Box.Checked() ? L"1" : L"0");
 }
@@ -38,14 +47,11 @@ void StartRefreshTimer(Place Where) {
 void ShowSettings(Long Index) {
     const bool Stored = PlayersIniExists();
     // As the sweep reads it: every text but "1" bans by the command line.
-    const std::wstring Method = Stored ? ReadSetting(Index, Setting::BanMethod) : L"0";
-    optMethod.Choose(Method == L"1" ? 1 : 0);
+    optMethod.Choose(Stored && StoredBanMethod(Index) == L"1" ? 1 : 0);
     chkIdlePunt.Check(SwitchOr0(ReadSetting(Index, Setting::IdlePunt)) == L"1");
     txtIdleMax.SetText(PeriodOr5(ReadSetting(Index, Setting::IdleMax)));
     chkRefresh.Check(SwitchOr0(ReadSetting(Index, Setting::AutoRefresh)) == L"1");
     txtRefreshInterval.SetText(Stored ? PeriodOr5(ReadSetting(Index, Setting::RefreshInterval)) : L"30");
-    // A file that cannot be written keeps nothing from being shown.
-    if (Method.empty()) Trapped(L"FormReload", Index, [&] { WriteSetting(Index, Setting::BanMethod, L"0"); });
 }
 
 void optMethod_Click(int Method) noexcept {

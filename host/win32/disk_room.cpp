@@ -24,27 +24,34 @@ Extent ExtentOf(const std::wstring& Path) {
     return {Size, Held > Size ? Held - Size : 0};
 }
 
-void RequireRoom(TextView Path, std::uint64_t Growth, bool WithCopy, Place Where) {
+bool HasRoom(TextView Path, std::uint64_t Growth, bool WithCopy) {
     const std::wstring File(Path);
     const std::wstring Folder = File.substr(0, File.find_last_of(L'\\'));
     ULARGE_INTEGER Free{};
     // Where nobody says how much is free, the write itself has to tell.
-    if (!GetDiskFreeSpaceExW(Folder.c_str(), &Free, nullptr, nullptr)) return;
+    if (!GetDiskFreeSpaceExW(Folder.c_str(), &Free, nullptr, nullptr)) return true;
     const Extent Present = ExtentOf(File);
-    if (Present.Slack >= Growth || Free.QuadPart >= Growth + (WithCopy ? Present.Size : 0)) return;
+    return Present.Slack >= Growth || Free.QuadPart >= Growth + (WithCopy ? Present.Size : 0);
+}
+
+[[noreturn]] void FailForWantOfRoom(TextView File, Place Where) {
     Fail(ErrorNumber::PathAccess,
-         ErrorDescription(ErrorNumber::PathAccess) + L": " + File + L" (" +
+         ErrorDescription(ErrorNumber::PathAccess) + L": " + std::wstring(File) + L" (" +
              SystemText(HRESULT_FROM_WIN32(ERROR_DISK_FULL)) + L")",
          Where);
 }
 
 } // namespace
 
-void RequireRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value, Place Where) {
+bool HasRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value) {
     const std::size_t Marks = TextView(L"\r\n[]\r\n=\r\n").size();
-    RequireRoom(File, Section.size() + Key.size() + Value.size() + Marks, true, Where);
+    return HasRoom(File, Section.size() + Key.size() + Value.size() + Marks, true);
+}
+
+void RequireRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value, Place Where) {
+    if (!HasRoomForEntry(File, Section, Key, Value)) FailForWantOfRoom(File, Where);
 }
 
 void RequireRoomToAppend(TextView File, std::size_t Bytes, Place Where) {
-    RequireRoom(File, Bytes, false, Where);
+    if (!HasRoom(File, Bytes, false)) FailForWantOfRoom(File, Where);
 }

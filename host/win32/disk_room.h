@@ -5,9 +5,10 @@
 #include "host/failure.h"
 #include "host/text.h"
 
-// Both fail with error 75 when there is no room; the file may be missing yet.
+// The file may be missing yet. The two that require the room fail with error 75 when there is none.
 
 // Room for the INI file with the entry, beside the file as it is: some write a copy first.
+bool HasRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value);
 void RequireRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value,
                          Place Where = Place::current());
 // Room for so many bytes at the file's end.

@@ -61,12 +61,16 @@ std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     return FromSingleByte(Buffer, Count);
 }
 
-void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File, Place Where) {
-    if (!Value && !FileExists(File)) return;
-    if (Value) RequireRoomForEntry(File, Section, Key, *Value, Where);
-    const std::string Written = Value ? SingleByte(*Value) : std::string();
-    if (!WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(),
-                                    Value ? Written.c_str() : nullptr, SingleByte(File).c_str()))
+void WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File) {
+    if (HasRoomForEntry(File, Section, Key, Value))
+        WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(),
+                                   SingleByte(Value).c_str(), SingleByte(File).c_str());
+}
+
+void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where) {
+    if (!FileExists(File)) return;
+    if (!WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(), nullptr,
+                                    SingleByte(File).c_str()))
         FailWithLastError(File, Where);
 }
 

@@ -259,12 +259,18 @@ std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     return Files::IniValue(File, Section, Key).substr(0, 254);
 }
 
-void WriteProfileText(TextView Section, TextView Key, MaybeText Value, TextView File, Place Where) {
-    if (Enter(L"WriteProfileText", true, Where)) return;
+void WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File) {
+    if (Enter(L"WriteProfileText", false)) return;
+    Outside::Record(L"WriteProfile [" + std::wstring(Section) + L"] " + std::wstring(Key) + L"=" +
+                    std::wstring(Value));
+    if (!ReadOnly) Files::WriteIni(File, Section, Key, Value);
+}
+
+void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where) {
+    if (Enter(L"DeleteProfileKey", true, Where)) return;
     if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
-    Outside::Record(L"WriteProfile [" + std::wstring(Section) + L"] " + std::wstring(Key) +
-                    (Value ? L"=" + std::wstring(*Value) : L" deleted"));
-    Files::WriteIni(File, Section, Key, Value);
+    Outside::Record(L"DeleteProfileKey [" + std::wstring(Section) + L"] " + std::wstring(Key));
+    Files::WriteIni(File, Section, Key, std::nullopt);
 }
 
 } // namespace Platform
