@@ -1,5 +1,6 @@
 #include "enforcement/idle_punt.h"
 
+#include "enforcement/tick_punts.h"
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/player_actions.h"
@@ -44,8 +45,7 @@ void Remember(Long Index, std::size_t Id, const std::wstring& Name, const Activi
 double LimitSeconds(Long Index) { return ToNumber(PeriodOr5(ReadSetting(Index, Setting::IdleMax))) * 60.0; }
 
 void PuntIdle(Long Index, const std::wstring& Name, Long Id) {
-    if (PuntPlayer(Index, Name, {}, ToText(Id), false, {}, true))
-        SendServerMessage(Index, Name + L" has been punted for being idle!");
+    if (PuntInTick(Index, Name, {}, Id)) SendServerMessage(Index, Name + L" has been punted for being idle!");
 }
 
 void CheckPlayer(Long Index, const std::wstring& Name, Long Id, const Activity& Now) {

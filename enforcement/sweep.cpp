@@ -4,6 +4,7 @@
 #include "enforcement/kernel_method.h"
 #include "enforcement/name_fragments.h"
 #include "enforcement/permanent_lists.h"
+#include "enforcement/tick_punts.h"
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/player_actions.h"
@@ -45,9 +46,7 @@ struct Player {
 
 // --- The checks. They do not stop at the first hit: who matches several entries is punted once for each.
 
-void Punt(const Tick& Now, const Player& Who) {
-    PuntPlayer(Now.Index, Who.Name, Who.Address, ToText(Who.Slot), false, {}, true);
-}
+void Punt(const Tick& Now, const Player& Who) { PuntInTick(Now.Index, Who.Name, Who.Address, Who.Slot); }
 
 void CheckInvalidAddress(Tick& Now, const Player& Who) {
     if (!IsValidIp(Who.Address)) Punt(Now, Who);
@@ -188,6 +187,7 @@ void tmrVN_Timer(Long Index) noexcept {
     const TickGuard Guard;
     // cppcheck-suppress throwInNoexceptFunction ; Trapped lets no failure out
     Trapped(L"tmrVN", Index, [&] {
+        BeginTickPunts();
         if (ReadMapped(Index, L"GameState") == BetweenGames)
             SwitchQueuedTeams(Index);
         else

@@ -222,6 +222,22 @@ TEST(Sweep, AnUnloadInTheMiddleOfATickEndsIt) {
     }
 }
 
+TEST(Sweep, AServerThatTakesNoCommandsIsTriedThreeTimesInATick) {
+    Server Game;
+    for (int Slot = 1; Slot <= 10; ++Slot) Game.Join(Slot, "Spammer" + std::to_string(Slot));
+    BanName(L"Spam[2]");
+    long Tried = 0;
+    Outside::BeforeCall = [&](TextView Name) {
+        if (Name == L"AddMsg" && ++Tried) Fail(1001, L"The game takes no messages.");
+    };
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Tried, 3);
+    EXPECT_EQ(Outside::Reports.size(), 3u);
+    Outside::BeforeCall = nullptr;
+    tmrVN_Timer(Profile);
+    EXPECT_EQ(Commands().size(), 10u);
+}
+
 TEST(Sweep, ReportsNameTheAddressUnderCheck) {
     Server Game;
     JoinAll(Game);
