@@ -77,7 +77,7 @@ need_packages() {
   as_root apt-get update >/dev/null 2>&1 || say 'a package index could not be read; going on with the others'
   # shellcheck disable=SC2086
   apt_install -- $missing && [ -z "$(missing_packages "$@")" ] && return 0
-  say 'trying again with the main and updates suites alone'
+  say 'trying again with the main and updates suites alone; libraries from the security suite step back to theirs'
   # shellcheck disable=SC2086
   install_from_main_suites $missing
   missing=$(missing_packages "$@")
