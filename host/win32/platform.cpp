@@ -46,6 +46,25 @@ HANDLE Open(TextView Path, DWORD Access, DWORD Creation) {
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
+// The system empties a file before it writes it anew, and a process that is killed in between would lose the
+// list: a copy is changed instead, and then takes the file's place. A null value deletes the key.
+bool WriteKey(TextView Section, TextView Key, const char* Value, TextView File) {
+    const auto WriteTo = [&](TextView Path) {
+        return WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(), Value,
+                                          SingleByte(Path).c_str()) != FALSE;
+    };
+    if (!FileExists(File)) return WriteTo(File);
+    const std::wstring Path(File);
+    const std::wstring Copy = Path + L".new";
+    bool Done = CopyFileW(Path.c_str(), Copy.c_str(), FALSE) && WriteTo(Copy);
+    // Open in another program: better in place than not at all.
+    if (Done && !MoveFileExW(Copy.c_str(), Path.c_str(), MOVEFILE_REPLACE_EXISTING)) Done = WriteTo(File);
+    const DWORD Error = GetLastError();
+    DeleteFileW(Copy.c_str());
+    SetLastError(Error);
+    return Done;
+}
+
 } // namespace
 
 std::wstring PluginFolder(Place Where) {
@@ -62,16 +81,11 @@ std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
 }
 
 void WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File) {
-    if (HasRoomForEntry(File, Section, Key, Value))
-        WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(),
-                                   SingleByte(Value).c_str(), SingleByte(File).c_str());
+    if (HasRoomForEntry(File, Section, Key, Value)) WriteKey(Section, Key, SingleByte(Value).c_str(), File);
 }
 
 void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where) {
-    if (!FileExists(File)) return;
-    if (!WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(), nullptr,
-                                    SingleByte(File).c_str()))
-        FailWithLastError(File, Where);
+    if (FileExists(File) && !WriteKey(Section, Key, nullptr, File)) FailWithLastError(File, Where);
 }
 
 bool FileExists(TextView Path) {

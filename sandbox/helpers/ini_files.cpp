@@ -41,17 +41,18 @@ std::string ReadKey(const std::string& Section, const std::string& Key, const st
 
 void WriteKey(const std::string& Section, const std::optional<std::string>& Key,
               const std::optional<std::string>& Value, const std::string& File) {
+    const bool Exists = GetFileAttributesA(File.c_str()) != INVALID_FILE_ATTRIBUTES;
+    if (!Exists && !(Key && Value)) return; // nothing to remove
     const std::string Copy = File + ".new";
     const auto WriteTo = [&](const std::string& Target) {
         return WritePrivateProfileStringA(Section.c_str(), Pointer(Key), Pointer(Value), Target.c_str()) !=
                FALSE;
     };
-    const bool Exists = GetFileAttributesA(File.c_str()) != INVALID_FILE_ATTRIBUTES;
     bool Done = (!Exists || CopyFileA(File.c_str(), Copy.c_str(), FALSE)) && WriteTo(Copy);
     if (Done && !MoveFileExA(Copy.c_str(), File.c_str(), MOVEFILE_REPLACE_EXISTING))
         Done = WriteTo(File); // somebody has it open: better in place than not at all
     DeleteFileA(Copy.c_str());
-    if (!Done && Key && Value) throw Automation::Error{Automation::PathAccess, "Cannot write " + File};
+    if (!Done) throw Automation::Error{Automation::PathAccess, "Cannot write " + File};
 }
 
 std::vector<std::string> ReadSection(const std::string& Section, const std::string& File) {

@@ -8,8 +8,8 @@
 namespace IniFiles {
 
 std::string ReadKey(const std::string& Section, const std::string& Key, const std::string& File);
-// Without a value the key is removed, without a key the section. Automation::Error 75 when a value cannot be
-// written; removing what is not there is no error. A copy is changed and then takes the file's place: the
+// Without a value the key is removed, without a key the section. Automation::Error 75 when the file cannot
+// be written; removing what is not there is no error. A copy is changed and then takes the file's place: the
 // system's function may empty the file before it writes it, and a process killed in between would lose the
 // list.
 void WriteKey(const std::string& Section, const std::optional<std::string>& Key,
