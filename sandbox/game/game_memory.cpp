@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <stdexcept>
 
 namespace Simulation {
@@ -25,24 +24,6 @@ void Require(bool Done) {
 }
 
 } // namespace
-
-PrivateMemory AllocatePrivateMemory() {
-    PrivateMemory Result;
-    std::size_t Next = 0;
-    const auto Allocate = [&](std::uint32_t Address, std::size_t Size) {
-        // calloc takes large blocks straight from the system, zeroed without being touched.
-        auto* Bytes = static_cast<std::uint8_t*>(std::calloc(Size, 1));
-        if (!Bytes) throw std::bad_alloc();
-        Result.Owned.at(Next++).reset(Bytes);
-        return MemoryBlock{Address, Size, Bytes};
-    };
-    Result.Memory.Image = Allocate(Layout::ImageStart, ImageSize);
-    Result.Memory.Entries = Allocate(0x10000000, EntriesSize);
-    Result.Memory.Statistics = Allocate(0x12000000, StatisticsSize);
-    Result.Memory.Clients = Allocate(0x18000000, ClientsSize);
-    Result.Memory.Entities = Allocate(0x19000000, EntitiesSize);
-    return Result;
-}
 
 bool ReadGameMemory(const GameMemory& Memory, std::uint32_t Address, void* To, std::size_t Size) {
     const MemoryBlock Rest = RestOfBlock(Memory, Address);

@@ -1,11 +1,8 @@
 // The game's memory: blocks of bytes, each standing for a range of the game process's addresses.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -34,17 +31,6 @@ inline constexpr std::size_t EntriesSize =
 inline constexpr std::size_t StatisticsSize = std::size_t{Layout::SlotCount} * Layout::Statistics::Stride;
 inline constexpr std::size_t ClientsSize = std::size_t{Layout::SlotCount} * Layout::Client::Stride;
 inline constexpr std::size_t EntitiesSize = std::size_t{Layout::SlotCount} * Layout::Entity::Stride;
-
-// Memory of a game that is no process of its own, at made-up addresses; untouched pages cost nothing.
-// The owner must outlive every Game that uses Memory.
-struct PrivateMemory {
-    struct Free {
-        void operator()(std::uint8_t* Bytes) const { std::free(Bytes); }
-    };
-    GameMemory Memory;
-    std::array<std::unique_ptr<std::uint8_t, Free>, 5> Owned;
-};
-PrivateMemory AllocatePrivateMemory();
 
 // Both copy and answer true only when the whole range lies inside one block.
 bool ReadGameMemory(const GameMemory& Memory, std::uint32_t Address, void* To, std::size_t Size);

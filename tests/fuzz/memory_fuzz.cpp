@@ -1,8 +1,6 @@
 // Hostile game memory behind the reader, the actions and the sweep: words of the map, list entries,
 // statistics records, entity pointers, addresses and names take whatever values the input gives, between
 // ticks as well.
-#include <sys/mman.h>
-
 #include <array>
 #include <utility>
 
@@ -27,28 +25,6 @@ using Invariants::Run;
 // Each entry costs a few reads; the permanent lists search all records for each of the 50 slots twice.
 constexpr long MostCalls = 150'000;
 constexpr std::size_t MostReports = 4 * (MaxPlayerEntries + 1);
-
-constexpr Simulation::MemoryBlock Blocks[] = {{Layout::ImageStart, Simulation::ImageSize, nullptr},
-                                              {0x10000000, Simulation::EntriesSize, nullptr},
-                                              {0x12000000, Simulation::StatisticsSize, nullptr},
-                                              {0x18000000, Simulation::ClientsSize, nullptr},
-                                              {0x19000000, Simulation::EntitiesSize, nullptr}};
-
-// All zeros again at the price of the pages that were touched: the records alone are 36 MB.
-Simulation::MemoryBlock FreshBlock(const Simulation::MemoryBlock& Wanted, std::uint8_t*& Kept) {
-    if (Kept == nullptr)
-        Kept = static_cast<std::uint8_t*>(
-            mmap(nullptr, Wanted.Size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
-    else
-        madvise(Kept, Wanted.Size, MADV_DONTNEED);
-    return {Wanted.Address, Wanted.Size, Kept};
-}
-
-Simulation::GameMemory FreshMemory() {
-    static std::array<std::uint8_t*, std::size(Blocks)> Kept{};
-    return {FreshBlock(Blocks[0], Kept[0]), FreshBlock(Blocks[1], Kept[1]), FreshBlock(Blocks[2], Kept[2]),
-            FreshBlock(Blocks[3], Kept[3]), FreshBlock(Blocks[4], Kept[4])};
-}
 
 // Values at which readers of memory usually go wrong, beside those of the input.
 Long Value(Input& From) {
@@ -190,7 +166,6 @@ void Step(Simulation::Game& World, Input& From) {
 }
 
 void Start(Simulation::Game& World, std::uint8_t Flags, std::uint8_t MaxPlayers) {
-    World.Memory = FreshMemory();
     World.Setup.Build = Flags & 1 ? Layout::Build::Affiliate : Layout::Build::Standard;
     World.Setup.Dedicated = (Flags & 2) != 0;
     World.Setup.GameType = Flags & 4 ? 0 : 1;
@@ -219,6 +194,8 @@ void Start(Simulation::Game& World, std::uint8_t Flags, std::uint8_t MaxPlayers)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
     static Simulation::Game World;
+    const PrivateMemory Fresh;
+    World.Memory = Fresh.Memory;
     Input From(Data, Size);
     const std::uint8_t Flags = From.Byte();
     Start(World, Flags, From.Byte());

@@ -3,7 +3,7 @@
 #include "plugin/lifecycle.h"
 #include "tests/fakes/fake_toolkit.h"
 
-Server::Server(const ServerSettings& Settings) : Owned(Simulation::AllocatePrivateMemory()) {
+Server::Server(const ServerSettings& Settings) {
     World.Memory = Owned.Memory;
     World.Setup.Build = Settings.Build;
     World.Setup.MaxPlayers = Settings.MaxPlayers;

@@ -4,6 +4,7 @@
 #include "plugin/pdat.h"
 #include "sandbox/game/simulation.h"
 #include "tests/fakes/outside.h"
+#include "tests/fakes/private_memory.h"
 
 // The profile index of most tests, and what the host passes for it.
 inline constexpr Long Profile = 5;
@@ -38,7 +39,7 @@ public:
     void SetWord(std::uint32_t Address, Long Value);
     const Layout::MemoryMap& Map() const { return Layout::MapOf(World.Setup.Build); }
 
-    Simulation::PrivateMemory Owned;
+    PrivateMemory Owned;
     Simulation::Game World;
 };
 

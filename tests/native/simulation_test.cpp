@@ -7,13 +7,15 @@
 #include <set>
 #include <stdexcept>
 
+#include "tests/fakes/private_memory.h"
+
 namespace {
 
 using namespace Simulation;
 using Layout::Build;
 
 struct World {
-    PrivateMemory Memory = AllocatePrivateMemory();
+    PrivateMemory Memory;
     std::vector<JournalEntry> Lines;
     Game Play;
 
@@ -85,7 +87,7 @@ TEST(Simulation, KeepsAPlayerWhereToolsLookInBothBuilds) {
 }
 
 TEST(Simulation, MemoryIsBounded) {
-    const PrivateMemory Memory = AllocatePrivateMemory();
+    const PrivateMemory Memory;
     std::uint8_t Bytes[8];
     EXPECT_TRUE(ReadGameMemory(Memory.Memory, Layout::ImageEnd - 8, Bytes, 8));
     EXPECT_FALSE(ReadGameMemory(Memory.Memory, Layout::ImageEnd - 7, Bytes, 8));

@@ -1,0 +1,39 @@
+#include "tests/fakes/private_memory.h"
+
+#include <sys/mman.h>
+
+#include <new>
+#include <vector>
+
+namespace {
+
+using Simulation::GameMemory;
+using Simulation::MemoryBlock;
+
+std::vector<GameMemory> Free;
+
+MemoryBlock Map(std::uint32_t Address, std::size_t Size) {
+    void* const Bytes = mmap(nullptr, Size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (Bytes == MAP_FAILED) throw std::bad_alloc();
+    return {Address, Size, static_cast<std::uint8_t*>(Bytes)};
+}
+
+GameMemory MapAll() {
+    return {Map(Layout::ImageStart, Simulation::ImageSize), Map(0x10000000, Simulation::EntriesSize),
+            Map(0x12000000, Simulation::StatisticsSize), Map(0x18000000, Simulation::ClientsSize),
+            Map(0x19000000, Simulation::EntitiesSize)};
+}
+
+} // namespace
+
+PrivateMemory::PrivateMemory() {
+    if (Free.empty()) Free.push_back(MapAll());
+    Memory = Free.back();
+    Free.pop_back();
+    // All zeros again at the price of the pages that were touched.
+    for (const MemoryBlock* Each :
+         {&Memory.Image, &Memory.Entries, &Memory.Statistics, &Memory.Clients, &Memory.Entities})
+        madvise(Each->Bytes, Each->Size, MADV_DONTNEED);
+}
+
+PrivateMemory::~PrivateMemory() { Free.push_back(Memory); }
