@@ -124,6 +124,7 @@ void Judge(Tally& Sum, unsigned Seed, const Expectation& Expected, const State& 
             Report(Sum, Seed, Expected, std::string(NameOf(Which)) + " has too many of " + Each);
         if (Which == Torn && !Missing.empty()) {
             ++Sum.Torn[By];
+            ++Sum.Findings;
             std::printf(
                 "seed %u, killed inside the system's write for the %s: %s has %zu entries and lacks %zu\n",
                 Seed, By == Child::PlugIn ? "plug-in" : "host's object", NameOf(Which), Found[At].size(),
