@@ -1,9 +1,9 @@
 #include "tests/fakes/private_memory.h"
 
-#include <sys/mman.h>
-
 #include <new>
 #include <vector>
+
+#include "tests/fakes/pages.h"
 
 namespace {
 
@@ -13,8 +13,8 @@ using Simulation::MemoryBlock;
 std::vector<GameMemory> Free;
 
 MemoryBlock Map(std::uint32_t Address, std::size_t Size) {
-    void* const Bytes = mmap(nullptr, Size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (Bytes == MAP_FAILED) throw std::bad_alloc();
+    void* const Bytes = MapPages(Size);
+    if (Bytes == nullptr) throw std::bad_alloc();
     return {Address, Size, static_cast<std::uint8_t*>(Bytes)};
 }
 
@@ -30,10 +30,9 @@ PrivateMemory::PrivateMemory() {
     if (Free.empty()) Free.push_back(MapAll());
     Memory = Free.back();
     Free.pop_back();
-    // All zeros again at the price of the pages that were touched.
     for (const MemoryBlock* Each :
          {&Memory.Image, &Memory.Entries, &Memory.Statistics, &Memory.Clients, &Memory.Entities})
-        madvise(Each->Bytes, Each->Size, MADV_DONTNEED);
+        ZeroPages(Each->Bytes, Each->Size);
 }
 
 PrivateMemory::~PrivateMemory() { Free.push_back(Memory); }

@@ -3,7 +3,7 @@
 add_executable(window_test
   window_test.cpp window_test.rc ../native/server.cpp ../../host/win32/module.cpp
   ../fakes/file_helper.cpp ../fakes/files.cpp ../fakes/memory_helper.cpp ../fakes/outside.cpp
-  ../fakes/packet_filter.cpp ../fakes/platform.cpp)
+  ../fakes/packet_filter.cpp ../fakes/platform.cpp ../fakes/private_memory.cpp pages.cpp)
 set_source_files_properties(window_test.rc PROPERTIES
   INCLUDE_DIRECTORIES ${CMAKE_SOURCE_DIR} OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/window/win32/vantor.manifest)
 target_link_libraries(window_test PRIVATE

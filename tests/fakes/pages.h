@@ -1,0 +1,9 @@
+// Memory by the page. Native tests link pages.cpp; tests/wine/ has its own for the tests that run on Windows.
+#pragma once
+
+#include <cstddef>
+
+// Zeroed pages, which cost nothing until they are touched; null when there are none left.
+void* MapPages(std::size_t Size) noexcept;
+// Zeroed again, at the price of those that were touched.
+void ZeroPages(void* Pages, std::size_t Size) noexcept;
