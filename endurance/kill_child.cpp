@@ -19,7 +19,6 @@ Long ProcessRef = 0, MessageRef = 0;
 
 template <Writer By>
 BOOL WINAPI ToldWrite(const char* Section, const char* Key, const char* Value, const char* File) {
-    MultiByteToWideChar(CP_ACP, 0, File, -1, Told->WrittenPath, MAX_PATH);
     Told->Writing = By;
     const BOOL Written = WritePrivateProfileStringA(Section, Key, Value, File);
     Told->Writing = Nobody;

@@ -10,8 +10,7 @@ enum Writer : LONG { Nobody, PlugIn, HostObject };
 // What parent and child share, in memory that outlives the child.
 struct Progress {
     volatile LONG Begun, Done; // how many operations
-    volatile LONG Writing;     // who is inside the system's own function that writes an INI file,
-    wchar_t WrittenPath[260];  // and which one
+    volatile LONG Writing;     // who is inside the system's own function that writes an INI file
 };
 
 // Never returns.

@@ -210,12 +210,6 @@ const Kind Kinds[] = {
 
 const char* NameOf(File Which) { return Files[Which].Name; }
 
-File FileAt(const fs::path& Path) {
-    int Which = 0;
-    while (Which < FileCount && Path.filename() != Files[Which].Name) ++Which;
-    return static_cast<File>(Which);
-}
-
 void WriteFirstFiles(const fs::path& Base) {
     fs::remove_all(Base / Files[Log].Folder);
     for (const FileRow& Each : Files) {

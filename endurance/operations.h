@@ -22,8 +22,6 @@ using State = std::array<std::multiset<std::string>, FileCount>;
 void WriteFirstFiles(const std::filesystem::path& Base);
 // What stands in the files. Damage gets a line for each place that is no whole line of its file.
 State Read(const std::filesystem::path& Base, std::vector<std::string>& Damage);
-// The file that a path belongs to; FileCount for none of ours.
-File FileAt(const std::filesystem::path& Path);
 const char* NameOf(File Which);
 
 struct Operation;
