@@ -9,7 +9,7 @@
 #include "plugin/remote.h"
 #include "sandbox/game/game_memory.h"
 #include "tests/fakes/faults.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 

@@ -64,7 +64,7 @@ State& At(int Id) {
     return Now->States[Id];
 }
 
-// A control that can be used: on the page that is turned up, and enabled.
+// A control that can be used: one that is enabled.
 State& Usable(int Id) {
     State& Found = At(Id);
     if (!Found.Enabled) Impossible("disabled control", Id);
@@ -96,11 +96,10 @@ bool Offers(const std::vector<MenuEntry>& Entries, int Id) {
 
 void Note(const std::vector<MenuEntry>& Entries, const std::wstring& Before) {
     for (const MenuEntry& Each : Entries) {
-        Menu.push_back(Each.IsSeparator ? L"-" : Before + Each.Caption);
-        if (!Each.Items.empty()) {
-            Menu.pop_back();
+        if (Each.Items.empty())
+            Menu.push_back(Each.IsSeparator ? L"-" : Before + Each.Caption);
+        else
             Note(Each.Items, Before + Each.Caption + L" > ");
-        }
     }
 }
 

@@ -68,7 +68,7 @@ File* Find(TextView Path) {
 std::wstring ParentOf(TextView Path) { return std::wstring(Path.substr(0, Path.find_last_of(L'\\'))); }
 
 bool CanWrite(TextView Path) {
-    return !ReadOnly && Outside::HasFile(Path) ? true : !ReadOnly && Platform::FolderExists(ParentOf(Path));
+    return !ReadOnly && (Outside::HasFile(Path) || Platform::FolderExists(ParentOf(Path)));
 }
 
 // Replaces a section's lines in the text, or appends the section.

@@ -24,20 +24,20 @@ void Reset();
 
 inline constexpr TextView Base = L"C:\\Host";
 
-// --- What happened, in order: everything with an effect (messages to the game, writes, filter calls, boxes,
-// logged errors), one text each. Reads are only counted.
+// --- What happened, in order: everything with an effect (messages and writes to the game, changed INI keys,
+// filter calls, boxes), one text each. Reads are only counted; what whole files hold is asked for below.
 extern Lines Journal;
-void Record(std::wstring What);
+void Record(std::wstring What); // for the fakes
 // The recorded texts that begin with Prefix.
 Lines Recorded(TextView Prefix);
 
-// The procedure names of the errors logged so far ("tmrVN: 13 Type mismatch").
+// The errors logged so far: procedure, number and description ("tmrVN: 13 Type mismatch").
 extern Lines Reports;
 
 // --- Counting and failing.
 enum class Fault { Failure, WrongType, OutOfMemory, Empty };
 extern long Calls; // outside calls since Reset
-// Fails the Nth outside call from now (1 is the next); logging and boxes are not counted.
+// Fails the Nth outside call from now (1 is the next, 0 none); logging and boxes are not counted.
 void FailCall(long Number, Fault Kind);
 std::wstring FaultyCall(); // the call that failed; empty when none has yet
 // Runs before every counted outside call; for calls that come back into the plug-in.

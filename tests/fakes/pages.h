@@ -1,4 +1,4 @@
-// Memory by the page. Native tests link pages.cpp; tests/wine/ has its own for the tests that run on Windows.
+// Memory by the page, from the system that the test runs on: pages.cpp, or win32/pages.cpp on Windows.
 #pragma once
 
 #include <cstddef>

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 

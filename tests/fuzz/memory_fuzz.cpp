@@ -13,9 +13,9 @@
 #include "plugin/lifecycle.h"
 #include "sandbox/game/records.h"
 #include "tests/fakes/fake_toolkit.h"
+#include "tests/fakes/server.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/invariants.h"
-#include "tests/native/server.h"
 
 namespace {
 

@@ -15,9 +15,9 @@
 #include "plugin/lifecycle.h"
 #include "plugin/remote.h"
 #include "tests/fakes/fake_toolkit.h"
+#include "tests/fakes/server.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/invariants.h"
-#include "tests/native/server.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "game/mdlVNT.h"
 #include "game/player_actions.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 
@@ -113,6 +113,7 @@ TEST(Kill, ByLifeState) {
         Game.SetLife(7, Each.Life);
         EXPECT_TRUE(KillPlayer(Profile, L"Bob", Each.ShowBoxes));
         EXPECT_EQ(Outside::Journal, Each.Journal);
+        EXPECT_EQ(Game.Life(7), Each.LifeAfter);
     }
 }
 

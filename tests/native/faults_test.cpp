@@ -13,15 +13,9 @@
 #include "plugin/lifecycle.h"
 #include "plugin/remote.h"
 #include "tests/fakes/fake_toolkit.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
-
-RemoteRequest Request(std::wstring Data) {
-    RemoteRequest Made{Profile, HostData(), HostValue{}};
-    Made.Data->Text = std::move(Data);
-    return Made;
-}
 
 // Base64 of "Bob", "9.9.9.9", "Eve" and "Eve[1]".
 constexpr const wchar_t *Bob = L"Qm9i", *Nines = L"OS45LjkuOQ==", *Eve = L"RXZl", *EveKey = L"RXZlWzFd";

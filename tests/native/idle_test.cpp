@@ -3,7 +3,7 @@
 
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 

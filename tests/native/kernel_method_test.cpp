@@ -4,7 +4,7 @@
 #include "enforcement/kernel_method.h"
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 

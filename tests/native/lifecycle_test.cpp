@@ -4,7 +4,7 @@
 #include "enforcement/permanent_lists.h"
 #include "game/mdlVNT.h"
 #include "plugin/lifecycle.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 #include "window/frmVNT.h"
 
 namespace {

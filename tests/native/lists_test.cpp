@@ -10,7 +10,7 @@
 #include "lists/ban_references.h"
 #include "lists/numbered_section.h"
 #include "lists/slap_messages.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 

@@ -3,14 +3,14 @@
 
 #include "game/mdlVNT.h"
 #include "game/player_table.h"
-#include "tests/native/server.h"
+#include "sandbox/game/records.h"
+#include "tests/fakes/server.h"
 
 namespace {
 
 // Entry Number of the player list as the game keeps it, written by hand.
 void PutEntry(Server& Game, int Number, TextView Name, int Team, int Slot) {
-    const std::uint32_t Entry = Game.World.Memory.Entries.Address + Layout::Entry::First +
-                                static_cast<std::uint32_t>(Number) * Layout::Entry::Stride;
+    const std::uint32_t Entry = Simulation::EntryAt(Game.World, Number);
     Simulation::WriteText(Game.World.Memory, Entry, std::string(Name.begin(), Name.end()),
                           Layout::Entry::NameSize);
     Simulation::WriteByte(Game.World.Memory, Entry + Layout::Entry::Team, static_cast<std::uint8_t>(Team));
@@ -72,9 +72,7 @@ TEST(PlayerTable, ExtrasByNameAndSlot) {
     EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Item(L"Bob_2"), 0);
     // Again, from the beginning; two records of one name and slot keep the first value.
     Game.SetStats(2, Layout::Statistics::Slot, 1);
-    Simulation::WriteText(Game.World.Memory,
-                          Game.World.Memory.Statistics.Address + 2 * Layout::Statistics::Stride +
-                              Layout::Statistics::Name,
+    Simulation::WriteText(Game.World.Memory, Simulation::RecordAt(Game.World, 2) + Layout::Statistics::Name,
                           "Alice", 16);
     GetPlayerExtras(Profile, 16, 1);
     EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Count(), 1u);

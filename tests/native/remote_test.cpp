@@ -4,19 +4,13 @@
 #include "game/mdlVNT.h"
 #include "host/memory_helper.h"
 #include "plugin/remote.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 
 using RemoteMember = Long (*)(const RemoteRequest&) noexcept;
 
 constexpr TextView LogFile = L"C:\\Host\\profiles\\Server1\\adminlogs\\2024-05-06.txt";
-
-RemoteRequest Request(std::wstring Data) {
-    RemoteRequest Made{Profile, HostData(), HostValue{}};
-    Made.Data->Text = std::move(Data);
-    return Made;
-}
 
 std::wstring Encoded(TextView Text) { return MemoryHelper::Enc64(Text); }
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "game/show_msg.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "game/player_table.h"
 #include "game/settings.h"
 #include "lists/ban_lists.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 namespace {
 

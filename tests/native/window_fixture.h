@@ -6,18 +6,20 @@
 #include "game/mdlVNT.h"
 #include "plugin/lifecycle.h"
 #include "tests/fakes/fake_toolkit.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 #include "window/frmVNT.h"
 
-class Tabs : public testing::Test {
+class Window : public testing::Test {
 protected:
     void SetUp() override { FakeWindow::Reset(); }
     void TearDown() override { FakeWindow::Reset(); }
 
+    // Loads the window for the profile and forgets what that took.
     void Open(Long Index = Profile, TextView Folder = L"Server1") {
         LoadInterface(Index, FakeWindow::KnownHostWindow, HostData(Folder));
         Outside::Journal.clear();
     }
+    // A link of the name to an address, under the number Key.
     void PutLink(TextView Name, TextView Key, TextView Address) {
         Outside::PutIni(SettingsFile(L"BannedReference.ini"), Name, Key, Address);
     }
@@ -25,6 +27,7 @@ protected:
     Server Game;
 };
 
+// One of the profile's files, and the boxes that were shown.
 inline std::wstring FileOf(TextView Name) { return Outside::FileText(SettingsFile(Name)); }
 inline Lines Boxes() {
     Lines Found;

@@ -14,7 +14,7 @@ bool Contains(const Rect& Outer, const Rect& Inner) {
            Inner.Y + Inner.Height <= Outer.Y + Outer.Height;
 }
 
-TEST_F(Tabs, TheLayoutShowsEveryControlWholeAtEverySize) {
+TEST_F(Window, TheLayoutShowsEveryControlWholeAtEverySize) {
     const auto Size96 = SmallestLayout();
     EXPECT_LE(Size96.Width, 480);
     EXPECT_LE(Size96.Height, 372);

@@ -5,7 +5,7 @@ namespace {
 
 // --- Banned names
 
-TEST_F(Tabs, NamesAreAddedWithTheirTagAndReason) {
+TEST_F(Window, NamesAreAddedWithTheirTagAndReason) {
     const struct {
         TextView Name, Reason;
         int Option;
@@ -41,7 +41,7 @@ TEST_F(Tabs, NamesAreAddedWithTheirTagAndReason) {
     EXPECT_TRUE(Outside::Journal.empty()) << "an empty box adds nothing";
 }
 
-TEST_F(Tabs, TheListShowsEntriesAndTheirDetails) {
+TEST_F(Window, TheListShowsEntriesAndTheirDetails) {
     const auto Put = [](TextView Key, TextView Value) {
         Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", Key, Value);
     };
@@ -63,7 +63,7 @@ TEST_F(Tabs, TheListShowsEntriesAndTheirDetails) {
     EXPECT_EQ(FakeWindow::Text(ID_lblIpDate), L"2024-01-01 1:02:03");
 }
 
-TEST_F(Tabs, RemovingANameCanTakeItsAddressesAlong) {
+TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
     const std::wstring Question =
         L"Ask Remove Banned Name Would you like to remove all associated IP Addresses with this name aswell?";
     for (const bool Yes : {false, true}) {
@@ -99,7 +99,7 @@ TEST_F(Tabs, RemovingANameCanTakeItsAddressesAlong) {
 
 // --- Banned addresses
 
-TEST_F(Tabs, AddressesAreCheckedAndAdded) {
+TEST_F(Window, AddressesAreCheckedAndAdded) {
     Open();
     for (const TextView Text : {L"10.0.0.7", L"127.0.*", L"-5.1.1.1", L"10.0.0.7"}) {
         mdlVNT::IpListChanged(Profile) = false;
@@ -123,7 +123,7 @@ TEST_F(Tabs, AddressesAreCheckedAndAdded) {
     EXPECT_EQ(FileOf(L"BannedIps.ini"), Before);
 }
 
-TEST_F(Tabs, RemovingAnAddressCanTakeItsNamesAlong) {
+TEST_F(Window, RemovingAnAddressCanTakeItsNamesAlong) {
     const std::wstring Question = L"Ask Remove Banned IP Address Would you like to remove all associated "
                                   L"names with this IP Address aswell?";
     for (const bool Yes : {false, true}) {
@@ -153,7 +153,7 @@ TEST_F(Tabs, RemovingAnAddressCanTakeItsNamesAlong) {
     EXPECT_EQ(FileOf(L"BannedReference.ini"), L"[Bob]\r\n0=10.0.0.8\r\n");
 }
 
-TEST_F(Tabs, ABoxMayOutliveTheWindowAndTheProfile) {
+TEST_F(Window, ABoxMayOutliveTheWindowAndTheProfile) {
     for (const TextView Each : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
     Open();
     Outside::YesNoAnswers = {true};
@@ -166,7 +166,7 @@ TEST_F(Tabs, ABoxMayOutliveTheWindowAndTheProfile) {
 
 // --- Search
 
-TEST_F(Tabs, SearchGoesOnFromTheSelectedItem) {
+TEST_F(Window, SearchGoesOnFromTheSelectedItem) {
     for (const TextView Each : {L"Ann[1]", L"Bob[1]", L"Bobby[2]", L"Cid[1]"}) BanName(Each);
     const std::wstring NotFound = L"Box Failed! Name not found!";
     const std::wstring Again =
@@ -209,7 +209,7 @@ TEST_F(Tabs, SearchGoesOnFromTheSelectedItem) {
 
 // --- Import
 
-TEST_F(Tabs, ImportedEntriesAppearInTheListsAlsoWhenItBreaksOff) {
+TEST_F(Window, ImportedEntriesAppearInTheListsAlsoWhenItBreaksOff) {
     const auto Line = [](std::wstring Address, std::wstring Name, TextView Reason) {
         Address.resize(19, L' ');
         Name.resize(21, L' ');

@@ -6,7 +6,7 @@ namespace {
 
 // --- Settings
 
-TEST_F(Tabs, StoredSettingsAreShownAndNothingElseIsWritten) {
+TEST_F(Window, StoredSettingsAreShownAndNothingElseIsWritten) {
     const auto Shown = [] {
         return std::wstring(FakeWindow::IsOn(ID_optMethod + 1) ? L"1" : L"0") +
                (FakeWindow::IsOn(ID_chkIdlePunt) ? L" 1 " : L" 0 ") + FakeWindow::Text(ID_txtIdleMax) +
@@ -40,7 +40,7 @@ TEST_F(Tabs, StoredSettingsAreShownAndNothingElseIsWritten) {
     }
 }
 
-TEST_F(Tabs, EachSettingIsStoredAtOnce) {
+TEST_F(Window, EachSettingIsStoredAtOnce) {
     Open();
     const auto Stored = [](TextView Name) { return Outside::IniValue(PlayersIni, Name, L"Server1"); };
     FakeWindow::Click(ID_optMethod + 1);
@@ -61,7 +61,7 @@ TEST_F(Tabs, EachSettingIsStoredAtOnce) {
     EXPECT_TRUE(Outside::Reports.empty());
 }
 
-TEST_F(Tabs, TheRefreshTimerTakesANewIntervalAtItsNextTick) {
+TEST_F(Window, TheRefreshTimerTakesANewIntervalAtItsNextTick) {
     Open();
     FakeWindow::Type(ID_txtRefreshInterval, L"2");
     EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrRefresh), 0);
@@ -84,7 +84,7 @@ TEST_F(Tabs, TheRefreshTimerTakesANewIntervalAtItsNextTick) {
 
 // --- Slap messages
 
-TEST_F(Tabs, SlapMessagesAreAddedEditedDeletedAndSent) {
+TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
     Open();
     for (const TextView Text : {L"one", L"50% & [1] = ;|", L"three"}) {
         FakeWindow::Type(ID_txtSlap, Text);
@@ -132,7 +132,7 @@ TEST_F(Tabs, SlapMessagesAreAddedEditedDeletedAndSent) {
 
 // --- The window's life
 
-TEST_F(Tabs, AnotherProfileShowsNothingOfTheOneBefore) {
+TEST_F(Window, AnotherProfileShowsNothingOfTheOneBefore) {
     BanName(L"Bob[1]");
     BanIp(L"10.0.0.7");
     Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", L"go away");
@@ -157,7 +157,7 @@ TEST_F(Tabs, AnotherProfileShowsNothingOfTheOneBefore) {
     EXPECT_EQ(FakeWindow::Items(ID_lstSlaps), Lines{L"go away"});
 }
 
-TEST_F(Tabs, HidingStopsTheRefreshAndLeavesTheSweepsRunning) {
+TEST_F(Window, HidingStopsTheRefreshAndLeavesTheSweepsRunning) {
     Open();
     FakeWindow::Click(ID_chkRefresh);
     Open(6, L"Server2");
@@ -187,7 +187,7 @@ TEST_F(Tabs, HidingStopsTheRefreshAndLeavesTheSweepsRunning) {
 
 // --- Odd names
 
-TEST_F(Tabs, OddNamesArriveEverywhereAsTheyAre) {
+TEST_F(Window, OddNamesArriveEverywhereAsTheyAre) {
     std::wstring High;
     for (wchar_t Letter = 128; Letter < 256; ++Letter) High += Letter;
     for (const std::wstring& Name :

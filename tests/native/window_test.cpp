@@ -1,28 +1,16 @@
-// The window's handlers against controls in memory: what reaches the game, the files and the screen.
-#include <gtest/gtest.h>
-
+// The player list and its menu: what they show, and whom an entry acts on.
 #include <random>
 
-#include "game/mdlVNT.h"
-#include "plugin/lifecycle.h"
-#include "tests/fakes/fake_toolkit.h"
-#include "tests/native/server.h"
-#include "window/frmVNT.h"
+#include "tests/native/window_fixture.h"
 
 namespace {
 
-// A running game with an empty server, and the window loaded for it.
-class Window : public testing::Test {
+// Opened for an empty server.
+class PlayerList : public Window {
 protected:
     void SetUp() override {
-        Outside::Journal.clear();
-        FakeWindow::Reset();
+        Window::SetUp();
         Open();
-    }
-    void TearDown() override { FakeWindow::Reset(); }
-
-    void Open(Long Index = Profile, TextView Folder = L"Server1") {
-        LoadInterface(Index, FakeWindow::KnownHostWindow, HostData(Folder));
     }
     // The players as the administrator sees them after a refresh.
     void Refresh() { FakeWindow::ChooseForRow(FakeWindow::Rows().empty() ? 0 : 1, ID_mnuRefresh); }
@@ -32,23 +20,17 @@ protected:
         Refresh();
         Outside::Journal.clear();
     }
-
-    Server Game;
 };
-
-std::wstring NamesFile() { return Outside::FileText(SettingsFile(L"BannedNames.ini")); }
-std::wstring IpsFile() { return Outside::FileText(SettingsFile(L"BannedIps.ini")); }
-std::wstring LinksFile() { return Outside::FileText(SettingsFile(L"BannedReference.ini")); }
 
 // --- The player list
 
-TEST_F(Window, ShowsThePlayersAndCountsTheTeams) {
+TEST_F(PlayerList, ShowsThePlayersAndCountsTheTeams) {
     JoinBobAndRita();
     EXPECT_EQ(FakeWindow::Rows(), (Lines{L"03|Bob|10.0.0.7|50|1", L"12|Rita|10.0.0.9|140|2"}));
     EXPECT_EQ(FakeWindow::Text(ID_lblTeams), L"Blue Team: 1, Red Team: 1");
 }
 
-TEST_F(Window, ARefreshWritesOnlyWhatChanged) {
+TEST_F(PlayerList, ARefreshWritesOnlyWhatChanged) {
     for (int Slot = 1; Slot <= 15; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot), "10.0.0.7");
     FakeWindow::PressHeader(1);
     Refresh();
@@ -65,7 +47,7 @@ TEST_F(Window, ARefreshWritesOnlyWhatChanged) {
     EXPECT_EQ(FakeWindow::SelectedRow(), 1);
 }
 
-TEST_F(Window, SortsByWhatAColumnHolds) {
+TEST_F(PlayerList, SortsByWhatAColumnHolds) {
     Game.Join(2, "bob", "10.0.0.10", 1, 100);
     Game.Join(10, "Zoe", "9.0.0.200", 1, 20);
     Game.Join(11, "ADA", "10.0.0.9", 2, 9);
@@ -92,7 +74,7 @@ TEST_F(Window, SortsByWhatAColumnHolds) {
     }
 }
 
-TEST_F(Window, TheSelectedRowOutlivesARefreshAndAGapInTheList) {
+TEST_F(PlayerList, TheSelectedRowOutlivesARefreshAndAGapInTheList) {
     JoinBobAndRita();
     FakeWindow::ChooseRow(2);
     Game.Leave(12);
@@ -131,7 +113,7 @@ const Lines PlayerEntries{L"Punt Player",
                           L"-",
                           L"Refresh Player List"};
 
-TEST_F(Window, TheMenuFollowsWhereTheMouseIs) {
+TEST_F(PlayerList, TheMenuFollowsWhereTheMouseIs) {
     FakeWindow::RightClickRow(0);
     EXPECT_EQ(FakeWindow::LastMenu(), Lines{L"Refresh Player List"});
     JoinBobAndRita();
@@ -157,7 +139,7 @@ TEST_F(Window, TheMenuFollowsWhereTheMouseIs) {
     }
 }
 
-TEST_F(Window, EachEntryDoesItsWorkOnTheChosenPlayer) {
+TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
     const std::wstring Ask = L"AskText Ban Player: Rita Enter a reason why you have banned this player!";
     const struct {
         int Entry;
@@ -214,7 +196,7 @@ TEST_F(Window, EachEntryDoesItsWorkOnTheChosenPlayer) {
               Lines{L"mnuKillPerm: 457 This key is already associated with an element of this collection"});
 }
 
-TEST_F(Window, SwitchingWaitsForAGame) {
+TEST_F(PlayerList, SwitchingWaitsForAGame) {
     JoinBobAndRita();
     Simulation::SetGameState(Game.World, 0);
     FakeWindow::ChooseForRow(2, ID_mnuSwitch);
@@ -234,7 +216,7 @@ TEST_F(Window, SwitchingWaitsForAGame) {
 
 // --- The right player
 
-TEST_F(Window, ASlotThatHasChangedHandsIsLeftAlone) {
+TEST_F(PlayerList, ASlotThatHasChangedHandsIsLeftAlone) {
     const std::wstring Gone = L"Box Failed! The selected player is no longer in this slot!";
     for (const int Entry : {ID_mnuPunt, ID_mnuBan1, ID_mnuBan2}) {
         for (const auto& [Name, Address] :
@@ -257,13 +239,14 @@ TEST_F(Window, ASlotThatHasChangedHandsIsLeftAlone) {
             Outside::WhileBoxIsOpen = nullptr;
             EXPECT_EQ(Outside::Journal.back(), Gone);
             EXPECT_TRUE(Commands().empty());
-            EXPECT_EQ(NamesFile() + IpsFile() + LinksFile(), L"");
+            for (const TextView File : {L"BannedNames.ini", L"BannedIps.ini", L"BannedReference.ini"})
+                EXPECT_EQ(FileOf(File), L"");
             EXPECT_EQ(FakeWindow::Rows().size(), *Address ? 2u : 1u) << "refreshed";
         }
     }
 }
 
-TEST_F(Window, TheGridStandsStillWhileAMenuOrTheReasonBoxIsOpen) {
+TEST_F(PlayerList, TheGridStandsStillWhileAMenuOrTheReasonBoxIsOpen) {
     JoinBobAndRita();
     FakeWindow::Click(ID_chkRefresh);
     const Lines Before = FakeWindow::Rows();
@@ -284,7 +267,7 @@ TEST_F(Window, TheGridStandsStillWhileAMenuOrTheReasonBoxIsOpen) {
     EXPECT_EQ(FakeWindow::Rows().size(), 3u);
 }
 
-TEST_F(Window, AMenuOfAProfileThatIsNotShownAnyMoreActsOnNobody) {
+TEST_F(PlayerList, AMenuOfAProfileThatIsNotShownAnyMoreActsOnNobody) {
     JoinBobAndRita();
     Outside::PutFolder(L"C:\\Host\\profiles\\Server2\\settings");
     FakeWindow::WhileNextMenuIsOpen = [&] { Open(6, L"Server2"); };
@@ -301,7 +284,7 @@ std::map<int, std::string> Present(const Simulation::Game& World) {
     return Found;
 }
 
-TEST_F(Window, TenThousandRacesNeverHitAnotherPlayer) {
+TEST_F(PlayerList, TenThousandRacesNeverHitAnotherPlayer) {
     std::mt19937 Random(20240506);
     const auto Below = [&](unsigned Limit) { return static_cast<int>(Random() % Limit); };
     const auto Shake = [&] {

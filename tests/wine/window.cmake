@@ -1,13 +1,10 @@
 # The real window over the outside in memory: real mouse and keyboard events, and what they did can be read off at
 # once. It needs a screen, and no other test's window in front of it.
-add_executable(window_test
-  window_test.cpp window_test.rc ../native/server.cpp ../../host/win32/module.cpp
-  ../fakes/file_helper.cpp ../fakes/files.cpp ../fakes/memory_helper.cpp ../fakes/outside.cpp
-  ../fakes/packet_filter.cpp ../fakes/platform.cpp ../fakes/private_memory.cpp pages.cpp)
+add_executable(window_test window_test.cpp window_test.rc ../../host/win32/module.cpp)
 set_source_files_properties(window_test.rc PROPERTIES
   INCLUDE_DIRECTORIES ${CMAKE_SOURCE_DIR} OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/window/win32/vantor.manifest)
 target_link_libraries(window_test PRIVATE
-  vantor_window_win32 -Wl,--start-group vantor_window vantor_logic -Wl,--end-group game_simulation gtest_main)
+  vantor_window_win32 -Wl,--start-group vantor_window vantor_logic vantor_fakes -Wl,--end-group gtest_main)
 set_target_properties(window_test PROPERTIES
   RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin CROSSCOMPILING_EMULATOR wine)
 gtest_add_tests(TARGET window_test TEST_PREFIX wine. TEST_LIST Added)

@@ -7,7 +7,7 @@
 
 #include "host/win32/boxes.h"
 #include "plugin/lifecycle.h"
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 #include "tests/wine/input.h"
 #include "window/controls.h"
 #include "window/frmVNT.h"

@@ -1,6 +1,7 @@
-#include "tests/native/server.h"
+#include "tests/fakes/server.h"
 
 #include "plugin/lifecycle.h"
+#include "sandbox/game/records.h"
 #include "tests/fakes/fake_toolkit.h"
 
 Server::Server(const ServerSettings& Settings) {
@@ -29,25 +30,19 @@ void Server::Join(int Slot, std::string_view Name, std::string_view Address, int
 void Server::Leave(int Slot) { Simulation::Leave(World, Slot); }
 
 Long Server::Stats(int Slot, std::uint32_t Offset) const {
-    const std::uint32_t Record =
-        World.Memory.Statistics.Address + static_cast<std::uint32_t>(Slot) * Layout::Statistics::Stride;
-    return Simulation::ReadLong(World.Memory, Record + Offset);
+    return Simulation::ReadLong(World.Memory, Simulation::RecordAt(World, Slot) + Offset);
 }
 
 void Server::SetStats(int Slot, std::uint32_t Offset, Long Value) {
-    const std::uint32_t Record =
-        World.Memory.Statistics.Address + static_cast<std::uint32_t>(Slot) * Layout::Statistics::Stride;
-    Simulation::WriteLong(World.Memory, Record + Offset, Value);
+    Simulation::WriteLong(World.Memory, Simulation::RecordAt(World, Slot) + Offset, Value);
 }
 
 Long Server::Life(int Slot) const {
-    const auto Entity = static_cast<std::uint32_t>(Stats(Slot, Layout::Statistics::Entity));
-    return Simulation::ReadLong(World.Memory, Entity + Layout::Entity::LifeState);
+    return Simulation::ReadLong(World.Memory, Simulation::EntityAt(World, Slot) + Layout::Entity::LifeState);
 }
 
 void Server::SetLife(int Slot, Long Value) {
-    const auto Entity = static_cast<std::uint32_t>(Stats(Slot, Layout::Statistics::Entity));
-    Simulation::WriteLong(World.Memory, Entity + Layout::Entity::LifeState, Value);
+    Simulation::WriteLong(World.Memory, Simulation::EntityAt(World, Slot) + Layout::Entity::LifeState, Value);
 }
 
 void Server::SetWord(std::uint32_t Address, Long Value) {
@@ -66,6 +61,12 @@ Pdat HostData(TextView Folder, TextView GameId, Long Process) {
     Data[PdatElement::AreaHeight] = {L"9000", 9000, true};
     Data[PdatElement::AreaWidth] = {L"12000", 12000, true};
     return Data;
+}
+
+RemoteRequest Request(std::wstring Data) {
+    RemoteRequest Made{Profile, HostData(), HostValue{}};
+    Made.Data->Text = std::move(Data);
+    return Made;
 }
 
 std::wstring SettingsFile(TextView Name) {

@@ -1,7 +1,9 @@
-// A game server in memory, and the profile that watches it.
+// A game server in memory, the profile that watches it, and what the host and its consoles send for that
+// profile.
 #pragma once
 
 #include "plugin/pdat.h"
+#include "plugin/remote.h"
 #include "sandbox/game/simulation.h"
 #include "tests/fakes/outside.h"
 #include "tests/fakes/private_memory.h"
@@ -20,7 +22,7 @@ struct ServerSettings {
     Long GameType = 1;
 };
 
-// Starts a game, resets the outside and makes the profile known to the plug-in.
+// Starts a game, resets the outside and the window and makes the profile known to the plug-in. One at a time.
 class Server {
 public:
     explicit Server(const ServerSettings& Settings = {});
@@ -31,11 +33,13 @@ public:
     void Join(int Slot, std::string_view Name, std::string_view Address = "10.0.0.7", int Team = 1,
               int Ping = 50);
     void Leave(int Slot);
-    // Words of the player's statistics record, the list entry and the map.
+    // A word of the player's statistics record.
     Long Stats(int Slot, std::uint32_t Offset) const;
     void SetStats(int Slot, std::uint32_t Offset, Long Value);
+    // The life state, in the player's entity block.
     Long Life(int Slot) const;
     void SetLife(int Slot, Long Value);
+    // A word of the game's own, by an address of the map.
     void SetWord(std::uint32_t Address, Long Value);
     const Layout::MemoryMap& Map() const { return Layout::MapOf(World.Setup.Build); }
 
@@ -43,13 +47,17 @@ public:
     Simulation::Game World;
 };
 
-// What the host passes for the profile; elements as texts and numbers.
+// What the host passes for the profile: fourteen elements, those that are not used as the text "text".
 Pdat HostData(TextView Folder = L"Server1", TextView GameId = L"DF", Long Process = ProcessRef);
+
+// A remote console's request about the profile.
+RemoteRequest Request(std::wstring Data);
 
 // Paths of the profile's files.
 std::wstring SettingsFile(TextView Name);
 inline constexpr TextView PlayersIni = L"C:\\Host\\Plugins\\Players.ini";
 
+// Writes an entry into the profile's ban list: a name with its tag ("Bob[1]"), an address or a range.
 void BanName(TextView Key);
 void BanIp(TextView Pattern);
 
