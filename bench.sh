@@ -16,7 +16,7 @@ native() {
 on_wine() {
   need_packages build wine && build_preset windows || return 1
   trap stop_wine EXIT
-  start_display 1280x1024 && prepare_prefix "$PWD/build/prefix" || return 1
+  start_display 1280x1024 && prepare_prefix "$PWD/build/bench-prefix" || return 1
   (cd build/windows/bin && wine wine_bench.exe --gtest_brief=1)
 }
 

@@ -3,7 +3,10 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <cstdlib>
+#include <memory>
 
+#include "bench/ban_lists.h"
 #include "enforcement/sweep.h"
 #include "plugin/lifecycle.h"
 #include "plugin/remote.h"
@@ -61,18 +64,13 @@ private:
     std::vector<std::unique_ptr<std::uint8_t, Free>> Owned;
 };
 
-// Entries whole-name and part-of-name bans and addresses, none of which matches.
-void PutLists(std::int64_t Entries) {
-    std::wstring Names = L"[Players]\r\n", Ips = L"[IpAddresses]\r\n";
-    for (std::int64_t I = 0; I < Entries; ++I) {
-        const std::wstring Number = std::to_wstring(I);
-        Names += L"Somebody else " + Number + L"[1]=2024-01-01 1:02:03[-]None\r\n";
-        Names += L"Cheater " + Number + L"[2]=2024-01-01 1:02:03[-]None\r\n";
-        Ips += L"172.16." + std::to_wstring(I / 256 % 256) + L"." + std::to_wstring(I % 256) +
-               L"=2024-01-01 1:02:03\r\n";
-    }
-    Outside::PutFile(SettingsFile(L"BannedNames.ini"), Names);
-    Outside::PutFile(SettingsFile(L"BannedIps.ini"), Ips);
+std::wstring Wide(const std::string& Text) { return {Text.begin(), Text.end()}; }
+
+// Ban lists, and the idle punt with a limit that nobody reaches.
+void PutLists(int Entries) {
+    const BanLists Lists = MakeBanLists(Entries);
+    Outside::PutFile(SettingsFile(L"BannedNames.ini"), Wide(Lists.Names));
+    Outside::PutFile(SettingsFile(L"BannedIps.ini"), Wide(Lists.Ips));
     Outside::PutIni(PlayersIni, L"IdlePunt", L"Server1", L"1");
     Outside::PutIni(PlayersIni, L"IdleMax", L"Server1", L"10000000");
 }
@@ -114,7 +112,7 @@ void SetUp(const benchmark::State& State, const CrowdedGame& Game) {
     Outside::Reset();
     Outside::AttachMemory(ProcessRef, &Game.Memory);
     SetProfileData(Profile, HostData());
-    PutLists(State.range(1));
+    PutLists(static_cast<int>(State.range(1)));
 }
 
 void Tick(benchmark::State& State) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "bench/ban_lists.h"
 #include "bench/recording_helpers.h"
 #include "tests/wine/support.h"
 
@@ -31,18 +32,12 @@ std::string Scenario(int Players) {
 }
 
 void PutLists(const std::wstring& Folder, int Entries) {
-    std::string Names = "[Players]\r\n", Ips = "[IpAddresses]\r\n";
-    for (int I = 0; I < Entries; ++I) {
-        const std::string Number = std::to_string(I);
-        Names += "Somebody else " + Number + "[1]=2024-01-01 1:02:03[-]None\r\n";
-        Names += "Cheater " + Number + "[2]=2024-01-01 1:02:03[-]None\r\n";
-        Ips += "172.16." + std::to_string(I / 256 % 256) + "." + std::to_string(I % 256) +
-               "=2024-01-01 1:02:03\r\n";
-    }
-    WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedNames.ini", Names);
-    WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedIps.ini", Ips);
+    const BanLists Lists = MakeBanLists(Entries);
+    WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedNames.ini", Lists.Names);
+    WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedIps.ini", Lists.Ips);
 }
 
+// The first base of the fixture: the host's folder, with the helper objects registered from it.
 struct LaidOut {
     LaidOut() { BaseFolder(); }
 };
@@ -50,8 +45,8 @@ struct LaidOut {
 // The wrappers are in place after the helper objects are registered and before the plug-in is created.
 class WineBench : private LaidOut, private RecordingHelpers::Installed, public PluginTest {};
 
-void PrintTicks(const char* What, int Players, int Entries, double Tick, double Replay, std::size_t Calls) {
-    std::printf("%-8s %7d %8d %8zu %10.2f %10.2f %7.2f\n", What, Players, Entries, Calls, Tick, Replay,
+void PrintMedians(int Players, int Entries, double Tick, double Replay, std::size_t Calls) {
+    std::printf("%-8s %7d %8d %8zu %10.2f %10.2f %7.2f\n", "median", Players, Entries, Calls, Tick, Replay,
                 Tick / Replay);
     std::fflush(stdout);
 }
@@ -80,7 +75,7 @@ TEST_F(WineBench, OneTickAgainstTheSameCalls) {
             }
             std::sort(Ticks.begin(), Ticks.end());
             std::sort(Replays.begin(), Replays.end());
-            PrintTicks("median", Players, Entries, Ticks[10], Replays[10], RecordingHelpers::Count());
+            PrintMedians(Players, Entries, Ticks[10], Replays[10], RecordingHelpers::Count());
             Early->DisableProfile(1);
         }
     }
