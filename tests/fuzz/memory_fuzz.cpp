@@ -12,7 +12,6 @@
 #include "lists/ban_lists.h"
 #include "plugin/lifecycle.h"
 #include "sandbox/game/records.h"
-#include "tests/fakes/fake_toolkit.h"
 #include "tests/fakes/server.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/invariants.h"
@@ -165,18 +164,15 @@ void Step(Simulation::Game& World, Input& From) {
     }
 }
 
-void Start(Simulation::Game& World, std::uint8_t Flags, std::uint8_t MaxPlayers) {
-    World.Setup.Build = Flags & 1 ? Layout::Build::Affiliate : Layout::Build::Standard;
-    World.Setup.Dedicated = (Flags & 2) != 0;
-    World.Setup.GameType = Flags & 4 ? 0 : 1;
-    World.Setup.State = Flags & 8 ? 1 : 2;
-    World.Setup.MaxPlayers = 1 + MaxPlayers % 50;
-    Simulation::Start(World);
-    Outside::Reset();
-    FakeWindow::Reset();
-    Outside::AttachGame(ProcessRef, &World);
-    Outside::PutFolder(L"C:\\Host\\profiles\\Server1\\settings");
-    SetProfileData(Profile, HostData(L"Server1", Flags & 1 ? L"DF_AFF" : L"DF"));
+ServerSettings SettingsOf(std::uint8_t Flags, std::uint8_t MaxPlayers) {
+    return {.Build = Flags & 1 ? Layout::Build::Affiliate : Layout::Build::Standard,
+            .MaxPlayers = 1 + MaxPlayers % 50,
+            .Dedicated = (Flags & 2) != 0,
+            .State = Flags & 8 ? 1 : 2,
+            .GameType = Flags & 4 ? 0 : 1};
+}
+
+void Begin(Server& Game, std::uint8_t Flags) {
     if (Flags & 16) Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", L"1");
     if (Flags & 32) Outside::PutIni(PlayersIni, L"IdlePunt", L"Server1", L"1");
     if (Flags & 64) LoadInterface(Profile, HostWindow, HostData(L"Server1", Flags & 1 ? L"DF_AFF" : L"DF"));
@@ -187,21 +183,18 @@ void Start(Simulation::Game& World, std::uint8_t Flags, std::uint8_t MaxPlayers)
                                                               {"Dave", "9.8.7.6"},
                                                               {"Moe", "10.0.0.5"}};
     int Slot = 1;
-    for (const auto& [Name, From] : Joined) Simulation::Join(World, Slot++, Name, From);
+    for (const auto& [Name, From] : Joined) Game.Join(Slot++, Name, From);
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
-    static Simulation::Game World;
-    const PrivateMemory Fresh;
-    World.Memory = Fresh.Memory;
     Input From(Data, Size);
     const std::uint8_t Flags = From.Byte();
-    Start(World, Flags, From.Byte());
-    for (int Steps = 0; Steps < 40 && !From.IsEmpty(); ++Steps) Step(World, From);
+    Server Game(SettingsOf(Flags, From.Byte()));
+    Begin(Game, Flags);
+    for (int Steps = 0; Steps < 40 && !From.IsEmpty(); ++Steps) Step(Game.World, From);
     for (int Ticks = 0; Ticks < 3; ++Ticks) Tick();
     Read(L"LIST");
-    Outside::DetachAll();
     return 0;
 }

@@ -14,7 +14,6 @@
 #include "lists/slap_messages.h"
 #include "plugin/lifecycle.h"
 #include "plugin/remote.h"
-#include "tests/fakes/fake_toolkit.h"
 #include "tests/fakes/server.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/invariants.h"
@@ -75,23 +74,23 @@ void ChangeHostData(Pdat& Data, Input& From) {
 }
 
 void RemoteMembers(Input& From) {
-    RemoteRequest Request{Profile, HostData(), HostValue{}};
+    RemoteRequest Sent = Request({});
     const std::uint8_t Flags = From.Byte();
     const Member Called = Members[From.Below(std::size(Members))];
-    if (Flags & 1) ChangeHostData(Request.Profile, From);
-    if (Flags & 2) Request.Profile[PdatElement::HostWideLogs].Flag = true;
+    if (Flags & 1) ChangeHostData(Sent.Profile, From);
+    if (Flags & 2) Sent.Profile[PdatElement::HostWideLogs].Flag = true;
     const std::wstring Text = From.Text();
-    Request.Data->Text = Flags & 4 ? Encoded(Text) : Text;
+    Sent.Data->Text = Flags & 4 ? Encoded(Text) : Text;
     const std::size_t Before = LogLines();
     Run("remote member", 400, 3, [&] {
-        const Long Result = Called(Request);
+        const Long Result = Called(Sent);
         const std::size_t Written = LogLines() - Before;
         Require(Result == 0 || Result == 1, "the result is 0 or 1");
         Require(Result == 0 || Written > 0, "what is done is logged");
         Require(Written <= 2, "one line is logged"); // two when the file was missing
-        if (HoldsBreak(*Request.Data->Text)) Require(Result == 0 && Written == 0, "a line break is refused");
+        if (HoldsBreak(*Sent.Data->Text)) Require(Result == 0 && Written == 0, "a line break is refused");
     });
-    Run("reply", 2000, 30, [&] { GetPlayersRem(Request); });
+    Run("reply", 2000, 30, [&] { GetPlayersRem(Sent); });
 }
 
 // --- Files that somebody has edited by hand.
@@ -195,13 +194,7 @@ void Rules(Input& From) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
     constexpr void (*Areas[])(Input&) = {RemoteMembers, HandEditedFiles, ImportedFile, Rules};
-    static Server Game;
-    Simulation::Start(Game.World);
-    Outside::Reset();
-    FakeWindow::Reset();
-    Outside::AttachGame(ProcessRef, &Game.World);
-    Outside::PutFolder(L"C:\\Host\\profiles\\Server1\\settings");
-    SetProfileData(Profile, HostData());
+    Server Game;
     Game.Join(1, "Alice", "10.0.0.1");
     Game.Join(3, "Bob");
     BanName(L"Alice[1]");

@@ -1,6 +1,8 @@
 // Remote requests: data in; calls, files, log line and result out.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "game/mdlVNT.h"
 #include "host/memory_helper.h"
 #include "plugin/remote.h"
@@ -12,10 +14,20 @@ using RemoteMember = Long (*)(const RemoteRequest&) noexcept;
 
 constexpr TextView LogFile = L"C:\\Host\\profiles\\Server1\\adminlogs\\2024-05-06.txt";
 
-std::wstring Encoded(TextView Text) { return MemoryHelper::Enc64(Text); }
-
-// Fields with the first one encoded, and further ones as they are.
-std::wstring Fields(TextView First, TextView Rest) { return Encoded(First) + std::wstring(Rest); }
+// What a console sends: each {text} as Base64.
+std::wstring Sent(TextView Data) {
+    std::wstring Request;
+    while (!Data.empty()) {
+        const auto Open = std::min(Data.find(L'{'), Data.size());
+        Request += Data.substr(0, Open);
+        Data.remove_prefix(Open);
+        if (Data.empty()) break;
+        const auto Close = Data.find(L'}');
+        Request += MemoryHelper::Enc64(Data.substr(1, Close - 1));
+        Data.remove_prefix(Close + 1);
+    }
+    return Request;
+}
 
 // A server with Bob in slot 3 and some entries in the lists.
 struct RemoteServer : Server {
@@ -35,179 +47,140 @@ struct RemoteServer : Server {
 struct RequestCase {
     const char* What;
     RemoteMember Member;
-    std::wstring Data;
+    TextView Data; // as Sent takes it
     Long Result;
-    std::wstring Line; // behind the time and up to the administrator; empty: no line
+    std::wstring Line; // between the time and " from admin1"; empty: no line
     Lines Journal;     // all effects but the log's folder
 };
 
-std::vector<RequestCase> RequestCases() {
-    const std::wstring Killed = L"MSG 3 Bob has been 'Killed' by the Server Admin!";
-    const std::wstring Reference = L"WriteIniKey [Bob] 0=10.0.0.7";
-    const std::wstring Address = L"WriteIniKey [IpAddresses] 10.0.0.7=2024-05-06 7:08:09";
-    const std::wstring Reason = L"|" + Encoded(L"why|not");
-    return {
-        {"punt",
-         PuntPlayerRem,
-         Fields(L"Bob", L"|10.0.0.7|3"),
-         1,
-         L"Punt Player #3 (Name: Bob, IP: 10.0.0.7) from ",
-         {L"CMD 1 punt 03"}},
-        {"ban",
-         PuntPlayerRem,
-         Fields(L"Bob", L"|10.0.0.7|3|x"),
-         1,
-         L"Ban Player #3 (Name: Bob, IP: 10.0.0.7) from ",
-         {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]None", Address, L"CMD 1 punt 03"}},
-        {"ban with reason",
-         PuntPlayerRem,
-         Fields(L"Bob", L"|10.0.0.7|3|") + Reason,
-         1,
-         L"Ban Player #3 (Name: Bob, IP: 10.0.0.7) from ",
-         {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]why|not", Address,
-          L"CMD 1 punt 03"}},
-        {"six fields",
-         PuntPlayerRem,
-         Fields(L"Bob", L"|10.0.0.7|3|||"),
-         1,
-         L"Ban Player #3 (Name: Bob, IP: 10.0.0.7) from ",
-         {}},
-        {"kill",
-         ArmPlayerRem,
-         Fields(L"Bob", L"|Kill|"),
-         1,
-         L"Kill Player (Bob) from ",
-         {L"WriteLong 1", Killed}},
-        {"kill nobody", ArmPlayerRem, Fields(L"Nobody", L"|Kill"), 1, L"Kill Player (Nobody) from ", {}},
-        {"switch",
-         ArmPlayerRem,
-         Fields(L"Bob", L"|Switch"),
-         1,
-         L"Switch Player Team (Bob) from ",
-         {L"WriteLong 2"}},
-        {"kill for good",
-         ArmPlayerRem,
-         Fields(L"Bob", L"|KillPerm"),
-         1,
-         L"Kill Player Permanently (Bob) from ",
-         {}},
-        {"disarm for good",
-         ArmPlayerRem,
-         Fields(L"Bob", L"|DisarmPerm"),
-         1,
-         L"Disarm Player Permanently (Bob) from ",
-         {}},
-        {"disarm",
-         ArmPlayerRem,
-         Fields(L"Bob", L"|Disarm"),
-         1,
-         L"Disarm Player (Bob) from ",
-         {L"WriteLong 0", L"MSG 3 Bob has been 'Disarmed' by the Server Admin!"}},
-        {"an unknown word", ArmPlayerRem, Fields(L"Bob", L"|Dance"), 1, L"Dance Player (Bob) from ", {}},
-        {"slap", SlapPlayerRem, L"go|away", 0, L"Slap Player (Message: go|away) from ", {L"MSG 1 go|away"}},
-        {"add slap",
-         AddSlapRem,
-         L"three",
-         0,
-         L"Add Slap Message (Message: three) from ",
-         {L"WriteIniKey [Messages] 2=three"}},
-        {"delete slap",
-         DeleteSlapRem,
-         L"one",
-         0,
-         L"Delete Slap Message (Message: one) from ",
-         {L"WriteIniKey [Messages] 0=two", L"WriteIniKey [Messages] 1=(null)"}},
-        {"delete a slap that is not there",
-         DeleteSlapRem,
-         L"ONE",
-         0,
-         L"Delete Slap Message (Message: ONE) from ",
-         {}},
-        {"edit slap",
-         EditSlapRem,
-         L"two|2|b",
-         0,
-         L"Edit Slap Message (Old Message: two, New Message: 2|b) from ",
-         {L"WriteIniKey [Messages] 1=2|b"}},
-        {"kernel driver",
-         SetBanMethod,
-         L"2",
-         0,
-         L"Change Ban Method (New Method: Kernel Driver) from ",
-         {L"WriteProfile [BanMethod] Server1=2"}},
-        {"command line",
-         SetBanMethod,
-         L"0",
-         0,
-         L"Change Ban Method (New Method: Game Command Line) from ",
-         {L"WriteProfile [BanMethod] Server1=0"}},
-        {"no number is stored, not logged",
-         SetBanMethod,
-         L"fast",
-         0,
-         L"",
-         {L"WriteProfile [BanMethod] Server1=fast"}},
-        {"idle on", SetIdlePunt, L"1", 0, L"Enable Idle Punt from ", {L"WriteProfile [IdlePunt] Server1=1"}},
-        {"idle off",
-         SetIdlePunt,
-         L"0",
-         0,
-         L"Disable Idle Punt from ",
-         {L"WriteProfile [IdlePunt] Server1=0"}},
-        {"idle limit",
-         SetIdleMax,
-         L"0.5",
-         0,
-         L"Set Idle Max Time (Minutes: 0.5) from ",
-         {L"WriteProfile [IdleMax] Server1=0.5"}},
-        {"add name",
-         AddBannedRem,
-         Fields(L"x=[1]", L"") + L"|" + Encoded(L"r") + L"|Name",
-         0,
-         L"",
-         {}}, // the file would ban "x" by what stands before the "="
-        {"add part of name",
-         AddBannedRem,
-         Fields(L"fr[2]", L"|") + Encoded(L"r") + L"|Name",
-         1,
-         L"Add Banned Name (fr[2]) from ",
-         {L"WriteIniKey [Players] fr[2]=2024-05-06 7:08:09[-]r"}},
-        {"add address",
-         AddBannedRem,
-         Fields(L"9.9.*", L"||IP"),
-         1,
-         L"Add Banned IP (9.9.*) from ",
-         {L"WriteIniKey [IpAddresses] 9.9.*=2024-05-06 7:08:09"}},
-        {"add no address", AddBannedRem, Fields(L"9.*.9", L"||IP"), 0, L"", {}},
-        {"remove name",
-         RemoveBannedRem,
-         Fields(L"Eve", L"|Name"),
-         1,
-         L"Remove Banned Name (Eve) from ",
-         {L"DeleteProfileKey [Players] Eve[1]", L"DeleteProfileKey [Players] Eve[2]"}},
-        {"remove name and addresses",
-         RemoveBannedRem,
-         Fields(L"Eve", L"|Name|1"),
-         1,
-         L"Remove Banned Name (Eve) from ",
-         {L"DeleteProfileKey [Players] Eve[1]", L"DeleteProfileKey [Players] Eve[2]",
-          L"ClearIniSection [Eve]", L"DeleteProfileKey [IpAddresses] 1.1.1.1",
-          L"DeleteProfileKey [IpAddresses] 2.2.2.2"}},
-        {"remove address",
-         RemoveBannedRem,
-         Fields(L"1.1.1.1", L"|IP|0"),
-         1,
-         L"Remove Banned IP (1.1.1.1) from ",
-         {L"DeleteProfileKey [IpAddresses] 1.1.1.1"}},
-        {"remove address and names",
-         RemoveBannedRem,
-         Fields(L"1.1.1.1", L"|IP|1"),
-         1,
-         L"Remove Banned IP (1.1.1.1) from ",
-         {L"DeleteProfileKey [IpAddresses] 1.1.1.1", L"WriteIniKey [Eve] 0=2.2.2.2",
-          L"WriteIniKey [Eve] 1=(null)", L"DeleteProfileKey [Players] Eve[1]"}},
-    };
-}
+const std::wstring Killed = L"MSG 3 Bob has been 'Killed' by the Server Admin!";
+const std::wstring Reference = L"WriteIniKey [Bob] 0=10.0.0.7";
+const std::wstring Address = L"WriteIniKey [IpAddresses] 10.0.0.7=2024-05-06 7:08:09";
+
+const RequestCase RequestCases[] = {
+    {"punt",
+     PuntPlayerRem,
+     L"{Bob}|10.0.0.7|3",
+     1,
+     L"Punt Player #3 (Name: Bob, IP: 10.0.0.7)",
+     {L"CMD 1 punt 03"}},
+    {"ban",
+     PuntPlayerRem,
+     L"{Bob}|10.0.0.7|3|x",
+     1,
+     L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)",
+     {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]None", Address, L"CMD 1 punt 03"}},
+    {"ban with reason",
+     PuntPlayerRem,
+     L"{Bob}|10.0.0.7|3||{why|not}",
+     1,
+     L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)",
+     {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]why|not", Address, L"CMD 1 punt 03"}},
+    {"six fields", PuntPlayerRem, L"{Bob}|10.0.0.7|3|||", 1, L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)", {}},
+    {"kill", ArmPlayerRem, L"{Bob}|Kill|", 1, L"Kill Player (Bob)", {L"WriteLong 1", Killed}},
+    {"kill nobody", ArmPlayerRem, L"{Nobody}|Kill", 1, L"Kill Player (Nobody)", {}},
+    {"switch", ArmPlayerRem, L"{Bob}|Switch", 1, L"Switch Player Team (Bob)", {L"WriteLong 2"}},
+    {"kill for good", ArmPlayerRem, L"{Bob}|KillPerm", 1, L"Kill Player Permanently (Bob)", {}},
+    {"disarm for good", ArmPlayerRem, L"{Bob}|DisarmPerm", 1, L"Disarm Player Permanently (Bob)", {}},
+    {"disarm",
+     ArmPlayerRem,
+     L"{Bob}|Disarm",
+     1,
+     L"Disarm Player (Bob)",
+     {L"WriteLong 0", L"MSG 3 Bob has been 'Disarmed' by the Server Admin!"}},
+    {"an unknown word", ArmPlayerRem, L"{Bob}|Dance", 1, L"Dance Player (Bob)", {}},
+    {"slap", SlapPlayerRem, L"go|away", 0, L"Slap Player (Message: go|away)", {L"MSG 1 go|away"}},
+    {"add slap",
+     AddSlapRem,
+     L"three",
+     0,
+     L"Add Slap Message (Message: three)",
+     {L"WriteIniKey [Messages] 2=three"}},
+    {"delete slap",
+     DeleteSlapRem,
+     L"one",
+     0,
+     L"Delete Slap Message (Message: one)",
+     {L"WriteIniKey [Messages] 0=two", L"WriteIniKey [Messages] 1=(null)"}},
+    {"delete a slap that is not there", DeleteSlapRem, L"ONE", 0, L"Delete Slap Message (Message: ONE)", {}},
+    {"edit slap",
+     EditSlapRem,
+     L"two|2|b",
+     0,
+     L"Edit Slap Message (Old Message: two, New Message: 2|b)",
+     {L"WriteIniKey [Messages] 1=2|b"}},
+    {"kernel driver",
+     SetBanMethod,
+     L"2",
+     0,
+     L"Change Ban Method (New Method: Kernel Driver)",
+     {L"WriteProfile [BanMethod] Server1=2"}},
+    {"command line",
+     SetBanMethod,
+     L"0",
+     0,
+     L"Change Ban Method (New Method: Game Command Line)",
+     {L"WriteProfile [BanMethod] Server1=0"}},
+    {"no number is stored, not logged",
+     SetBanMethod,
+     L"fast",
+     0,
+     L"",
+     {L"WriteProfile [BanMethod] Server1=fast"}},
+    {"idle on", SetIdlePunt, L"1", 0, L"Enable Idle Punt", {L"WriteProfile [IdlePunt] Server1=1"}},
+    {"idle off", SetIdlePunt, L"0", 0, L"Disable Idle Punt", {L"WriteProfile [IdlePunt] Server1=0"}},
+    {"idle limit",
+     SetIdleMax,
+     L"0.5",
+     0,
+     L"Set Idle Max Time (Minutes: 0.5)",
+     {L"WriteProfile [IdleMax] Server1=0.5"}},
+    {"add a name that is no key",
+     AddBannedRem,
+     L"{x=[1]}|{r}|Name",
+     0,
+     L"",
+     {}}, // the file would ban "x" by what stands before the "="
+    {"add part of name",
+     AddBannedRem,
+     L"{fr[2]}|{r}|Name",
+     1,
+     L"Add Banned Name (fr[2])",
+     {L"WriteIniKey [Players] fr[2]=2024-05-06 7:08:09[-]r"}},
+    {"add address",
+     AddBannedRem,
+     L"{9.9.*}||IP",
+     1,
+     L"Add Banned IP (9.9.*)",
+     {L"WriteIniKey [IpAddresses] 9.9.*=2024-05-06 7:08:09"}},
+    {"add no address", AddBannedRem, L"{9.*.9}||IP", 0, L"", {}},
+    {"remove name",
+     RemoveBannedRem,
+     L"{Eve}|Name",
+     1,
+     L"Remove Banned Name (Eve)",
+     {L"DeleteProfileKey [Players] Eve[1]", L"DeleteProfileKey [Players] Eve[2]"}},
+    {"remove name and addresses",
+     RemoveBannedRem,
+     L"{Eve}|Name|1",
+     1,
+     L"Remove Banned Name (Eve)",
+     {L"DeleteProfileKey [Players] Eve[1]", L"DeleteProfileKey [Players] Eve[2]", L"ClearIniSection [Eve]",
+      L"DeleteProfileKey [IpAddresses] 1.1.1.1", L"DeleteProfileKey [IpAddresses] 2.2.2.2"}},
+    {"remove address",
+     RemoveBannedRem,
+     L"{1.1.1.1}|IP|0",
+     1,
+     L"Remove Banned IP (1.1.1.1)",
+     {L"DeleteProfileKey [IpAddresses] 1.1.1.1"}},
+    {"remove address and names",
+     RemoveBannedRem,
+     L"{1.1.1.1}|IP|1",
+     1,
+     L"Remove Banned IP (1.1.1.1)",
+     {L"DeleteProfileKey [IpAddresses] 1.1.1.1", L"WriteIniKey [Eve] 0=2.2.2.2",
+      L"WriteIniKey [Eve] 1=(null)", L"DeleteProfileKey [Players] Eve[1]"}},
+};
 
 Lines Effects() {
     Lines Found;
@@ -217,12 +190,12 @@ Lines Effects() {
 }
 
 TEST(Remote, Requests) {
-    for (const RequestCase& Each : RequestCases()) {
+    for (const RequestCase& Each : RequestCases) {
         RemoteServer Game;
-        EXPECT_EQ(Each.Member(Request(Each.Data)), Each.Result) << Each.What;
+        EXPECT_EQ(Each.Member(Request(Sent(Each.Data))), Each.Result) << Each.What;
         EXPECT_EQ(Effects(), Each.Journal) << Each.What;
         const std::wstring Line =
-            Each.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Each.Line + L"admin1\r\n";
+            Each.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Each.Line + L" from admin1\r\n";
         EXPECT_EQ(Outside::FileText(LogFile), Line) << Each.What;
     }
 }
@@ -231,7 +204,7 @@ TEST(Remote, MalformedRequestsDoNothingAndAreReported) {
     const RemoteMember Members[] = {PuntPlayerRem, ArmPlayerRem,    SlapPlayerRem, AddSlapRem,
                                     SetBanMethod,  SetIdlePunt,     SetIdleMax,    DeleteSlapRem,
                                     EditSlapRem,   RemoveBannedRem, AddBannedRem};
-    const std::wstring Broken = Encoded(L"Bob\r\n[Players]");
+    const std::wstring Broken = Sent(L"{Bob\r\n[Players]}");
     const std::wstring Datas[] = {L"x\r\ny", std::wstring(L"a\0b", 3), L"a|b\n|c", Broken + L"|Kill|Name",
                                   Broken + L"|1.1.1.1|3"};
     for (const RemoteMember Member : Members) {
@@ -251,27 +224,26 @@ TEST(Remote, MalformedRequestsDoNothingAndAreReported) {
 
 struct MalformedCase {
     RemoteMember Member;
-    std::wstring Data;
+    TextView Data;
     TextView Report;
 };
 
 TEST(Remote, WhatIsMissingIsNamed) {
     const MalformedCase Table[] = {
         {PuntPlayerRem, L"", L"PuntPlayerRem: 9 Subscript out of range"},
-        {PuntPlayerRem, Fields(L"Bob", L"|1.1.1.1"), L"PuntPlayerRem: 9 Subscript out of range"},
+        {PuntPlayerRem, L"{Bob}|1.1.1.1", L"PuntPlayerRem: 9 Subscript out of range"},
         {PuntPlayerRem, L"%%%|1.1.1.1|3", L"PuntPlayerRem: 5 This is no Base64 text."},
-        {PuntPlayerRem, Fields(L"Bob", L"|1.1.1.1|three"), L"PuntPlayer: 13 Type mismatch"},
-        {PuntPlayerRem, Fields(L"Bob", L"|5.*=|3|x"),
-         L"PuntPlayer: 5 This is no address that can be banned."},
-        {ArmPlayerRem, Encoded(L"Bob"), L"ArmPlayerRem: 9 Subscript out of range"},
-        {AddBannedRem, Fields(L"Bob[1]", L"|"), L"AddBannedRem: 9 Subscript out of range"},
-        {RemoveBannedRem, Encoded(L"Bob"), L"RemoveBannedRem: 9 Subscript out of range"},
+        {PuntPlayerRem, L"{Bob}|1.1.1.1|three", L"PuntPlayer: 13 Type mismatch"},
+        {PuntPlayerRem, L"{Bob}|5.*=|3|x", L"PuntPlayer: 5 This is no address that can be banned."},
+        {ArmPlayerRem, L"{Bob}", L"ArmPlayerRem: 9 Subscript out of range"},
+        {AddBannedRem, L"{Bob[1]}|", L"AddBannedRem: 9 Subscript out of range"},
+        {RemoveBannedRem, L"{Bob}", L"RemoveBannedRem: 9 Subscript out of range"},
         {EditSlapRem, L"one", L"EditSlapRem: 9 Subscript out of range"},
         {SetIdleMax, L"soon", L"SetIdleMax: 13 Type mismatch"},
     };
     for (const MalformedCase& Each : Table) {
         RemoteServer Game;
-        EXPECT_EQ(Each.Member(Request(Each.Data)), 0);
+        EXPECT_EQ(Each.Member(Request(Sent(Each.Data))), 0);
         EXPECT_EQ(Outside::Reports, Lines{std::wstring(Each.Report)});
         EXPECT_FALSE(Outside::HasFile(LogFile));
     }
@@ -287,8 +259,8 @@ TEST(Remote, WhatIsMissingIsNamed) {
 
 TEST(Remote, ANameIsAddedToAPermanentListOnce) {
     RemoteServer Game;
-    EXPECT_EQ(ArmPlayerRem(Request(Fields(L"Bob", L"|KillPerm"))), 1);
-    EXPECT_EQ(ArmPlayerRem(Request(Fields(L"Bob", L"|KillPerm"))), 0);
+    EXPECT_EQ(ArmPlayerRem(Request(Sent(L"{Bob}|KillPerm"))), 1);
+    EXPECT_EQ(ArmPlayerRem(Request(Sent(L"{Bob}|KillPerm"))), 0);
     EXPECT_EQ(mdlVNT::KillPermList(Profile).Count(), 1u);
     EXPECT_EQ(Outside::Reports,
               Lines{L"ArmPlayerRem: 457 This key is already associated with an element of this collection"});
@@ -300,7 +272,7 @@ TEST(Remote, ARequestForAProfileThatWasNeverLoadedWorks) {
     for (const Long Index : {0, 12, 31000}) {
         Outside::Journal.clear();
         RemoteRequest Made{Index, HostData(L"New"), HostValue{}};
-        Made.Data->Text = Fields(L"9.9.9.9", L"||IP");
+        Made.Data->Text = Sent(L"{9.9.9.9}||IP");
         EXPECT_EQ(AddBannedRem(Made), 1);
         EXPECT_EQ(Outside::IniValue(L"C:\\Host\\profiles\\New\\settings\\BannedIps.ini", L"IpAddresses",
                                     L"9.9.9.9"),
