@@ -8,13 +8,14 @@
 FilterState ReadFilterState(const std::wstring& Path) {
     FilterState State;
     std::ifstream File{std::filesystem::path(Path)};
-    for (std::string Word; File >> Word;) {
-        std::string First, Second;
-        File >> First;
-        if (Word != "filtering") File >> Second;
-        if (Word == "filtering") State.IsFiltering = First == "on";
-        if (Word == "service") State.Services[First] = Second == "running";
-        if (Word == "rule") State.Rules.push_back(First + ' ' + Second);
+    for (std::string Kind, Name, Value; File >> Kind >> Name;) {
+        if (Kind == "filtering") {
+            State.IsFiltering = Name == "on";
+        } else if (Kind == "service" && File >> Value) {
+            State.Services[Name] = Value == "running";
+        } else if (FilterRule Rule{Name}; Kind == "rule" && File >> Rule.Port) {
+            State.Rules.push_back(Rule);
+        }
     }
     return State;
 }
@@ -26,7 +27,8 @@ bool WriteFilterState(const std::wstring& Path, const FilterState& State) {
         for (const auto& [Name, IsRunning] : State.Services)
             File << "service " << Name << (IsRunning ? " running\n" : " stopped\n");
         File << "filtering " << (State.IsFiltering ? "on\n" : "off\n");
-        for (const auto& Rule : State.Rules) File << "rule " << Rule << '\n';
+        for (const FilterRule& Rule : State.Rules)
+            File << "rule " << Rule.Address << ' ' << Rule.Port << '\n';
         if (!File.flush()) return false;
     }
     // A file that somebody reads just now cannot be replaced; reading takes no time worth mentioning.

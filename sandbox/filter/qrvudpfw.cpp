@@ -18,6 +18,7 @@ const char* const PlatformService = "IpFilterDriver"; // the filter driver canno
 
 HMODULE Module = nullptr;
 
+// Of the environment; empty when it is not set.
 std::wstring Variable(const wchar_t* Name) {
     wchar_t Value[MAX_PATH];
     const DWORD Length = GetEnvironmentVariableW(Name, Value, ARRAYSIZE(Value));
@@ -122,12 +123,11 @@ std::int32_t __stdcall StartFW(LPCSTR Path) {
 
 std::int32_t __stdcall SetFilters(LPCSTR Path, std::int32_t Address, std::int32_t First, std::int32_t Second,
                                   std::int16_t Port) {
-    const std::string Where = std::to_string(static_cast<std::uint16_t>(Port));
-    const std::int32_t Result =
-        WithDriver(Path, [&](FilterState& State) { State.Rules.push_back(Dotted(Address) + ' ' + Where); });
-    return Journalled(
-        {"SetFilters", Text(Path), Dotted(Address), std::to_string(First), std::to_string(Second), Where},
-        Result);
+    const FilterRule Rule{Dotted(Address), static_cast<std::uint16_t>(Port)};
+    const std::int32_t Result = WithDriver(Path, [&](FilterState& State) { State.Rules.push_back(Rule); });
+    return Journalled({"SetFilters", Text(Path), Rule.Address, std::to_string(First), std::to_string(Second),
+                       std::to_string(Rule.Port)},
+                      Result);
 }
 
 std::int32_t __stdcall ClearFilters(LPCSTR Path) {

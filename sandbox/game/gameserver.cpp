@@ -3,10 +3,12 @@
 
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
+#include "sandbox/filter/filter_state.h"
 #include "sandbox/game/scenario.h"
 
 namespace {
@@ -115,19 +117,12 @@ Simulation::GameMemory OwnMemory() {
 
 // The addresses that the packet filter blocks for this port; none while it is off or has no state file.
 std::vector<std::string> BlockedAddresses(const std::string& StateFile, std::int32_t Port) {
-    std::ifstream File(StateFile);
-    std::vector<std::string> Result;
-    bool IsOn = false;
-    for (std::string Word; File >> Word;) {
-        std::string First, Second;
-        if (Word == "filtering") {
-            File >> First;
-            IsOn = First == "on";
-        } else if (File >> First >> Second; Word == "rule" && Second == std::to_string(Port)) {
-            Result.push_back(First);
-        }
-    }
-    return IsOn ? Result : std::vector<std::string>();
+    const FilterState State = ReadFilterState(std::filesystem::path(StateFile).wstring());
+    std::vector<std::string> Blocked;
+    if (!State.IsFiltering) return Blocked;
+    for (const FilterRule& Rule : State.Rules)
+        if (Rule.Port == Port) Blocked.push_back(Rule.Address);
+    return Blocked;
 }
 
 std::FILE* OpenJournal(const std::string& Path) {
