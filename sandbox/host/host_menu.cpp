@@ -1,6 +1,6 @@
 #include "sandbox/host/host_menu.h"
 
-#include <iterator>
+#include <span>
 
 namespace HostMenu {
 namespace {
@@ -15,10 +15,10 @@ struct Entry {
 
 struct Menu {
     const wchar_t* Caption;
-    std::size_t First, End; // of Entries
+    std::span<const Entry> Entries;
 };
 
-constexpr Entry Entries[] = {
+constexpr Entry ProfileEntries[] = {
     {L"&Load interface\tEnter", L"load #", nullptr},
     {L"&Disable profile", L"disable #", nullptr},
     {nullptr, nullptr, nullptr},
@@ -26,10 +26,14 @@ constexpr Entry Entries[] = {
     {L"S&top game server", L"stop #", nullptr},
     {nullptr, nullptr, nullptr},
     {L"E&xit", L"quit", nullptr},
-    // Plug-in
+};
+
+constexpr Entry PluginEntries[] = {
     {L"&Hide interface", L"hide", nullptr},
     {L"&Unload interface", L"unload", nullptr},
-    // Remote console
+};
+
+constexpr Entry ConsoleEntries[] = {
     {L"&Player list", nullptr, L"players"},
     {nullptr, nullptr, nullptr},
     {L"P&unt", nullptr, L"punt 3"},
@@ -56,23 +60,28 @@ constexpr Entry Entries[] = {
 };
 
 constexpr Menu Menus[] = {
-    {L"&Profile", 0, 7}, {L"P&lug-in", 7, 9}, {L"&Remote console", 9, std::size(Entries)}};
+    {L"&Profile", ProfileEntries}, {L"P&lug-in", PluginEntries}, {L"&Remote console", ConsoleEntries}};
 
+// Identifiers count through all menus, separators too.
 const Entry* At(int Id) {
-    const std::size_t Index = static_cast<std::size_t>(Id - FirstId);
-    return Id >= FirstId && Index < std::size(Entries) ? &Entries[Index] : nullptr;
+    int First = FirstId;
+    for (const Menu& Each : Menus) {
+        const int Size = static_cast<int>(Each.Entries.size());
+        if (Id >= First && Id < First + Size) return &Each.Entries[static_cast<std::size_t>(Id - First)];
+        First += Size;
+    }
+    return nullptr;
 }
 
 } // namespace
 
 HMENU Create() {
     const HMENU Bar = CreateMenu();
+    UINT_PTR Id = FirstId;
     for (const Menu& Each : Menus) {
         const HMENU Popup = CreatePopupMenu();
-        for (std::size_t Index = Each.First; Index < Each.End; ++Index) {
-            const Entry& Row = Entries[Index];
-            AppendMenuW(Popup, Row.Caption ? MF_STRING : MF_SEPARATOR, FirstId + Index, Row.Caption);
-        }
+        for (const Entry& Row : Each.Entries)
+            AppendMenuW(Popup, Row.Caption ? MF_STRING : MF_SEPARATOR, Id++, Row.Caption);
         AppendMenuW(Bar, MF_POPUP, reinterpret_cast<UINT_PTR>(Popup), Each.Caption);
     }
     return Bar;

@@ -7,6 +7,7 @@
 
 namespace HostMenu {
 
+// The bar, for CreateWindow: the window owns it.
 HMENU Create();
 
 // The action of a menu entry for the selected profile; empty when the entry has none.
