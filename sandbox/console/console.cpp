@@ -90,9 +90,10 @@ void Print(FILE* Target, const std::wstring& Text) {
 }
 
 int PrintUsage(const std::wstring& Why) {
-    Print(stderr, Why + L"\nconsole [--admin NAME] [--profile N] [--pipe NAME] COMMAND\n" +
-                      ConsoleCommands::Usage() +
-                      L"  host ACTION    an action of the host itself, such as \"load 2\"\n");
+    Print(stderr,
+          Why + L"\nusage: console [--admin NAME] [--profile N] [--pipe NAME] COMMAND\n" +
+              ConsoleCommands::Usage() +
+              L"  host ACTION                            an action of the host itself, such as \"load 2\"\n");
     return 2;
 }
 

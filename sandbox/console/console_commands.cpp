@@ -1,5 +1,7 @@
 #include "sandbox/console/console_commands.h"
 
+#include <algorithm>
+
 #include "sandbox/console/helper_objects.h"
 #include "sandbox/console/player_report.h"
 
@@ -7,6 +9,7 @@ namespace ConsoleCommands {
 namespace {
 
 constexpr std::size_t AnyNumber = 99;
+constexpr std::size_t UsageColumn = 40; // where what a command does begins
 
 struct Command {
     const wchar_t* Name;
@@ -15,6 +18,7 @@ struct Command {
     std::size_t Least, Most; // words after the name
     std::wstring (*Data)(const Lines& Words, const Sender& Send);
     bool Answers; // whether the result says if anything was done
+    const wchar_t* Does;
 };
 
 std::wstring Word(const Lines& Words, std::size_t At) { return At < Words.size() ? Words[At] : L""; }
@@ -85,26 +89,38 @@ std::wstring IdleData(const Lines& Words, const Sender&) {
 std::wstring RawData(const Lines& Words, const Sender&) { return Rest(Words, 2); }
 
 constexpr Command Commands[] = {
-    {L"players", L"GetPlayersRem", L"", 0, 0, nullptr, false},
-    {L"punt", L"PuntPlayerRem", L"SLOT", 1, 1, PuntData, true},
-    {L"ban", L"PuntPlayerRem", L"SLOT [REASON]", 1, AnyNumber, BanData, true},
-    {L"kill", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true},
-    {L"killperm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true},
-    {L"disarm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true},
-    {L"disarmperm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true},
-    {L"rearm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true},
-    {L"switch", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true},
-    {L"slap", L"SlapPlayerRem", L"TEXT", 1, AnyNumber, TextData, false},
-    {L"addslap", L"AddSlapRem", L"TEXT", 1, AnyNumber, TextData, false},
-    {L"editslap", L"EditSlapRem", L"OLD NEW", 2, 2, EditData, false},
-    {L"delslap", L"DeleteSlapRem", L"TEXT", 1, AnyNumber, TextData, false},
-    {L"addname", L"AddBannedRem", L"NAME whole|part [REASON]", 2, AnyNumber, AddNameData, true},
-    {L"addip", L"AddBannedRem", L"PATTERN", 1, 1, AddAddressData, true},
-    {L"removename", L"RemoveBannedRem", L"NAME [links]", 1, 2, RemoveData, true},
-    {L"removeip", L"RemoveBannedRem", L"PATTERN [links]", 1, 2, RemoveData, true},
-    {L"method", L"SetBanMethod", L"0|1", 1, 1, MethodData, false},
-    {L"idle", L"SetIdlePunt", L"on|off", 1, 1, IdleData, false},
-    {L"idlemax", L"SetIdleMax", L"MINUTES", 1, 1, TextData, false},
+    {L"players", L"GetPlayersRem", L"", 0, 0, nullptr, false,
+     L"players, ban lists, slap messages and settings"},
+    {L"punt", L"PuntPlayerRem", L"SLOT", 1, 1, PuntData, true,
+     L"throws the player in the slot off the server"},
+    {L"ban", L"PuntPlayerRem", L"SLOT [REASON]", 1, AnyNumber, BanData, true,
+     L"bans name and address of the player in the slot"},
+    {L"kill", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true,
+     L"sends the player to the spawn select screen"},
+    {L"killperm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true,
+     L"the same every five seconds until the player leaves"},
+    {L"disarm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true, L"takes the player's weapons"},
+    {L"disarmperm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true,
+     L"the same every five seconds until the player leaves"},
+    {L"rearm", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true, L"gives the weapons back"},
+    {L"switch", L"ArmPlayerRem", L"NAME", 1, AnyNumber, ArmData, true, L"moves the player to the other team"},
+    {L"slap", L"SlapPlayerRem", L"TEXT", 1, AnyNumber, TextData, false,
+     L"a message to everybody on the server"},
+    {L"addslap", L"AddSlapRem", L"TEXT", 1, AnyNumber, TextData, false, L"adds a slap message"},
+    {L"editslap", L"EditSlapRem", L"OLD NEW", 2, 2, EditData, false, L"changes a slap message"},
+    {L"delslap", L"DeleteSlapRem", L"TEXT", 1, AnyNumber, TextData, false, L"deletes a slap message"},
+    {L"addname", L"AddBannedRem", L"NAME whole|part [REASON]", 2, AnyNumber, AddNameData, true,
+     L"bans a name, or every name with that part"},
+    {L"addip", L"AddBannedRem", L"PATTERN", 1, 1, AddAddressData, true,
+     L"bans an address or a range such as 10.0.*"},
+    {L"removename", L"RemoveBannedRem", L"NAME [links]", 1, 2, RemoveData, true,
+     L"ends the ban; with \"links\" also of its addresses"},
+    {L"removeip", L"RemoveBannedRem", L"PATTERN [links]", 1, 2, RemoveData, true,
+     L"ends the ban; with \"links\" also of its names"},
+    {L"method", L"SetBanMethod", L"0|1", 1, 1, MethodData, false,
+     L"0 is Game Command Line, 1 is Kernel Driver"},
+    {L"idle", L"SetIdlePunt", L"on|off", 1, 1, IdleData, false, L"whether idle players are punted"},
+    {L"idlemax", L"SetIdleMax", L"MINUTES", 1, 1, TextData, false, L"after how long"},
 };
 
 const Command& Find(const Lines& Words) {
@@ -132,8 +148,13 @@ std::wstring Run(const Lines& Words, const Sender& Send) {
 
 std::wstring Usage() {
     std::wstring Text;
-    for (const Command& Each : Commands) Text += L"  " + std::wstring(Each.Name) + L" " + Each.Words + L"\n";
-    return Text + L"  raw MEMBER [DATA]\n";
+    for (const Command& Each : Commands) {
+        std::wstring Line = L"  " + std::wstring(Each.Name) + L" " + Each.Words;
+        Line.resize(std::max(Line.size(), UsageColumn), L' ');
+        Text += Line + L" " + Each.Does + L"\n";
+    }
+    return Text +
+           L"  raw MEMBER [DATA]                      the request as it is; MEMBER such as SlapPlayerRem\n";
 }
 
 } // namespace ConsoleCommands

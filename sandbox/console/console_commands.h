@@ -16,7 +16,7 @@ using Sender =
 // word is missing, when the host refuses, and when the plug-in says that nothing was done.
 std::wstring Run(const Lines& Words, const Sender& Send);
 
-// Every command with its words, a line each.
+// Every command with its words and what it does, a line each.
 std::wstring Usage();
 
 } // namespace ConsoleCommands
