@@ -45,6 +45,7 @@ void Remember(Long Index, std::size_t Id, const std::wstring& Name, const Activi
 double LimitSeconds(Long Index) { return ToNumber(PeriodOr5(ReadSetting(Index, Setting::IdleMax))) * 60.0; }
 
 void PuntIdle(Long Index, const std::wstring& Name, Long Id) {
+    if (ReadMapped(Index, L"GameState") <= 1) return; // no punt while no game runs, and nothing to announce
     if (PuntInTick(Index, Name, {}, Id)) SendServerMessage(Index, Name + L" has been punted for being idle!");
 }
 

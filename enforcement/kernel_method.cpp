@@ -33,7 +33,7 @@ void RebuildFilters(Long Index, std::int16_t GamePort, Place Where) {
         for (const std::wstring& Line : FileHelper::GetIniSection(IpsSection, File, Where)) {
             if (Line.empty() || IsPattern(Line)) continue;
             const std::wstring Key = FileHelper::ParseIniEntry(Line, Where).first;
-            if (Key == L"*") continue; // a pattern as well
+            if (Key.empty() || Key == L"*") continue; // "=..." by hand; a pattern as well
             PacketFilter::SetFilters(Device, IpToLong(Key, Where), GamePort, Where);
         }
     }

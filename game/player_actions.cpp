@@ -5,6 +5,7 @@
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/player_records.h"
+#include "game/player_table.h"
 #include "game/show_msg.h"
 #include "host/memory_helper.h"
 #include "host/platform.h"
@@ -51,19 +52,23 @@ void ShowIf(bool ShowBoxes, MsgKind Kind, TextView Text, Long Index) {
 
 enum class BanResult { Stored, WithoutName, AlreadyBanned };
 
-// Writes link, name entry and address entry. What the game reports as a name may hold anything; the files
-// must not.
+// Writes link, name entry and address entry; a player whose address is not known is banned by name alone, as
+// everybody else without one would be banned with him. What the game reports as a name may hold anything; the
+// files must not.
 BanResult StoreBan(Long Index, TextView PlayerName, TextView Ip, TextView Reason, TextView Stamp) {
     const std::wstring Name = WithoutLineBreaks(PlayerName);
-    RefuseUnlessKey(Trim(Ip)); // before anything is written
+    const std::wstring Address = Trim(Ip);
+    RefuseUnlessKey(Address); // before anything is written
+    const bool HasAddress = !Address.empty() && Address != NoAddress;
     EnsureSettingsFolder(Index);
-    AddBanReference(mdlVNT::SettingsFolder(Index), mdlVNT::BannedReferencePath(Index), Name, Ip);
+    if (HasAddress)
+        AddBanReference(mdlVNT::SettingsFolder(Index), mdlVNT::BannedReferencePath(Index), Name, Address);
     // Kept on purpose: entries carry a tag, so that this finds only a bare key that somebody wrote by hand.
     if (!FileHelper::GetIniKey(NamesSection, Name, mdlVNT::BannedNamesPath(Index)).empty())
         return BanResult::AlreadyBanned;
     const bool NameStored = StoreBannedName(Index, Name + std::wstring(WholeName), Stamp,
                                             Trim(Reason).empty() ? L"None" : Reason);
-    StoreBannedIp(Index, Ip, Stamp);
+    if (HasAddress) StoreBannedIp(Index, Address, Stamp);
     return NameStored ? BanResult::Stored : BanResult::WithoutName;
 }
 

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr TextView NoAddress = L"0.0.0.0";
 constexpr TextView ServerName = L"Host"; // the server's own entry
 
 // The addresses and counts that one read of the table works with, read once at its start.

@@ -8,6 +8,8 @@
 
 // Name of a nameless player in "ARRAY" mode, which the sweep punts.
 inline constexpr TextView NamelessPlayer = L"PUNT_PLAYER";
+// Address of a player whose address the server does not know (yet).
+inline constexpr TextView NoAddress = L"0.0.0.0";
 inline constexpr Long MaxSlot = 50;
 
 struct ListedPlayer {

@@ -53,16 +53,15 @@ public:
         : Index(Profile), Added(AddedEntries), Stamp(TimeStamp()),
           NamesFile(mdlVNT::BannedNamesPath(Profile)), IpsFile(mdlVNT::BannedIpsPath(Profile)) {}
 
+    // Name and address are judged apart: who bears a name that no list can hold is banned by his address.
     void AddLine(const std::wstring& Line) {
         const ForeignBan Ban = ParseLine(Line);
-        const bool Empty = Ban.Name.empty() && Ban.Address.empty();
-        if (Empty || !CanBeKey(Ban.Name) || !CanBeKey(Ban.Address)) {
-            ++Counts.Invalid;
-            return;
-        }
-        if (!Ban.Name.empty()) AddName(Ban);
-        if (!Ban.Address.empty()) AddAddress(Ban.Address);
-        if (!Ban.Name.empty() && !Ban.Address.empty())
+        const bool HasName = IsPresent(Ban.Name);
+        const bool HasAddress = IsPresent(Ban.Address);
+        if (Ban.Name.empty() && Ban.Address.empty()) ++Counts.Invalid;
+        if (HasName) AddName(Ban);
+        if (HasAddress) AddAddress(Ban.Address);
+        if (!Ban.Name.empty() && HasAddress)
             AddBanReference(mdlVNT::SettingsFolder(Index), mdlVNT::BannedReferencePath(Index), Ban.Name,
                             Ban.Address);
     }
@@ -70,6 +69,13 @@ public:
     ImportCounts Counts;
 
 private:
+    // Whether there is something to store; what cannot be is counted as invalid.
+    bool IsPresent(const std::wstring& Field) {
+        const bool CanBeStored = CanBeKey(Field);
+        if (!CanBeStored) ++Counts.Invalid;
+        return CanBeStored && !Field.empty();
+    }
+
     void AddName(const ForeignBan& Ban) {
         ++Counts.Found;
         // Kept on purpose: the bare tag digit never finds a stored entry, so that an import refreshes the

@@ -1,5 +1,7 @@
 #include "lists/ban_references.h"
 
+#include <algorithm>
+
 #include "game/mdlVNT.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
@@ -9,6 +11,9 @@
 namespace {
 
 Long UpperBound(const Lines& Section) { return static_cast<Long>(Section.size()) - 1; }
+
+// The system writes a section's name without the blanks around it, and does not find it with them.
+std::wstring SectionOf(TextView Name) { return Trim(Name); }
 
 // Takes the address out of a name's section. Answers whether the name was linked to it.
 bool UnlinkFromName(TextView Name, TextView Address, TextView File, Place Where) {
@@ -25,12 +30,11 @@ void AddBanReference(TextView SettingsFolder, TextView ReferenceFile, TextView N
                      Place Where) {
     if (!Platform::FolderExists(SettingsFolder)) Platform::CreateFolder(SettingsFolder, Where);
     if (!Platform::FileExists(ReferenceFile)) Platform::CreateEmptyFile(ReferenceFile, Where);
-    const Lines Section = FileHelper::GetIniSection(Name, ReferenceFile, Where);
-    for (const std::wstring& Line : Section)
-        if (!Trim(Line).empty() && FileHelper::ParseIniKey(Line, Where) == Address) return;
-    // The array ends with one empty element, so that its upper bound is the number of links.
-    const Long Key = UpperBound(Section) < 0 ? 0 : UpperBound(Section);
-    FileHelper::WriteIniKey(Name, ToText(Key), Address, ReferenceFile, Where);
+    const std::wstring Section = SectionOf(Name);
+    const Entries Present = ReadEntries(Section, ReferenceFile, Where);
+    const bool IsLinked =
+        std::any_of(Present.begin(), Present.end(), [&](const auto& Link) { return Link.second == Address; });
+    if (!IsLinked) FileHelper::WriteIniKey(Section, FreeKey(Present), Address, ReferenceFile, Where);
 }
 
 void UnlinkAddress(Long Index, TextView Address, const std::function<void(const std::wstring&)>& OnLinked,
@@ -48,9 +52,14 @@ void UnlinkAddress(Long Index, TextView Address, const std::function<void(const 
     Failed.Throw();
 }
 
-Lines TakeLinkedAddresses(Long Index, TextView Name, Place Where) {
+void UnlinkName(Long Index, TextView Name, const std::function<void(const std::wstring&)>& OnLinked,
+                Place Where) {
     const std::wstring File = mdlVNT::BannedReferencePath(Index);
-    Lines Addresses = ValuesOf(ReadEntries(Name, File, Where));
-    FileHelper::ClearIniSection(Name, File, Where);
-    return Addresses;
+    const std::wstring Section = SectionOf(Name);
+    FirstFailure Failed;
+    for (const std::wstring& Address : ValuesOf(ReadEntries(Section, File, Where)))
+        Failed.Try([&] { OnLinked(Address); });
+    // While an address is left, the links still lead to it.
+    Failed.Throw();
+    FileHelper::ClearIniSection(Section, File, Where);
 }

@@ -16,5 +16,7 @@ void AddBanReference(TextView SettingsFolder, TextView ReferenceFile, TextView N
 void UnlinkAddress(Long Index, TextView Address, const std::function<void(const std::wstring&)>& OnLinked,
                    Place Where = Place::current());
 
-// The addresses linked to a name; its section is cleared.
-Lines TakeLinkedAddresses(Long Index, TextView Name, Place Where = Place::current());
+// Calls OnLinked with each address that is linked to the name, and then clears the name's section. Where one
+// call fails, the rest is still done; then the failure is thrown and the section stays.
+void UnlinkName(Long Index, TextView Name, const std::function<void(const std::wstring&)>& OnLinked,
+                Place Where = Place::current());

@@ -1,5 +1,7 @@
 #include "lists/numbered_section.h"
 
+#include <algorithm>
+
 #include "host/file_helper.h"
 #include "lists/first_failure.h"
 
@@ -49,6 +51,16 @@ Lines ValuesOf(const Entries& Present) {
     Lines Values;
     for (const auto& [Key, Value] : Present) Values.push_back(Value);
     return Values;
+}
+
+std::wstring FreeKey(const Entries& Present) {
+    std::size_t Number = Present.size();
+    const auto IsTaken = [&] {
+        return std::any_of(Present.begin(), Present.end(),
+                           [&](const auto& Entry) { return Entry.first == KeyAt(Number); });
+    };
+    while (IsTaken()) ++Number;
+    return KeyAt(Number);
 }
 
 void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,

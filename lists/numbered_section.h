@@ -13,6 +13,9 @@ using Entries = std::vector<std::pair<std::wstring, std::wstring>>;
 Entries ReadEntries(TextView Section, TextView File, Place Where = Place::current());
 Lines ValuesOf(const Entries& Present);
 
+// The key for a further value: the number of entries, or the next one that is free in a section with gaps.
+std::wstring FreeKey(const Entries& Present);
+
 // Makes the values the whole section, numbered from "0"; Present is what stands there. A section without gaps
 // is changed in place and what is too much deleted last: a process killed on the way leaves a value twice,
 // but none is missing; for the same reason the first write that fails ends it. A section with gaps, edited by

@@ -39,15 +39,8 @@ std::optional<Lines> ReadSlaps(Long Index, Place Where) {
 
 void AddSlap(Long Index, TextView Message, Place Where) {
     const Entries Present = ReadSection(Index, Where);
-    std::size_t Key = Present.size();
-    // In a file with gaps, edited by hand, the key may be taken.
-    const auto Taken = [&] {
-        return std::any_of(Present.begin(), Present.end(),
-                           [&](const auto& Slap) { return Slap.first == std::to_wstring(Key); });
-    };
-    while (Taken()) ++Key;
     EnsureSettingsFolder(Index, Where);
-    WriteSlap(Index, std::to_wstring(Key), Message, Where);
+    WriteSlap(Index, FreeKey(Present), Message, Where);
 }
 
 bool EditSlap(Long Index, TextView Old, TextView New, std::size_t Expected, Place Where) {

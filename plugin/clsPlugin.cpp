@@ -155,6 +155,7 @@ HRESULT clsPlugin::GetPrivis(VARIANT* Result) noexcept {
 }
 
 HRESULT clsPlugin::LoadInterface(LONG Index, LONG pHwnd, VARIANT PDAT, BSTR) noexcept {
+    if (Index == 0) return S_OK; // before anything is looked at
     Trapped(L"LoadInterface", Index, [&] { ::LoadInterface(Index, pHwnd, PdatFrom(PDAT)); });
     return S_OK;
 }

@@ -57,9 +57,10 @@ void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) noexcept {
                      PdatNumber(Data, PdatElement::AreaHeight) / frmVNT::TwipsPerPixelY() - LessHeight);
         frmVNT::Load();
         frmVNT::ShowFirstPage();
-        frmVNT::SetParent(pHwnd);
+        // A host window that is none leaves the interface hidden; the profile is swept all the same.
+        const bool Embedded = Trapped(L"LoadInterface", Index, [&] { frmVNT::SetParent(pHwnd); });
         frmVNT::FormReload();
-        frmVNT::Show();
+        if (Embedded) frmVNT::Show();
         frmVNT::LoadSweepTimer(Index, SweepMilliseconds);
     });
 }

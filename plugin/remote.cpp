@@ -108,7 +108,7 @@ void RemoveName(Long Index, const std::wstring& Name, bool WithLinks) {
     DeleteBannedName(Index, Name + std::wstring(WholeName));
     DeleteBannedName(Index, Name + std::wstring(PartOfName));
     if (!WithLinks) return;
-    for (const std::wstring& Address : TakeLinkedAddresses(Index, Name)) DeleteBannedIp(Index, Address);
+    UnlinkName(Index, Name, [&](const std::wstring& Address) { DeleteBannedIp(Index, Address); });
 }
 
 void RemoveIp(Long Index, const std::wstring& Address, bool WithLinks) {

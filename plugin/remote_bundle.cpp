@@ -49,8 +49,10 @@ void WriteBundle(Long Index, const std::wstring& PlayersFile, const std::wstring
 } // namespace
 
 void BuildReply(Long Index, std::wstring& Reply) {
+    // Players who were read are worth having although another one could not be; a failure is reported
+    // already.
     const PlayerArray Players = GetPlayerList(Index, L"REMOTE");
-    if (!Players.Complete) return; // reported
+    if (Players.BySlot.empty()) return;
     EnsureSettingsFolder(Index);
     const std::wstring PlayersFile = mdlVNT::SettingsFolder(Index) + L"\\tmpplayerlist.txt";
     const std::wstring BundleFile = mdlVNT::SettingsFolder(Index) + L"\\tmpplayerlistzip.txt";

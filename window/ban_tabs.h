@@ -12,5 +12,8 @@ void ShowBannedIps(Long Index);
 void AppendBannedName(TextView Item);
 void AppendBannedIp(TextView Address);
 
+// Appends what a ban has stored for a player, unless the lists have it already; for the profile they show.
+void ShowNewBan(Long Index, const std::wstring& Name, const std::wstring& Ip);
+
 // Both lists, their details and the boxes below them, for another profile.
 void ClearBanTabs();

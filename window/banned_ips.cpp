@@ -14,14 +14,14 @@ namespace {
 
 void RemoveLinkedName(Long Index, const std::wstring& Name) {
     if (ListsShow(Index))
-        lstBannedNames.Remove(FindListItem(lstBannedNames, std::wstring(WholeName) + L" " + Trim(Name)));
+        RemoveItem(lstBannedNames, FindListItem(lstBannedNames, std::wstring(WholeName) + L" " + Trim(Name)));
     FileHelper::WriteIniKey(NamesSection, Name + std::wstring(WholeName), std::nullopt,
                             mdlVNT::BannedNamesPath(Index));
 }
 
 void AddIp(Long Index) {
-    const std::wstring Address = txtAddIp.Text();
-    if (Address.empty()) return;
+    if (txtAddIp.Text().empty()) return;
+    const std::wstring Address = Trim(txtAddIp.Text()); // as it will be stored
     if (!IsValidIp(Address)) {
         ShowMsg(MsgKind::Failed, L"IP Address format is invalid.", Index);
         return;
@@ -57,6 +57,14 @@ void ShowBannedIps(Long Index) {
 }
 
 void AppendBannedIp(TextView Address) { lstBannedIps.Add(Address); }
+
+void ShowNewBan(Long Index, const std::wstring& Name, const std::wstring& Ip) {
+    if (!ListsShow(Index)) return;
+    const std::wstring Key = Name + std::wstring(WholeName);
+    if (!HasItem(lstBannedNames, ItemOfKey(Key)) && !BannedNameDetails(Index, Key).Date.empty())
+        AppendBannedName(ItemOfKey(Key));
+    if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Index, Ip).empty()) AppendBannedIp(Ip);
+}
 
 void ClearBanTabs() {
     for (const ListBox& List : {lstBannedNames, lstBannedIps}) {

@@ -15,12 +15,10 @@ namespace {
 constexpr std::size_t ItemPrefix = 4; // "[1] "
 constexpr std::size_t TagLength = 3;  // "[1]"
 
-void RemoveLinkedIps(Long Index, TextView Name) {
-    for (const std::wstring& Address : TakeLinkedAddresses(Index, Name)) {
-        if (Address.empty()) continue; // a damaged link: every item begins with nothing
-        if (ListsShow(Index)) lstBannedIps.Remove(FindListItem(lstBannedIps, Address));
-        FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Index));
-    }
+void RemoveLinkedIp(Long Index, const std::wstring& Address) {
+    if (Address.empty()) return; // a damaged link: every item begins with nothing
+    if (ListsShow(Index)) RemoveItem(lstBannedIps, FindListItem(lstBannedIps, Address));
+    FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Index));
 }
 
 void AddName(Long Index) {
@@ -47,7 +45,8 @@ void RemoveName(Long Index) {
     RemoveSelected(lstBannedNames);
     if (Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
                            L"Remove Banned Name"))
-        RemoveLinkedIps(Index, TextView(Key).substr(0, Key.size() - TagLength));
+        UnlinkName(Index, TextView(Key).substr(0, Key.size() - TagLength),
+                   [&](const std::wstring& Address) { RemoveLinkedIp(Index, Address); });
     ShowMsg(MsgKind::Success, L"Name Removed Successfully.", Index);
 }
 

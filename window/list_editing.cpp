@@ -38,9 +38,19 @@ void SelectAndShow(const ListBox& List, int Index) {
     Raise(List.Id, Event::Click);
 }
 
-void RemoveSelected(const ListBox& List) {
-    List.Remove(List.Selected());
-    SelectAndShow(List, List.Count() > 0 ? 0 : -1);
+void RemoveItem(const ListBox& List, int Index) {
+    const bool WasSelected = Index >= 0 && Index == List.Selected();
+    List.Remove(Index);
+    if (WasSelected) SelectAndShow(List, List.Count() > 0 ? 0 : -1);
+}
+
+void RemoveSelected(const ListBox& List) { RemoveItem(List, List.Selected()); }
+
+bool HasItem(const ListBox& List, TextView Text) {
+    const int Count = List.Count();
+    for (int Index = 0; Index < Count; ++Index)
+        if (List.Item(Index) == Text) return true;
+    return false;
 }
 
 int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }

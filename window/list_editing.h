@@ -8,8 +8,11 @@
 bool ListsShow(Long Index);
 // Selects an item (-1: none) and runs the list's click handler, as a click on it would.
 void SelectAndShow(const ListBox& List, int Index);
-// Takes the selected item out of the list and selects the first one that is left.
+// Takes an item out of the list (-1: none); when it was the selected one, selects the first that is left.
+void RemoveItem(const ListBox& List, int Index);
 void RemoveSelected(const ListBox& List);
+// Whether the list has exactly this item.
+bool HasItem(const ListBox& List, TextView Text);
 
 // The first item that begins with the text, without regard to case; -1 for none. A longer item that comes
 // first is found too, on purpose: "[1] Bob" finds "[1] Bobby".

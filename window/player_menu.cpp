@@ -5,6 +5,7 @@
 #include "game/show_msg.h"
 #include "host/platform.h"
 #include "lists/slap_messages.h"
+#include "window/ban_tabs.h"
 #include "window/handlers.h"
 #include "window/menus.h"
 #include "window/player_rows.h"
@@ -41,7 +42,8 @@ bool IsStillThere(Long Index, const ListedPlayer& Player) {
 void PuntFromSlot(Long Index, const ListedPlayer& Player, bool Ban, TextView Reason) {
     const Hourglass AfterTheReasonBox;
     const bool There = IsStillThere(Index, Player);
-    if (There) PuntPlayer(Index, Player.Name, Player.Ip, Player.Slot, Ban, Reason, false);
+    if (There && PuntPlayer(Index, Player.Name, Player.Ip, Player.Slot, Ban, Reason, false) && Ban)
+        ShowNewBan(Index, WithoutLineBreaks(Player.Name), Player.Ip);
     RefreshGrid();
     if (!There) ShowMsg(MsgKind::Failed, L"The selected player is no longer in this slot!", Index);
 }

@@ -10,11 +10,18 @@
 
 namespace {
 
+// The list as the file has it now: what was typed may be stored otherwise (blanks at its ends are lost), and
+// remote consoles change it, too.
+void ShowStoredSlaps(Long Index, int Selected) {
+    if (const std::optional<Lines> Messages = ReadSlaps(Index)) lstSlaps.Fill(*Messages);
+    lstSlaps.Select(Selected);
+}
+
 void AddMessage(Long Index) {
     const std::wstring Message = txtSlap.Text();
     if (Message.empty()) return;
     AddSlap(Index, Message);
-    lstSlaps.Add(Message);
+    ShowStoredSlaps(Index, lstSlaps.Selected());
     txtSlap.SetText(L"");
     LoadSlapMenu(Index);
     ShowMsg(MsgKind::Success, L"Slap message added successfully.", Index);
@@ -26,9 +33,9 @@ void EditMessage(Long Index) {
     const int Selected = lstSlaps.Selected();
     if (Message.empty() || Selected < 0) return;
     const std::wstring Old = lstSlaps.Item(Selected);
-    lstSlaps.Replace(Selected, Message);
     // One that a remote console has deleted meanwhile is written again.
     if (!EditSlap(Index, Old, Message, static_cast<std::size_t>(Selected))) AddSlap(Index, Message);
+    ShowStoredSlaps(Index, Selected);
     LoadSlapMenu(Index);
 }
 
@@ -37,8 +44,8 @@ void DeleteMessage(Long Index) {
     if (Selected < 0) Fail(ErrorNumber::InvalidCall);
     cmdSlapEdit.Enable(false); // what was being edited may be gone
     const std::wstring Message = lstSlaps.Item(Selected);
-    lstSlaps.Remove(Selected);
     DeleteSlap(Index, Message, static_cast<std::size_t>(Selected));
+    ShowStoredSlaps(Index, -1);
     LoadSlapMenu(Index);
 }
 

@@ -41,14 +41,17 @@ std::string ReadKey(const std::string& Section, const std::string& Key, const st
 
 void WriteKey(const std::string& Section, const std::optional<std::string>& Key,
               const std::optional<std::string>& Value, const std::string& File) {
-    const bool Exists = GetFileAttributesA(File.c_str()) != INVALID_FILE_ATTRIBUTES;
+    const DWORD Attributes = GetFileAttributesA(File.c_str());
+    const bool Exists = Attributes != INVALID_FILE_ATTRIBUTES;
     if (!Exists && !(Key && Value)) return; // nothing to remove
+    const bool IsReadOnly = Exists && (Attributes & FILE_ATTRIBUTE_READONLY) != 0;
     const std::string Copy = File + ".new";
     const auto WriteTo = [&](const std::string& Target) {
         return WritePrivateProfileStringA(Section.c_str(), Pointer(Key), Pointer(Value), Target.c_str()) !=
                FALSE;
     };
-    bool Done = (!Exists || CopyFileA(File.c_str(), Copy.c_str(), FALSE)) && WriteTo(Copy);
+    SetFileAttributesA(Copy.c_str(), FILE_ATTRIBUTE_NORMAL); // one that a killed process left
+    bool Done = !IsReadOnly && (!Exists || CopyFileA(File.c_str(), Copy.c_str(), FALSE)) && WriteTo(Copy);
     if (Done && !MoveFileExA(Copy.c_str(), File.c_str(), MOVEFILE_REPLACE_EXISTING))
         Done = WriteTo(File); // somebody has it open: better in place than not at all
     DeleteFileA(Copy.c_str());

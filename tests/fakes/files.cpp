@@ -46,7 +46,7 @@ void ParseLine(File& Parsed, const std::wstring& Line) {
     const auto Equals = Line.find(L'=');
     if (Parsed.Sections.empty() || Equals == std::wstring::npos) return;
     auto& [Section, SectionLines] = Parsed.Sections.back();
-    SectionLines.push_back(Line);
+    SectionLines.push_back(Trim(Line)); // blanks at the ends are lost, as on the real system
     Parsed.Keys[Lower(Section)].emplace(Lower(Trim(TextView(Line).substr(0, Equals))),
                                         Unquoted(Line.substr(Equals + 1)));
 }

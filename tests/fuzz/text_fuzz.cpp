@@ -126,7 +126,7 @@ void HandEditedFiles(Input& From) {
         AddBanReference(mdlVNT::SettingsFolder(Profile), mdlVNT::BannedReferencePath(Profile), L"Bob",
                         L"1.2.3.4");
         UnlinkAddress(Profile, L"1.2.3.4", [](const std::wstring&) {});
-        TakeLinkedAddresses(Profile, L"Bob");
+        UnlinkName(Profile, L"Bob", [](const std::wstring&) {});
     });
     Run("second tick", MostCalls, MostReports, [] { tmrVN_Timer(Profile); });
 }

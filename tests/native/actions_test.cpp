@@ -59,6 +59,16 @@ TEST(Ban, WritesLinkNameAndAddressThenPunts) {
               L"2024-05-06 7:08:09[-]None");
 }
 
+TEST(Ban, APlayerWithoutAKnownAddressIsBannedByNameAlone) {
+    for (const TextView Ip : {L"", L" ", L"0.0.0.0"}) {
+        Server Game;
+        EXPECT_TRUE(PuntPlayer(Profile, L"Bob", Ip, L"7", true, {}, true));
+        EXPECT_EQ(Commands(), Lines{L"punt 07"});
+        EXPECT_FALSE(Outside::HasFile(SettingsFile(L"BannedIps.ini")) ||
+                     Outside::HasFile(SettingsFile(L"BannedReference.ini")));
+    }
+}
+
 TEST(Ban, ABareKeyInTheNamesFileStopsIt) {
     Server Game;
     Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", L"Bob", L"by hand");

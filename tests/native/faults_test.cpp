@@ -28,7 +28,6 @@ struct Scenario {
 };
 
 constexpr TextView Readers = L"GetPlayerList GetPing GetPlayerExtras";
-constexpr TextView Punters = L"GetPlayerList GetPing GetPlayerExtras PuntPlayer";
 constexpr TextView Sweepers = L"tmrVN GetPlayerList KillPlayer PuntPlayer";
 
 Scenario ForBob(const char* Name, TextView Reporters, int Entry) {
@@ -79,9 +78,9 @@ const Scenario Scenarios[] = {
 
     // The two permanent entries make no call: what they add, the ticks carry out.
     ForBob("mnuRefresh", Readers, ID_mnuRefresh),
-    ForBob("mnuPunt", Punters, ID_mnuPunt),
-    ForBob("mnuBan1", Punters, ID_mnuBan1),
-    ForBob("mnuBan2", Punters, ID_mnuBan2),
+    ForBob("mnuPunt", L"GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuPunt),
+    ForBob("mnuBan1", L"mnuBan1 GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuBan1),
+    ForBob("mnuBan2", L"mnuBan2 GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuBan2),
     ForBob("mnuSwitch", L"mnuSwitch SwitchTeam", ID_mnuSwitch),
     ForBob("mnuKill", L"KillPlayer", ID_mnuKill),
     ForBob("mnuDisarm", L"ArmPlayer", ID_mnuDisarm),

@@ -35,6 +35,14 @@ TEST(Idle, LimitInMinutes) {
     }
 }
 
+TEST(Idle, NothingIsAnnouncedWhileNoGameRuns) {
+    Server Game(ServerSettings{.State = 0});
+    Game.Join(3, "Bob");
+    SetIdle(L"1", L"1");
+    EXPECT_EQ(TickOfPunt(20), 0);
+    EXPECT_TRUE(Outside::Recorded(L"MSG").empty());
+}
+
 TEST(Idle, OnlyWhenSwitchedOnWithExactlyOne) {
     for (const TextView On : {L"0", L"", L"True", L"2"}) {
         Server Game;

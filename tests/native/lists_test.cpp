@@ -49,8 +49,22 @@ TEST(References, UnlinkingRenumbersWhatStays) {
     EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"1"), L"3.3.3.3");
     EXPECT_EQ(References().find(L"2.2.2.2"), std::wstring::npos);
     EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Ann", L"0"), L"4.4.4.4");
-    EXPECT_EQ(TakeLinkedAddresses(Profile, L"Bob"), (Lines{L"1.1.1.1", L"3.3.3.3"}));
+    Linked.clear();
+    UnlinkName(Profile, L"Bob", [&](const std::wstring& Address) { Linked.push_back(Address); });
+    EXPECT_EQ(Linked, (Lines{L"1.1.1.1", L"3.3.3.3"}));
     EXPECT_EQ(References().find(L"1.1.1.1"), std::wstring::npos);
+}
+
+TEST(References, BlanksAroundANameAndGapsCostNoLink) {
+    Server Game;
+    Outside::PutFile(SettingsFile(L"BannedReference.ini"), L"[Ann]\r\n0=1.1.1.1\r\n2=2.2.2.2\r\n");
+    const std::wstring File = SettingsFile(L"BannedReference.ini");
+    for (const TextView Address : {L"3.3.3.3", L"4.4.4.4", L"3.3.3.3"})
+        AddBanReference(mdlVNT::SettingsFolder(Profile), File, L"Ann ", Address);
+    Lines Linked;
+    UnlinkName(Profile, L"Ann ", [&](const std::wstring& Address) { Linked.push_back(Address); });
+    EXPECT_EQ(Linked, (Lines{L"1.1.1.1", L"2.2.2.2", L"3.3.3.3", L"4.4.4.4"}));
+    EXPECT_EQ(References(), L"");
 }
 
 // A write that fails ends a change in place, as the end of the process would.
@@ -139,6 +153,11 @@ TEST(Import, CountsAddsAndLinks) {
     EXPECT_EQ(Added.size(), 5u);
     // Again: names are refreshed, addresses skipped.
     EXPECT_EQ(ImportBanFile(Profile, L"C:\\bans.txt", Added).Skipped, 3);
+    // A name that no list can hold does not save its address.
+    Outside::PutFile(L"C:\\bans.txt", ForeignLine(L"10.0.0.9", L"[clan]Eve;", L"x;") + L"\r\n");
+    const ImportCounts Clan = ImportBanFile(Profile, L"C:\\bans.txt", Added);
+    EXPECT_EQ(Clan.Added + Clan.Invalid * 10, 11);
+    EXPECT_EQ(GetBannedIps(Profile)->back(), L"10.0.0.9");
 }
 
 // The sample files, with the figures that are given for them. A field that is missing ends an import and

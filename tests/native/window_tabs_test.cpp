@@ -86,12 +86,12 @@ TEST_F(Window, TheRefreshTimerTakesANewIntervalAtItsNextTick) {
 
 TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
     Open();
-    for (const TextView Text : {L"one", L"50% & [1] = ;|", L"three"}) {
+    for (const TextView Text : {L"one", L"50% & [1] = ;|", L"three "}) {
         FakeWindow::Type(ID_txtSlap, Text);
         FakeWindow::PressEnter(ID_txtSlap);
     }
     EXPECT_EQ(Boxes(), Lines(3, L"Box Success Slap message added successfully."));
-    EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=one\r\n1=50% & [1] = ;|\r\n2=three\r\n");
+    EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=one\r\n1=50% & [1] = ;|\r\n2=three \r\n");
     EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
     FakeWindow::DoubleClick(ID_lstSlaps, 0);
     EXPECT_TRUE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
@@ -180,9 +180,11 @@ TEST_F(Window, HidingStopsTheRefreshAndLeavesTheSweepsRunning) {
     FakeWindow::TimersLeft = 0;
     Open(7, L"Server3");
     EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 7 Out of memory"});
+    FakeWindow::TimersLeft = 1000;
     Outside::Reports.clear();
     LoadInterface(8, 1234, HostData());
     EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 5 Invalid procedure call or argument"});
+    EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + 8), 5000) << "swept, although it cannot be shown";
 }
 
 // --- Odd names

@@ -188,6 +188,8 @@ TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
         EXPECT_EQ(FakeWindow::Rows().size(), Game.World.Players[12].Present ? 2u : 1u)
             << "refreshed after a punt";
     }
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[1] Rita"}) << "shown at once, and once";
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.9"});
     EXPECT_TRUE(mdlVNT::KillPermList(Profile).Contains(L"Rita"));
     EXPECT_TRUE(mdlVNT::DisarmPermList(Profile).Contains(L"Rita"));
     EXPECT_TRUE(Outside::Reports.empty());
