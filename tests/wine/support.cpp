@@ -101,10 +101,12 @@ int ReportsOf(const std::string& Procedure) {
 }
 
 Ended RunProgram(const std::wstring& CommandLine) {
-    const fs::path Log = fs::path(BaseFolder()) / L"output.txt";
+    // A file for each: one that has just ended may still hold its own open.
+    static int Programs = 0;
+    const std::wstring Log = L"output" + std::to_wstring(++Programs) + L".txt";
     SECURITY_ATTRIBUTES Inherited{sizeof Inherited, nullptr, TRUE};
-    const HANDLE Output =
-        CreateFileW(Log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &Inherited, CREATE_ALWAYS, 0, nullptr);
+    const HANDLE Output = CreateFileW((BaseFolder() + L"\\" + Log).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
+                                      &Inherited, CREATE_ALWAYS, 0, nullptr);
     STARTUPINFOW Startup{};
     Startup.cb = sizeof Startup;
     Startup.dwFlags = STARTF_USESTDHANDLES;
@@ -122,7 +124,7 @@ Ended RunProgram(const std::wstring& CommandLine) {
     GetExitCodeProcess(Process.hProcess, &ExitCode);
     CloseHandle(Process.hThread);
     CloseHandle(Process.hProcess);
-    return {ExitCode, ReadText(L"output.txt")};
+    return {ExitCode, ReadText(Log)};
 }
 
 } // namespace Support
