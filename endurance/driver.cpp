@@ -7,11 +7,15 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/wine/support.h"
+
 namespace Driver {
+
+using Support::ControlOf;
 
 namespace {
 
-std::wstring File;
+std::wstring ImportFile;
 
 // Posted, because a box that is asked from outside its own loop would end inside this call.
 BOOL CALLBACK Answer(HWND Box, LPARAM) {
@@ -19,7 +23,7 @@ BOOL CALLBACK Answer(HWND Box, LPARAM) {
     GetClassNameW(Box, Class, 16);
     if (std::wstring(Class) != L"#32770" || !IsWindowVisible(Box)) return TRUE;
     const HWND Name = GetDlgItem(Box, cmb13) != nullptr ? GetDlgItem(Box, cmb13) : GetDlgItem(Box, edt1);
-    if (Name != nullptr) SetWindowTextW(Name, File.c_str());
+    if (Name != nullptr) SetWindowTextW(Name, ImportFile.c_str());
     const WPARAM Button = GetDlgItem(Box, IDYES) != nullptr ? IDYES : IDOK;
     PostMessageW(Box, WM_COMMAND, Button,
                  reinterpret_cast<LPARAM>(GetDlgItem(Box, static_cast<int>(Button))));
@@ -27,23 +31,6 @@ BOOL CALLBACK Answer(HWND Box, LPARAM) {
 }
 
 void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) { EnumThreadWindows(GetCurrentThreadId(), Answer, 0); }
-
-struct Search {
-    int Id;
-    HWND Found;
-};
-
-BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
-    auto* const Asked = reinterpret_cast<Search*>(Wanted);
-    if (GetDlgCtrlID(Window) == Asked->Id) Asked->Found = Window;
-    return Asked->Found == nullptr;
-}
-
-HWND Control(HWND Frame, int Id) {
-    Search Asked{Id, nullptr};
-    EnumChildWindows(Frame, Match, reinterpret_cast<LPARAM>(&Asked));
-    return Asked.Found;
-}
 
 void Notify(HWND List, WORD Code) {
     SendMessageW(GetParent(List), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(List), Code),
@@ -55,18 +42,18 @@ void Notify(HWND List, WORD Code) {
 void AnswerBoxes() { SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Tick); }
 
 void Type(HWND Frame, int Id, const std::wstring& Text) {
-    SendMessageW(Control(Frame, Id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Text.c_str()));
+    SendMessageW(ControlOf(Frame, Id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Text.c_str()));
 }
 
 void Select(HWND Frame, int List, const std::wstring& Item) {
-    const HWND Box = Control(Frame, List);
+    const HWND Box = ControlOf(Frame, List);
     SendMessageW(Box, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(Item.c_str()));
     Notify(Box, LBN_SELCHANGE);
 }
 
-void DoubleClick(HWND Frame, int List, const std::wstring&) { Notify(Control(Frame, List), LBN_DBLCLK); }
+void DoubleClick(HWND Frame, int List, const std::wstring&) { Notify(ControlOf(Frame, List), LBN_DBLCLK); }
 
-void Click(HWND Frame, int Id, const std::wstring&) { SendMessageW(Control(Frame, Id), BM_CLICK, 0, 0); }
+void Click(HWND Frame, int Id, const std::wstring&) { SendMessageW(ControlOf(Frame, Id), BM_CLICK, 0, 0); }
 
 void TakeMenuEntry(HWND Frame, int Id, const std::wstring&) {
     SendMessageW(Frame, WM_COMMAND, static_cast<WPARAM>(Id), 0);
@@ -75,7 +62,7 @@ void TakeMenuEntry(HWND Frame, int Id, const std::wstring&) {
 void WriteImportFile(HWND, int, const std::wstring& Line) {
     const std::filesystem::path Path = std::filesystem::absolute(L"import.txt");
     std::ofstream(Path, std::ios::binary) << std::string(Line.begin(), Line.end()) << "\r\n";
-    File = Path.wstring();
+    ImportFile = Path.wstring();
 }
 
 } // namespace Driver

@@ -7,21 +7,21 @@
 
 namespace Driver {
 
-// Answers boxes and the file dialog from now on, for this thread.
+// Answers boxes and the file dialog from now on, for this thread, as long as it pumps messages.
 void AnswerBoxes();
-// Writes a ban file, with which the file dialog is answered from now on.
+// Writes a ban file of one line, with which the file dialog is answered from now on. Into the current folder.
 void WriteImportFile(HWND Frame, int Id, const std::wstring& Line);
 
-// On a control of the window, at any depth. Clicks and menu entries return when the boxes that they open are
-// closed.
+// On a control of the window, at any depth. All of them have the parameters of a step, used or not. Clicks
+// and menu entries return when the boxes that they open are closed.
 void Type(HWND Frame, int Id, const std::wstring& Text);
-// The item that begins with the text.
+// Selects the first item that begins with the text.
 void Select(HWND Frame, int List, const std::wstring& Item);
 void DoubleClick(HWND Frame, int List, const std::wstring&);
 void Click(HWND Frame, int Id, const std::wstring&);
 void TakeMenuEntry(HWND Frame, int Id, const std::wstring&);
 
-// For tables of what is done.
+// A row of a table of what is done.
 struct Step {
     void (*Do)(HWND Frame, int Id, const std::wstring& Text);
     int Id;

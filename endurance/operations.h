@@ -22,6 +22,7 @@ using State = std::array<std::multiset<std::string>, FileCount>;
 void WriteFirstFiles(const std::filesystem::path& Base);
 // What stands in the files. Damage gets a line for each place that is no whole line of its file.
 State Read(const std::filesystem::path& Base, std::vector<std::string>& Damage);
+// The file's name without its folder.
 const char* NameOf(File Which);
 
 struct Operation;
@@ -43,12 +44,16 @@ struct Operation {
     std::string Other; // another address, message or number that goes with it
 };
 
+// The text with $E and $O replaced.
 std::string Filled(std::string Text, const Operation& Op);
+// Changes what must stand in the files as the operation, done whole, changes the files.
 void Apply(State& Now, const Operation& Op);
 
+// The operations of a seed, one after the other.
 class Source {
 public:
     explicit Source(unsigned Seed) : Random(Seed) {}
+    // One that can be done while the files stand so.
     Operation Next(const State& Now);
 
 private:

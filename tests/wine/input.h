@@ -15,6 +15,7 @@ inline constexpr UINT MenuHandleOf = 0x01E1; // MN_GETHMENU
 
 // --- Input
 
+// Has the windows of this thread work for so long.
 inline void Pump(DWORD Milliseconds = 60) {
     const DWORD End = GetTickCount() + Milliseconds;
     do {
@@ -35,6 +36,7 @@ inline void SendKey(WORD Key, bool Down) {
     SendInput(1, &Input, sizeof Input);
 }
 
+// A key, with another one held down.
 inline void Press(WORD Key, WORD With = 0) {
     if (With != 0) SendKey(With, true);
     SendKey(Key, true);
@@ -42,6 +44,7 @@ inline void Press(WORD Key, WORD With = 0) {
     if (With != 0) SendKey(With, false);
 }
 
+// Down and Up are the flags of the button's two events (MOUSEEVENTF_LEFTDOWN, ...).
 inline void ClickAt(POINT Screen, DWORD Down, DWORD Up) {
     SetCursorPos(Screen.x, Screen.y);
     for (const DWORD Flags : {Down, Up}) {
@@ -52,6 +55,7 @@ inline void ClickAt(POINT Screen, DWORD Down, DWORD Up) {
     }
 }
 
+// On the screen, of a part of the window.
 inline POINT MiddleOf(HWND Window, RECT Area) {
     MapWindowPoints(Window, nullptr, reinterpret_cast<POINT*>(&Area), 2);
     return {(Area.left + Area.right) / 2, (Area.top + Area.bottom) / 2};
@@ -59,8 +63,10 @@ inline POINT MiddleOf(HWND Window, RECT Area) {
 
 // --- What runs while a menu is open: its own message loop keeps ours from going on.
 
+// Runs once, with the menu that opens next.
 inline std::function<void(HMENU)> InMenu;
 
+// A timer procedure.
 inline void CALLBACK LookForMenu(HWND Window, UINT, UINT_PTR Id, DWORD) {
     const HWND Menu = FindWindowW(L"#32768", nullptr);
     if (Menu == nullptr || !IsWindowVisible(Menu) || !InMenu) return;

@@ -80,7 +80,7 @@ protected:
         PostMessageW(Control(ID_cmdAddName), BM_CLICK, 0, 0);
         EXPECT_TRUE(PumpUntil([] { return !BoxesSeen().empty(); }));
         EXPECT_EQ(BoxesSeen().front(), IsWritable ? L"Success" : L"DLL Error!");
-        EXPECT_EQ(ReportsOf("cmdAddName"), IsWritable ? CountOfFailures : ++CountOfFailures);
+        EXPECT_EQ(ReportsOf("cmdAddName"), IsWritable ? ReportsOfTheWindow : ++ReportsOfTheWindow);
         Sweep(1);
         EXPECT_EQ(ReportsOf("tmrVN"), 0);
         EXPECT_EQ(Server->Await("dropped", "Bob", IsWritable ? 1000 : 0), IsWritable);
@@ -104,7 +104,7 @@ protected:
     std::optional<GameServer> Server;
     Profile Given;
     fs::path Settings;
-    int CountOfFailures = 0;
+    int ReportsOfTheWindow = 0;
 };
 
 } // namespace

@@ -13,10 +13,16 @@ struct Search {
 BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
     auto* Asked = reinterpret_cast<Search*>(Wanted);
     if (GetDlgCtrlID(Window) == Asked->Id) Asked->Found = Window;
-    return TRUE;
+    return Asked->Found == nullptr;
 }
 
 } // namespace
+
+HWND ControlOf(HWND Window, int Id) {
+    Search Asked{Id, nullptr};
+    EnumChildWindows(Window, Match, reinterpret_cast<LPARAM>(&Asked));
+    return Asked.Found;
+}
 
 // --- The game server
 
@@ -130,11 +136,7 @@ Long PluginTest::Remote(const wchar_t* Member, Long Index, const Profile& Given,
 
 HWND PluginTest::Frame() const { return FindWindowExW(Area, nullptr, L"frmVNT", nullptr); }
 
-HWND PluginTest::Control(int Id) const {
-    Search Asked{Id, nullptr};
-    EnumChildWindows(Frame(), Match, reinterpret_cast<LPARAM>(&Asked));
-    return Asked.Found;
-}
+HWND PluginTest::Control(int Id) const { return ControlOf(Frame(), Id); }
 
 void PluginTest::Sweep(Long Index) const {
     SendMessageW(Frame(), WM_TIMER, static_cast<WPARAM>(ID_tmrVN + Index), 0);

@@ -49,10 +49,13 @@ bool PumpUntil(const std::function<bool()>& Condition, unsigned Milliseconds = P
 void CloseBoxes(bool AtOnce);
 std::vector<std::wstring>& BoxesSeen();
 
+// The control with the identifier, at any depth below the window; null when there is none.
+HWND ControlOf(HWND Window, int Id);
+
 // The game server, as a process that ends with the object.
 class GameServer {
 public:
-    // Options as gameserver.exe takes them; a scenario's text.
+    // Options as gameserver.exe takes them; a scenario's text. Waits until it plays; throws when it does not.
     GameServer(const std::wstring& Name, const std::wstring& Options, const std::string& Scenario);
     ~GameServer();
     GameServer(const GameServer&) = delete;
@@ -62,6 +65,7 @@ public:
     // The first entry of the kind, for a player when a name is given.
     const Simulation::JournalEntry* Find(const std::string& Kind, const std::string& Name = {}) const;
     int Count(const std::string& Kind) const;
+    // Pumps messages until Find finds something; false when it does not in time.
     bool Await(const std::string& Kind, const std::string& Name = {}, unsigned Milliseconds = Patience) const;
 
     Long ProcessRef() const { return static_cast<Long>(Process.dwProcessId); }
@@ -82,6 +86,7 @@ struct Profile {
     bool HostWideLogs = false;
     Long OtherProcess = 0; // instead of the server's
 };
+// The fourteen elements that go with every call about the profile, and the array of them.
 Automation::Values ProfileElements(const Profile& Given);
 Automation::Value ProfileData(const Profile& Given);
 
@@ -91,7 +96,9 @@ protected:
     PluginTest();
     ~PluginTest() override;
 
+    // Loads the interface into Area.
     void Load(Long Index, const Profile& Given);
+    // Calls one of the members for remote consoles; answers its result.
     Long Remote(const wchar_t* Member, Long Index, const Profile& Given, const std::wstring& Data);
     // The plug-in's window, null when there is none.
     HWND Frame() const;
