@@ -39,7 +39,7 @@ finish() {
 trap finish EXIT
 trap 'exit 130' INT TERM
 
-# The host's folder, as an installation has it. Text files get the line ends that Windows programs write.
+# The host's folder, as an installation has it. INI files get the line ends that Windows programs write.
 lay_out() {
   rm -rf "$HOST"
   mkdir -p "$HOST"
