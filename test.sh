@@ -4,7 +4,7 @@
 #   ./test.sh            all of it
 #   ./test.sh native     the logic on this machine, with address and undefined-behaviour sanitizers
 #   ./test.sh wine       the real DLL for 32-bit Windows, under Wine
-#   ./test.sh check      static checks of the product's sources (tools/check.sh)
+#   ./test.sh check      static checks of the product's sources (tools/check.sh); builds the benchmarks
 #
 # Installs what is missing, builds below build/, and ends with 0 when everything passed.
 set -u
@@ -57,12 +57,14 @@ test_wine() {
 }
 
 test_check() {
+  # What no test runs must at least build.
+  build_preset bench || return 1
   say 'checking the sources'
   tools/check.sh build/check 2>&1 | tee "$RESULTS/check.log"
   [ "${PIPESTATUS[0]}" = 0 ]
 }
 
-need_packages build wine check package || exit 1
+need_packages build wine check package bench || exit 1
 rm -rf "$RESULTS"
 mkdir -p "$RESULTS"
 for part in $PARTS; do
