@@ -9,6 +9,6 @@ void BeginTickPunts() noexcept;
 
 // Punts the player in a slot (PuntPlayer reports). Once three punts of this tick have failed it does nothing:
 // a server that hangs lets each command wait for the helper's whole patience, on the host's user-interface
-// thread. Who is still there is found again by the next tick. Answers false when the
-// punt failed or was not tried.
+// thread. Who is still there is found again by the next tick. Answers false when the punt failed or was not
+// tried.
 bool PuntInTick(Long Index, TextView Name, TextView Ip, Long Slot) noexcept;

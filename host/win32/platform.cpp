@@ -54,7 +54,10 @@ bool WriteKey(TextView Section, TextView Key, const char* Value, TextView File) 
                                           SingleByte(Path).c_str()) != FALSE;
     };
     if (!FileExists(File)) return WriteTo(File);
-    if ((AttributesOf(File) & FILE_ATTRIBUTE_READONLY) != 0) return SetLastError(ERROR_ACCESS_DENIED), false;
+    if ((AttributesOf(File) & FILE_ATTRIBUTE_READONLY) != 0) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return false;
+    }
     const std::wstring Path(File);
     const std::wstring Copy = Path + L".new";
     SetFileAttributesW(Copy.c_str(), FILE_ATTRIBUTE_NORMAL); // one that a killed process left

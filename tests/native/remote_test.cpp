@@ -338,4 +338,19 @@ TEST(Bundle, FailedWithoutAGameAndEmptyWhenTheTableCannotBeRead) {
     EXPECT_EQ(Outside::Reports, Lines{L"GetPlayerList: 6 Overflow"});
 }
 
+TEST(Bundle, HoldsThePlayersWhoCouldBeRead) {
+    Server Game;
+    Game.Join(1, "Alice");
+    Game.Join(2, "Bob");
+    int Names = 0;
+    Outside::BeforeCall = [&](TextView Name) {
+        if (Name == L"Enc64" && ++Names == 2) Fail(1004, L"made to fail");
+    };
+    const std::wstring Reply = GetPlayersRem(Request(L""));
+    Outside::BeforeCall = nullptr;
+    EXPECT_NE(Reply.find(L"1|QWxpY2U=|"), std::wstring::npos) << Reply;
+    EXPECT_EQ(Reply.find(L"2|Qm9i|"), std::wstring::npos);
+    EXPECT_EQ(Outside::Reports, Lines{L"GetPlayerList: 1004 made to fail"});
+}
+
 } // namespace
