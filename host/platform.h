@@ -39,6 +39,9 @@ Bytes ReadBytes(TextView Path, Place Where = Place::current());
 void WriteBytes(TextView Path, const Bytes& Content, Place Where = Place::current());
 // The text in the system's single-byte code page; "?" for what it lacks.
 Bytes SingleByteText(TextView Text);
+// Returns whether the text comes back unchanged from the system's single-byte code page: "Ж" does not from
+// code page 1252, and as a key of an INI file it would be stored as "?".
+bool SurvivesSingleByte(TextView Text);
 
 // --- The clock, local time.
 

@@ -139,12 +139,6 @@ void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
     if (!Written || Count != Content.size()) FailWithLastError(Path, Where);
 }
 
-Bytes SingleByteText(TextView Text) {
-    const std::string Narrow = SingleByte(Text);
-    const auto* First = reinterpret_cast<const std::byte*>(Narrow.data());
-    return Bytes(First, First + Narrow.size());
-}
-
 Moment Now() {
     SYSTEMTIME Time;
     GetLocalTime(&Time);

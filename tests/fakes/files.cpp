@@ -251,6 +251,11 @@ Bytes SingleByteText(TextView Text) {
     return Made;
 }
 
+// Latin-1, whose 256 characters are all there are.
+bool SurvivesSingleByte(TextView Text) {
+    return std::all_of(Text.begin(), Text.end(), [](wchar_t C) { return C < 256; });
+}
+
 std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     if (Enter(L"GetProfileText", false)) return {};
     Outside::Keep([S = std::wstring(Section), K = std::wstring(Key), F = std::wstring(File)] {
