@@ -1,44 +1,45 @@
 // The menu of the ban lists: import of another tool's ban file.
+#include "window/ban_import_menu.h"
+
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
 #include "host/platform.h"
+#include "lists/ban_import.h"
 #include "lists/ban_lists.h"
-#include "window/ban_tabs.h"
-#include "window/handlers.h"
-#include "window/list_editing.h"
+#include "window/ban_list_boxes.h"
 #include "window/toolkit.h"
 
 namespace {
 
-void ShowAdded(Long Index, const std::vector<ImportedEntry>& Added) {
-    if (!ListsShow(Index)) return;
-    for (const ImportedEntry& Each : Added) (Each.IsName ? AppendBannedName : AppendBannedIp)(Each.Item);
+void ShowAdded(Long Profile, const std::vector<ImportedEntry>& Added) {
+    if (!BanListsShow(Profile)) return;
+    for (const ImportedEntry& Entry : Added) (Entry.IsName ? AppendBannedName : AppendBannedIp)(Entry.Item);
 }
 
 // Nothing when the import broke off; what was written by then is in the lists all the same.
-std::optional<ImportCounts> Import(Long Index, TextView Path) {
+std::optional<ImportCounts> Import(Long Profile, TextView Path) {
     const Hourglass WhileItRuns;
     std::vector<ImportedEntry> Added;
     std::optional<ImportCounts> Counts;
     try {
-        Counts = ImportBanFile(Index, Path, Added);
-    } catch (...) { // NOLINT(bugprone-empty-catch): a line that is not as it should be ends it without a word
+        Counts = ImportBanFile(Profile, Path, Added);
+    } catch (...) { // NOLINT(bugprone-empty-catch): a malformed line ends the import silently
     }
-    ShowAdded(Index, Added);
+    ShowAdded(Profile, Added);
     return Counts;
 }
 
 } // namespace
 
-void mnuMerrow300_Click() noexcept {
+void ImportChosenFile() {
     try {
-        const Long Index = mdlVNT::CurrentProfile;
-        EnsureSettingsFolder(Index);
+        const Long Profile = mdlVNT::CurrentProfile;
+        EnsureSettingsFolder(Profile);
         const std::optional<std::wstring> Path =
             Platform::AskOpenFile(L"Locate Merrows OstraSM Ban File", L"Text Documents (*.txt)|*.txt");
         if (!Path || Path->empty()) return;
-        if (const auto Counts = Import(Index, *Path))
-            ShowMsg(MsgKind::Success, ImportSummary(*Counts), Index);
-    } catch (...) { // NOLINT(bugprone-empty-catch): nor does a folder that cannot be made say one
+        if (const auto Counts = Import(Profile, *Path))
+            ShowMsg(MsgKind::Success, ImportSummary(*Counts), Profile);
+    } catch (...) { // NOLINT(bugprone-empty-catch): silently as well
     }
 }

@@ -1,93 +1,55 @@
 // The tab "Banned Names".
+#include "window/banned_names.h"
+
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
 #include "host/platform.h"
 #include "lists/ban_lists.h"
 #include "lists/ban_references.h"
-#include "window/ban_tabs.h"
-#include "window/controls.h"
-#include "window/handlers.h"
-#include "window/list_editing.h"
-#include "window/menus.h"
+#include "window/ban_list_boxes.h"
 
 namespace {
 
-constexpr std::size_t ItemPrefix = 4; // "[1] "
-constexpr std::size_t TagLength = 3;  // "[1]"
+constexpr std::size_t TagLength = 3; // "[1]"
 
-void RemoveLinkedIp(Long Index, const std::wstring& Address) {
+void RemoveLinkedIp(Long Profile, const std::wstring& Address) {
     if (Address.empty()) return; // a damaged link: every item begins with nothing
-    if (ListsShow(Index)) RemoveItem(lstBannedIps, FindListItem(lstBannedIps, Address));
-    FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Index));
+    // The list loses the first item that begins with the address, the file exactly the address.
+    if (BanListsShow(Profile)) RemoveItem(BannedIpsList, lstBannedIps.FindPrefix(Address));
+    FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Profile));
 }
 
-void AddName(Long Index) {
+} // namespace
+
+void AddTypedName() {
+    const Long Profile = mdlVNT::CurrentProfile;
     const std::wstring Name = txtBannedName.Text();
     if (Name.empty()) return;
     const std::wstring Tag(optBanned.Chosen() == 1 ? PartOfName : WholeName);
     if (txtBanReason.Text().empty()) txtBanReason.SetText(L"None");
-    if (!StoreBannedName(Index, Name + Tag, TimeStamp(), txtBanReason.Text())) {
-        ShowMsg(MsgKind::Failed, L"The name could not be stored in the ban list.", Index);
+    if (!StoreBannedName(Profile, Name + Tag, TimeStamp(), txtBanReason.Text())) {
+        ShowMsg(MsgKind::Failed, L"The name could not be stored in the ban list.", Profile);
         return;
     }
     AppendBannedName(Tag + L" " + Name);
     txtBannedName.SetText(L"");
     txtBanReason.SetText(L"");
     optBanned.Choose(0);
-    ShowMsg(MsgKind::Success, L"Name added successfully.", Index);
+    ShowMsg(MsgKind::Success, L"Name added successfully.", Profile);
 }
 
-void RemoveName(Long Index) {
+void RemoveSelectedName() {
+    const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstBannedNames.Selected();
     if (Selected < 0) return;
     const std::wstring Key = KeyOfItem(lstBannedNames.Item(Selected));
-    DeleteBannedName(Index, Key);
-    RemoveSelected(lstBannedNames);
+    DeleteBannedName(Profile, Key);
+    RemoveItem(BannedNamesList, Selected);
     if (Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
                            L"Remove Banned Name"))
-        UnlinkName(Index, TextView(Key).substr(0, Key.size() - TagLength),
-                   [&](const std::wstring& Address) { RemoveLinkedIp(Index, Address); });
-    ShowMsg(MsgKind::Success, L"Name Removed Successfully.", Index);
+        UnlinkName(Profile, TextView(Key).substr(0, Key.size() - TagLength),
+                   [&](const std::wstring& Address) { RemoveLinkedIp(Profile, Address); });
+    ShowMsg(MsgKind::Success, L"Name Removed Successfully.", Profile);
 }
 
-} // namespace
-
-void ShowBannedNames(Long Index) {
-    const std::optional<Lines> Items = GetBannedNames(Index);
-    if (!Items) return;
-    lstBannedNames.Fill(*Items);
-    SelectAndShow(lstBannedNames, Items->empty() ? -1 : 0);
-}
-
-void AppendBannedName(TextView Item) {
-    lstBannedNames.SetItemData(lstBannedNames.Add(Item), Item.starts_with(PartOfName) ? 2 : 1);
-}
-
-void lstBannedNames_Click() noexcept {
-    Trapped(L"lstBannedNames", mdlVNT::CurrentProfile, [] {
-        const int Selected = lstBannedNames.Selected();
-        const std::wstring Item = lstBannedNames.Item(Selected);
-        BanDetails Details;
-        if (Selected >= 0) Details = BannedNameDetails(mdlVNT::CurrentProfile, KeyOfItem(Item));
-        lblName.SetText(Selected >= 0 ? TextView(Item).substr(ItemPrefix) : TextView());
-        lblDate.SetText(Details.Date);
-        lblReason.SetText(Details.Reason);
-    });
-}
-
-void lstBannedNames_MouseDown() noexcept {
-    Trapped(L"lstBannedNames", mdlVNT::CurrentProfile, [] { PopUp(ID_mnuBannned); });
-}
-
-void cmdAddName_MouseUp() noexcept {
-    Trapped(L"cmdAddName", mdlVNT::CurrentProfile, [] { AddName(mdlVNT::CurrentProfile); });
-}
-
-void cmdRemoveName_MouseUp() noexcept {
-    Trapped(L"cmdRemoveName", mdlVNT::CurrentProfile, [] { RemoveName(mdlVNT::CurrentProfile); });
-}
-
-void cmdSearchName_MouseUp() noexcept {
-    Trapped(L"cmdSearchName", mdlVNT::CurrentProfile,
-            [] { SearchList(lstBannedNames, txtSearch.Text(), L"Name not found!"); });
-}
+void SearchNames() { SearchList(BannedNamesList, txtSearch.Text(), L"Name not found!"); }

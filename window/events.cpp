@@ -1,57 +1,92 @@
+// The event table: what each control, menu entry and timer runs, and the one trap around it.
 #include "window/events.h"
 
 #include "enforcement/sweep.h"
-#include "window/controls.h"
-#include "window/handlers.h"
+#include "game/mdlVNT.h"
+#include "game/show_msg.h"
+#include "window/ban_import_menu.h"
+#include "window/ban_list_boxes.h"
+#include "window/banned_ips.h"
+#include "window/banned_names.h"
+#include "window/menus.h"
+#include "window/player_list.h"
+#include "window/player_menu.h"
+#include "window/player_rows.h"
+#include "window/settings_tab.h"
+#include "window/slaps.h"
 
 namespace {
 
-using Handler = void (*)(int Index) noexcept;
+int ChooseFrom(int Menu) {
+    // The administrator has a player under the pointer: no refresh may put another one there.
+    const GridHold WhileItIsOpen;
+    return ChooseFromMenu(Menu, HasPlayerRows());
+}
 
-// A handler that needs no index.
-template <void (*Named)() noexcept> void Plain(int) noexcept { Named(); }
+void PopUp(int Menu) {
+    if (const int Chosen = ChooseFrom(Menu)) Raise(Chosen, Event::Click);
+    CatchUpRefresh();
+}
+
+void PopUpListMenu() { PopUp(ID_mnuBannned); }
+
+// With players only their rows have a menu.
+void PopUpGridMenu(int Row) {
+    ChooseRow(Row);
+    if (Row >= 0 || !HasPlayerRows()) PopUp(ID_mnuMain);
+}
+
+// A procedure that needs no detail.
+template <void (*Procedure)()> void Plain(int) { Procedure(); }
 
 struct EventRow {
     int Id;
     Event What;
-    Handler Run;
-    int Count = 1; // elements of a control array
+    const wchar_t* Name; // in error reports
+    void (*Run)(int Detail);
+    int Count = 1; // elements of a control array; Detail is the element
 };
 
 constexpr EventRow EventRows[] = {
-    {ID_cmdAddName, Event::Click, Plain<cmdAddName_MouseUp>},
-    {ID_cmdRemoveName, Event::Click, Plain<cmdRemoveName_MouseUp>},
-    {ID_cmdSearchName, Event::Click, Plain<cmdSearchName_MouseUp>},
-    {ID_lstBannedNames, Event::Click, Plain<lstBannedNames_Click>},
-    {ID_lstBannedNames, Event::RightClick, Plain<lstBannedNames_MouseDown>},
-    {ID_cmdAddIp, Event::Click, Plain<cmdAddIp_MouseUp>},
-    {ID_cmdRemoveIp, Event::Click, Plain<cmdRemoveIp_MouseUp>},
-    {ID_cmdSearchIp, Event::Click, Plain<cmdSearchIp_MouseUp>},
-    {ID_lstBannedIps, Event::Click, Plain<lstBannedIps_Click>},
-    {ID_lstBannedIps, Event::RightClick, Plain<lstBannedIps_MouseDown>},
-    {ID_optMethod, Event::Click, optMethod_Click, 2},
-    {ID_chkIdlePunt, Event::Click, Plain<chkIdlePunt_Click>},
-    {ID_txtIdleMax, Event::Change, Plain<txtIdleMax_Change>},
-    {ID_chkRefresh, Event::Click, Plain<chkRefresh_Click>},
-    {ID_txtRefreshInterval, Event::Change, Plain<txtRefreshInterval_Change>},
-    {ID_lstSlaps, Event::Click, Plain<lstSlaps_Click>},
-    {ID_lstSlaps, Event::DblClick, Plain<lstSlaps_DblClick>},
-    {ID_cmdSlapAdd, Event::Click, Plain<cmdSlapAdd_MouseUp>},
-    {ID_cmdSlapEdit, Event::Click, Plain<cmdSlapEdit_MouseUp>},
-    {ID_cmdSlapDelete, Event::Click, Plain<cmdSlapDelete_MouseUp>},
+    {ID_mfg, Event::Click, L"mfg_MouseDown", ChooseRow},
+    {ID_mfg, Event::RightClick, L"mfg_MouseDown", PopUpGridMenu},
+    {ID_mfg, Event::ColumnClick, L"mfg_MouseUp", SortByColumn},
+    {ID_tmrRefresh, Event::Tick, L"tmrRefresh", Plain<RefreshByTimer>},
+    {ID_tmrVN, Event::Tick, L"tmrVN", tmrVN_Timer, ID_tmrVNCount},
 
-    {ID_mnuPunt, Event::Click, Plain<mnuPunt_Click>},
-    {ID_mnuBan1, Event::Click, Plain<mnuBan1_Click>},
-    {ID_mnuBan2, Event::Click, Plain<mnuBan2_Click>},
-    {ID_mnuSwitch, Event::Click, Plain<mnuSwitch_Click>},
-    {ID_mnuKill, Event::Click, Plain<mnuKill_Click>},
-    {ID_mnuDisarm, Event::Click, Plain<mnuDisarm_Click>},
-    {ID_mnuKillPerm, Event::Click, Plain<mnuKillPerm_Click>},
-    {ID_mnuDisarmPerm, Event::Click, Plain<mnuDisarmPerm_Click>},
-    {ID_mnuRearm, Event::Click, Plain<mnuRearm_Click>},
-    {ID_mnuRefresh, Event::Click, Plain<mnuRefresh_Click>},
-    {ID_mnuSlapItem, Event::Click, mnuSlapItem_Click, ID_mnuSlapItemCount},
-    {ID_mnuMerrow300, Event::Click, Plain<mnuMerrow300_Click>},
+    {ID_cmdAddName, Event::Click, L"cmdAddName", Plain<AddTypedName>},
+    {ID_cmdRemoveName, Event::Click, L"cmdRemoveName", Plain<RemoveSelectedName>},
+    {ID_cmdSearchName, Event::Click, L"cmdSearchName", Plain<SearchNames>},
+    {ID_lstBannedNames, Event::Click, L"lstBannedNames", Plain<ShowNameDetails>},
+    {ID_lstBannedNames, Event::RightClick, L"lstBannedNames", Plain<PopUpListMenu>},
+    {ID_cmdAddIp, Event::Click, L"cmdAddIp", Plain<AddTypedIp>},
+    {ID_cmdRemoveIp, Event::Click, L"cmdRemoveIp", Plain<RemoveSelectedIp>},
+    {ID_cmdSearchIp, Event::Click, L"cmdSearchIp", Plain<SearchIps>},
+    {ID_lstBannedIps, Event::Click, L"lstBannedIps", Plain<ShowIpDetails>},
+    {ID_lstBannedIps, Event::RightClick, L"lstBannedIps", Plain<PopUpListMenu>},
+    {ID_optMethod, Event::Click, L"optMethod", SaveBanMethod, 2},
+    {ID_chkIdlePunt, Event::Click, L"chkIdlePunt", Plain<SaveIdlePunt>},
+    {ID_txtIdleMax, Event::Change, L"txtIdleMax", Plain<SaveIdleMax>},
+    {ID_chkRefresh, Event::Click, L"chkRefresh", Plain<SaveAutoRefresh>},
+    {ID_txtRefreshInterval, Event::Change, L"txtRefreshInterval", Plain<SaveRefreshInterval>},
+    {ID_lstSlaps, Event::Click, L"lstSlaps", Plain<EndSlapEditing>},
+    {ID_lstSlaps, Event::DblClick, L"lstSlaps", Plain<BeginSlapEditing>},
+    {ID_cmdSlapAdd, Event::Click, L"cmdSlapAdd", Plain<AddTypedSlap>},
+    {ID_cmdSlapEdit, Event::Click, L"cmdSlapEdit", Plain<ReplaceSelectedSlap>},
+    {ID_cmdSlapDelete, Event::Click, L"cmdSlapDelete", Plain<DeleteSelectedSlap>},
+
+    {ID_mnuPunt, Event::Click, L"mnuPunt", Plain<PuntSelected>},
+    {ID_mnuBan1, Event::Click, L"mnuBan1", Plain<BanSelectedWithReason>},
+    {ID_mnuBan2, Event::Click, L"mnuBan2", Plain<BanSelected>},
+    {ID_mnuSwitch, Event::Click, L"mnuSwitch", Plain<SwitchSelected>},
+    {ID_mnuKill, Event::Click, L"mnuKill", Plain<KillSelected>},
+    {ID_mnuDisarm, Event::Click, L"mnuDisarm", Plain<DisarmSelected>},
+    {ID_mnuKillPerm, Event::Click, L"mnuKillPerm", Plain<KillSelectedPermanently>},
+    {ID_mnuDisarmPerm, Event::Click, L"mnuDisarmPerm", Plain<DisarmSelectedPermanently>},
+    {ID_mnuRearm, Event::Click, L"mnuRearm", Plain<RearmSelected>},
+    {ID_mnuRefresh, Event::Click, L"mnuRefresh", Plain<RefreshByMenu>},
+    {ID_mnuSlapItem, Event::Click, L"mnuSlapItemClick", SlapSelected, ID_mnuSlapItemCount},
+    {ID_mnuMerrow300, Event::Click, L"mnuMerrow300", Plain<ImportChosenFile>},
 };
 
 // What the Enter key stands for. A push button stands for itself.
@@ -78,13 +113,11 @@ void RaiseEnter(int Id) noexcept {
 
 } // namespace
 
-void Raise(int Id, Event What) noexcept {
+void Raise(int Id, Event What, int Detail) noexcept {
     if (What == Event::Enter) return RaiseEnter(Id);
-    for (const EventRow& Row : EventRows)
-        if (Row.What == What && Id >= Row.Id && Id < Row.Id + Row.Count) return Row.Run(Id - Row.Id);
-}
-
-void RaiseTimer(int Id) noexcept {
-    if (Id == ID_tmrRefresh) tmrRefresh_Timer();
-    if (Id > ID_tmrVN) tmrVN_Timer(Id - ID_tmrVN);
+    for (const EventRow& Row : EventRows) {
+        if (Row.What != What || Id < Row.Id || Id >= Row.Id + Row.Count) continue;
+        Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Row.Count > 1 ? Id - Row.Id : Detail); });
+        return;
+    }
 }

@@ -1,19 +1,18 @@
 // What the controls report: an identifier and what happened there. The toolkit raises, a table finds the
-// handler.
+// procedure.
 #pragma once
 
 enum class Event : unsigned char {
-    Click, // also: a menu entry or list item chosen, with mouse or keyboard
+    Click, // also: a menu entry, list item or grid row chosen, with mouse or keyboard
     DblClick,
     Change,
-    RightClick, // also the menu key
-    Enter,      // the Enter key, in place of the button that belongs to the control
+    RightClick,  // also the menu key
+    ColumnClick, // on a heading of a grid
+    Enter,       // the Enter key, in place of the button that belongs to the control
+    Tick,        // of a timer
 };
 
-// What nobody handles is ignored.
-void Raise(int Id, Event What) noexcept;
-// A tick of the timer with this identifier.
-void RaiseTimer(int Id) noexcept;
-// The window is gone, at our wish or with the host's window that held it: all that was kept of it is
-// forgotten.
-void FrameGone() noexcept;
+// Runs the procedure that the table has for the event and reports its failure under its name. An event
+// without a procedure is ignored. Detail is the grid's row (from 0; -1: its header, or the space below the
+// rows) or column (from 0).
+void Raise(int Id, Event What, int Detail = 0) noexcept;

@@ -1,3 +1,4 @@
+// The window as the rest of the plug-in sees it.
 #include "window/frmVNT.h"
 
 #include <set>
@@ -5,12 +6,10 @@
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
-#include "window/ban_tabs.h"
+#include "window/ban_list_boxes.h"
 #include "window/controls.h"
-#include "window/events.h"
 #include "window/menus.h"
 #include "window/player_rows.h"
-#include "window/refresh_interval.h"
 #include "window/settings_tab.h"
 #include "window/slaps.h"
 
@@ -19,7 +18,7 @@ namespace {
 Long ShownProfile;          // whose lists are shown; 0 for none
 std::set<Long> SweepTimers; // the elements of tmrVN
 
-Timer SweepTimer(Long Index) { return Timer{ID_tmrVN + Index}; }
+Timer SweepTimer(Long Profile) { return Timer{ID_tmrVN + Profile}; }
 
 void Form_Load() noexcept {
     Trapped(L"FormLoad", mdlVNT::CurrentProfile, [] {
@@ -29,11 +28,11 @@ void Form_Load() noexcept {
     });
 }
 
-// What one profile's lists do not have, another one's must not lend them.
+// A missing file leaves its list untouched, so clear first or the previous profile's entries stay.
 void ClearForOtherProfile() {
-    ForgetSelectedRow();
+    SelectPlayerRow(-1);
     lblTeams.SetText(L"");
-    ClearBanTabs();
+    ClearBanLists();
     ClearSlapTab();
 }
 
@@ -63,15 +62,15 @@ void SetParent(HostWindow Host, Place Where) { Frame::SetParent(Host, Where); }
 
 void FormReload() {
     Trapped(L"FormReload", mdlVNT::CurrentProfile, [] {
-        const Long Index = mdlVNT::CurrentProfile;
-        if (Index != ShownProfile) ClearForOtherProfile();
-        ShownProfile = Index;
+        const Long Profile = mdlVNT::CurrentProfile;
+        if (Profile != ShownProfile) ClearForOtherProfile();
+        ShownProfile = Profile;
         RefreshGrid();
-        ShowBannedNames(Index);
-        ShowBannedIps(Index);
-        GetSlaps(Index);
-        LoadSlapMenu(Index);
-        ShowSettings(Index);
+        ShowBannedNames(Profile);
+        ShowBannedIps(Profile);
+        GetSlaps(Profile);
+        LoadSlapMenu(Profile);
+        ShowSettings(Profile);
         if (chkRefresh.Checked())
             StartRefreshTimer();
         else
@@ -88,21 +87,21 @@ void Hide() {
 
 void Unload() { Frame::Destroy(); }
 
-void LoadSweepTimer(Long Index, Long Milliseconds, Place Where) {
-    if (SweepTimers.count(Index) != 0) Fail(ErrorNumber::AlreadyLoaded, {}, Where);
-    if (!SweepTimer(Index).Start(Milliseconds)) Fail(ErrorNumber::OutOfMemory, {}, Where);
-    SweepTimers.insert(Index);
+void LoadSweepTimer(Long Profile, Long Milliseconds, Place Where) {
+    if (SweepTimers.count(Profile) != 0) Fail(ErrorNumber::AlreadyLoaded, {}, Where);
+    if (!SweepTimer(Profile).Start(Milliseconds)) Fail(ErrorNumber::OutOfMemory, {}, Where);
+    SweepTimers.insert(Profile);
 }
 
-void UnloadSweepTimer(Long Index) {
-    if (SweepTimers.erase(Index) != 0) SweepTimer(Index).Stop();
+void UnloadSweepTimer(Long Profile) {
+    if (SweepTimers.erase(Profile) != 0) SweepTimer(Profile).Stop();
 }
 
-} // namespace frmVNT
-
-void FrameGone() noexcept {
+void Gone() noexcept {
     ShownProfile = 0;
     SweepTimers.clear();
     ForgetPlayerRows();
-    ForgetMenus();
+    SetSlapItems({});
 }
+
+} // namespace frmVNT

@@ -31,11 +31,14 @@ void Show();
 void Hide();
 // Ends all timers, destroys the window and forgets what it showed. Does nothing when it is not loaded.
 void Unload();
+// The toolkit calls this when the window is gone, at our wish or with the host's window: forgets all that was
+// kept of it.
+void Gone() noexcept;
 
-// The elements of tmrVN, one for each loaded profile; each tick calls tmrVN_Timer(Index).
+// The elements of tmrVN, one for each loaded profile; each tick calls tmrVN_Timer(Profile).
 // Error 360 when the element exists already, error 7 when the system has no timer left.
-void LoadSweepTimer(Long Index, Long Milliseconds, Place Where = Place::current());
+void LoadSweepTimer(Long Profile, Long Milliseconds, Place Where = Place::current());
 // Stops and removes the element; does nothing when it does not exist.
-void UnloadSweepTimer(Long Index);
+void UnloadSweepTimer(Long Profile);
 
 } // namespace frmVNT

@@ -114,5 +114,6 @@
 #define ID_tmrRefresh 1
 #define ID_tmrACP 2
 #define ID_tmrVN 65536
+#define ID_tmrVNCount 32768
 
 #endif

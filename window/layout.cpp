@@ -1,9 +1,9 @@
+// The window and its pages; the group boxes are in layout_frames.
 #include "window/layout.h"
 
 #include <algorithm>
 
 #include "window/controls.h"
-#include "window/layout_frames.h"
 
 namespace {
 

@@ -3,12 +3,7 @@
 
 #include <vector>
 
-#include "window/toolkit.h"
-
-struct Placed {
-    int Id;
-    Rect Where; // in the control's parent
-};
+#include "window/layout_frames.h"
 
 struct Size {
     int Width, Height;

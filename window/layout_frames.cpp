@@ -1,3 +1,4 @@
+// The lines of the group boxes, and how they are laid out.
 #include "window/layout_frames.h"
 
 #include <algorithm>
@@ -18,20 +19,20 @@ enum class Fit : unsigned char {
     Fill,    // what the others leave
 };
 
-struct Cell {
+struct LayoutCell {
     int Id;
     Fit Width;
 };
 
 constexpr int CellsInLine = 3;
 
-struct Line {
+struct LineRow {
     int Frame;
-    Cell Cells[CellsInLine];
+    LayoutCell Cells[CellsInLine];
     bool Grows = false;
 };
 
-constexpr Line LineRows[] = {
+constexpr LineRow LineRows[] = {
     {ID_Frame2, {{ID_mfg, Fit::Fill}}, true},
     {ID_Frame2, {{ID_lblTeams, Fit::Fill}}},
 
@@ -87,34 +88,34 @@ int LeastFill(const ControlRow& Row) {
 
 int ColumnWidth(int Frame) {
     int Widest = 0;
-    for (const Line& Each : LineRows)
-        for (const Cell& In : Each.Cells)
-            if (Each.Frame == Frame && In.Width == Fit::Column)
-                Widest = std::max(Widest, NaturalWidth(RowOf(In.Id)));
+    for (const LineRow& Row : LineRows)
+        for (const LayoutCell& Cell : Row.Cells)
+            if (Row.Frame == Frame && Cell.Width == Fit::Column)
+                Widest = std::max(Widest, NaturalWidth(RowOf(Cell.Id)));
     return Widest;
 }
 
 // The least width of a cell.
-int CellWidth(const Cell& In, int Frame) {
-    switch (In.Width) {
-    case Fit::Natural: return NaturalWidth(RowOf(In.Id));
+int CellWidth(const LayoutCell& Cell, int Frame) {
+    switch (Cell.Width) {
+    case Fit::Natural: return NaturalWidth(RowOf(Cell.Id));
     case Fit::Column: return ColumnWidth(Frame);
     case Fit::Digits: return TextWidth(L"0000") + Scaled(10);
-    case Fit::Fill: return LeastFill(RowOf(In.Id));
+    case Fit::Fill: return LeastFill(RowOf(Cell.Id));
     case Fit::None: break;
     }
     return 0;
 }
 
-int LineWidth(const Line& Of) {
+int LineWidth(const LineRow& Row) {
     int Width = -CellGap();
-    for (const Cell& In : Of.Cells)
-        if (In.Width != Fit::None) Width += CellWidth(In, Of.Frame) + CellGap();
+    for (const LayoutCell& Cell : Row.Cells)
+        if (Cell.Width != Fit::None) Width += CellWidth(Cell, Row.Frame) + CellGap();
     return Width;
 }
 
-int CellHeight(const Cell& In, int Width) {
-    const ControlRow& Row = RowOf(In.Id);
+int CellHeight(const LayoutCell& Cell, int Width) {
+    const ControlRow& Row = RowOf(Cell.Id);
     switch (Row.What) {
     case Kind::Text: return LineHeight() + Scaled(8);
     case Kind::Push: return LineHeight() + Scaled(10);
@@ -129,14 +130,14 @@ int CellHeight(const Cell& In, int Width) {
 }
 
 // The cells' rectangles within a line of this width.
-std::vector<Placed> CellsOf(const Line& Of, int Width) {
+std::vector<Placed> CellsOf(const LineRow& Row, int Width) {
     std::vector<Placed> Cells;
-    const int Spare = std::max(0, Width - LineWidth(Of));
+    const int Spare = std::max(0, Width - LineWidth(Row));
     int X = 0;
-    for (const Cell& In : Of.Cells) {
-        if (In.Width == Fit::None) continue;
-        const int Wide = CellWidth(In, Of.Frame) + (In.Width == Fit::Fill ? Spare : 0);
-        Cells.push_back({In.Id, {X, 0, Wide, CellHeight(In, Wide)}});
+    for (const LayoutCell& Cell : Row.Cells) {
+        if (Cell.Width == Fit::None) continue;
+        const int Wide = CellWidth(Cell, Row.Frame) + (Cell.Width == Fit::Fill ? Spare : 0);
+        Cells.push_back({Cell.Id, {X, 0, Wide, CellHeight(Cell, Wide)}});
         X += Wide + CellGap();
     }
     return Cells;
@@ -144,7 +145,7 @@ std::vector<Placed> CellsOf(const Line& Of, int Width) {
 
 int LineHeightOf(const std::vector<Placed>& Cells) {
     int Tallest = 0;
-    for (const Placed& Each : Cells) Tallest = std::max(Tallest, Each.Where.Height);
+    for (const Placed& Cell : Cells) Tallest = std::max(Tallest, Cell.Area.Height);
     return Tallest;
 }
 
@@ -156,32 +157,32 @@ int ListHeight() { return 4 * (LineHeight() + Scaled(4)); }
 
 int FrameWidth(int Frame) {
     int Widest = TextWidth(RowOf(Frame).Caption) + Scaled(8);
-    for (const Line& Each : LineRows)
-        if (Each.Frame == Frame) Widest = std::max(Widest, LineWidth(Each));
+    for (const LineRow& Row : LineRows)
+        if (Row.Frame == Frame) Widest = std::max(Widest, LineWidth(Row));
     return Widest + 2 * Side();
 }
 
 int FrameHeight(int Frame, int Width) {
     int Height = Top(Frame) + Bottom() - Scaled(4);
-    for (const Line& Each : LineRows)
-        if (Each.Frame == Frame) Height += LineHeightOf(CellsOf(Each, Width - 2 * Side())) + Scaled(4);
+    for (const LineRow& Row : LineRows)
+        if (Row.Frame == Frame) Height += LineHeightOf(CellsOf(Row, Width - 2 * Side())) + Scaled(4);
     return Height;
 }
 
-void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Where) {
-    Out.push_back({Frame, Where});
-    const int Spare = std::max(0, Where.Height - FrameHeight(Frame, Where.Width));
-    int Y = Where.Y + Top(Frame);
-    for (const Line& Each : LineRows) {
-        if (Each.Frame != Frame) continue;
-        const std::vector<Placed> Cells = CellsOf(Each, Where.Width - 2 * Side());
+void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Area) {
+    Out.push_back({Frame, Area});
+    const int Spare = std::max(0, Area.Height - FrameHeight(Frame, Area.Width));
+    int Y = Area.Y + Top(Frame);
+    for (const LineRow& Row : LineRows) {
+        if (Row.Frame != Frame) continue;
+        const std::vector<Placed> Cells = CellsOf(Row, Area.Width - 2 * Side());
         const int Tall = LineHeightOf(Cells);
-        for (Placed In : Cells) {
-            In.Where.X += Where.X + Side();
-            In.Where.Y = Y + (Tall - In.Where.Height) / 2;
-            if (Each.Grows) In.Where.Height += Spare;
-            Out.push_back(In);
+        for (Placed Cell : Cells) {
+            Cell.Area.X += Area.X + Side();
+            Cell.Area.Y = Y + (Tall - Cell.Area.Height) / 2;
+            if (Row.Grows) Cell.Area.Height += Spare;
+            Out.push_back(Cell);
         }
-        Y += Tall + Scaled(4) + (Each.Grows ? Spare : 0);
+        Y += Tall + Scaled(4) + (Row.Grows ? Spare : 0);
     }
 }

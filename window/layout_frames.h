@@ -3,7 +3,12 @@
 
 #include <vector>
 
-#include "window/layout.h"
+#include "window/toolkit.h"
+
+struct Placed {
+    int Id;
+    Rect Area; // in the control's parent
+};
 
 // The distance between group boxes, and of everything to the border.
 int LayoutGap();
@@ -11,6 +16,6 @@ int LayoutGap();
 int FrameWidth(int Frame); // the least that shows everything
 int FrameHeight(int Frame, int Width);
 // Appends the group box and its controls; the line that can grow takes the height that is left over.
-void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Where);
+void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Area);
 // The least height of a list or grid.
 int ListHeight();

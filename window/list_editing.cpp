@@ -1,9 +1,9 @@
+// Selecting, removing and searching in a list box.
 #include "window/list_editing.h"
 
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
 #include "host/platform.h"
-#include "window/events.h"
 
 namespace {
 
@@ -11,12 +11,12 @@ namespace {
 // item is looked at, too, and reads as empty.
 int FindContaining(const ListBox& List, TextView Text, int Start) {
     const int Count = List.Count();
-    for (int Index = Start; Index <= Count; ++Index)
-        if (List.Item(Index).find(Text) != std::wstring::npos) return Index;
+    for (int Item = Start; Item <= Count; ++Item)
+        if (List.Item(Item).find(Text) != std::wstring::npos) return Item;
     return -1;
 }
 
-// With the first item selected the search begins there again, on purpose.
+// If the first item is selected the search looks at it again: nothing has been searched for yet.
 int SearchStart(const ListBox& List) {
     const int Selected = List.Selected();
     return Selected >= 1 ? Selected + 1 : 0;
@@ -31,37 +31,31 @@ bool WantsToBeginAgain(TextView NotFound) {
 
 } // namespace
 
-bool ListsShow(Long Index) { return Index == mdlVNT::CurrentProfile; }
-
-void SelectAndShow(const ListBox& List, int Index) {
-    List.Select(Index);
-    Raise(List.Id, Event::Click);
+void SelectAndShow(const DetailedList& List, int Item) {
+    List.Box.Select(Item);
+    Trapped(List.Procedure, mdlVNT::CurrentProfile, List.ShowDetails);
 }
 
-void RemoveItem(const ListBox& List, int Index) {
-    const bool WasSelected = Index >= 0 && Index == List.Selected();
-    List.Remove(Index);
-    if (WasSelected) SelectAndShow(List, List.Count() > 0 ? 0 : -1);
+void RemoveItem(const DetailedList& List, int Item) {
+    const bool WasSelected = Item >= 0 && Item == List.Box.Selected();
+    List.Box.Remove(Item);
+    if (WasSelected) SelectAndShow(List, List.Box.Count() > 0 ? 0 : -1);
 }
-
-void RemoveSelected(const ListBox& List) { RemoveItem(List, List.Selected()); }
 
 bool HasItem(const ListBox& List, TextView Text) {
     const int Count = List.Count();
-    for (int Index = 0; Index < Count; ++Index)
-        if (List.Item(Index) == Text) return true;
+    for (int Item = 0; Item < Count; ++Item)
+        if (List.Item(Item) == Text) return true;
     return false;
 }
 
-int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }
-
-void SearchList(const ListBox& List, TextView Text, TextView NotFound) {
-    const int Start = SearchStart(List);
-    const int Found = FindContaining(List, Text, Start);
+void SearchList(const DetailedList& List, TextView Text, TextView NotFound) {
+    const int Start = SearchStart(List.Box);
+    const int Found = FindContaining(List.Box, Text, Start);
     if (Found >= 0) {
-        if (Found == List.Count()) return; // past the end there is nothing to select
+        if (Found == List.Box.Count()) return; // past the end there is nothing to select
         SelectAndShow(List, Found);
-        List.ShowAtTop(Found);
+        List.Box.ShowAtTop(Found);
     } else if (Start == 0) {
         ShowMsg(MsgKind::Failed, NotFound, mdlVNT::CurrentProfile);
     } else if (WantsToBeginAgain(NotFound)) {

@@ -1,8 +1,7 @@
+// The menu table, and the slap messages in it.
 #include "window/menus.h"
 
-#include "window/events.h"
 #include "window/ids.h"
-#include "window/player_rows.h"
 #include "window/toolkit.h"
 
 namespace {
@@ -35,7 +34,6 @@ constexpr MenuRow Rows[] = {
     {ID_mnuImport, ID_mnuMerrow300, L"Merrows Server Manager - v3.0.0", Shown::Always},
 };
 
-bool WithPlayers;
 Lines SlapCaptions;
 
 std::vector<MenuEntry> SlapEntries() {
@@ -48,41 +46,25 @@ std::vector<MenuEntry> SlapEntries() {
     return Entries;
 }
 
-std::vector<MenuEntry> EntriesOf(int Menu) {
+std::vector<MenuEntry> EntriesOf(int Menu, bool WithPlayers) {
     std::vector<MenuEntry> Entries;
     for (const MenuRow& Row : Rows) {
         if (Row.Menu != Menu || (Row.When == Shown::WithPlayers && !WithPlayers)) continue;
         if (Row.Id == ID_mnuSlap && SlapCaptions.empty()) continue;
         Entries.push_back({Row.Id, Row.Caption == nullptr, Row.Caption != nullptr ? Row.Caption : L"",
-                           Row.Id == ID_mnuSlap ? SlapEntries() : EntriesOf(Row.Id)});
+                           Row.Id == ID_mnuSlap ? SlapEntries() : EntriesOf(Row.Id, WithPlayers)});
     }
     return Entries;
 }
 
-int ChooseFrom(int Menu) {
-    // The administrator has a player under the pointer: no refresh may put another one there.
-    const GridHold WhileItIsOpen;
-    return PopUpMenu(EntriesOf(Menu));
-}
-
 } // namespace
 
-void PopUp(int Menu) {
-    if (const int Chosen = ChooseFrom(Menu)) Raise(Chosen, Event::Click);
-    CatchUpRefresh();
-}
-
-void ShowPlayerEntries(bool On) { WithPlayers = On; }
+int ChooseFromMenu(int Menu, bool WithPlayers) { return PopUpMenu(EntriesOf(Menu, WithPlayers)); }
 
 void SetSlapItems(Lines Captions) { SlapCaptions = std::move(Captions); }
 
-std::wstring SlapItem(int Index) {
-    if (Index < 0 || static_cast<std::size_t>(Index) >= SlapCaptions.size())
+std::wstring SlapItem(int Element) {
+    if (Element < 0 || static_cast<std::size_t>(Element) >= SlapCaptions.size())
         Fail(ErrorNumber::SubscriptOutOfRange);
-    return SlapCaptions[static_cast<std::size_t>(Index)];
-}
-
-void ForgetMenus() noexcept {
-    WithPlayers = false;
-    SlapCaptions.clear();
+    return SlapCaptions[static_cast<std::size_t>(Element)];
 }

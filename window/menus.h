@@ -1,17 +1,13 @@
-// The two pop-up menus.
+// The entries of the two pop-up menus.
 #pragma once
 
 #include "host/text.h"
 
-// Pops a menu (ID_mnuMain, ID_mnuBannned) up and runs what is chosen.
-void PopUp(int Menu);
+// Pops up ID_mnuMain (the grid's; its player entries only WithPlayers) or ID_mnuBannned (the ban lists').
+// Returns the identifier of the chosen entry, 0 for none.
+int ChooseFromMenu(int Menu, bool WithPlayers);
 
-// Whether the entries that need a player are in the grid's menu.
-void ShowPlayerEntries(bool On);
 // The slap messages in the sub-menu; without any the sub-menu is not in the menu.
 void SetSlapItems(Lines Captions);
-// The caption of an element in full; error 9 when there is no such element.
-std::wstring SlapItem(int Index);
-
-// As before the window was made.
-void ForgetMenus() noexcept;
+// The caption of a slap message in full; error 9 if there is no such element.
+std::wstring SlapItem(int Element);

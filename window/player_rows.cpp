@@ -1,3 +1,4 @@
+// The player grid: its columns, its rows, their order and the selected one.
 #include "window/player_rows.h"
 
 #include <algorithm>
@@ -12,15 +13,23 @@ namespace {
 using Rows = std::vector<ListedPlayer>;
 
 struct Column {
-    const wchar_t* Caption;
-    std::wstring ListedPlayer::*Text;
+    GridColumn Look;
+    std::wstring (*Text)(const ListedPlayer& Player);
     Order (*Compare)(TextView, TextView);
 };
 constexpr Column Columns[] = {
-    {L"Slot", &ListedPlayer::Slot, CompareNumbers},
-    {L"Player", &ListedPlayer::Name, CompareNames},
-    {L"IP", &ListedPlayer::Ip, CompareAddresses},
-    {L"Ping", &ListedPlayer::Ping, CompareNumbers},
+    {{L"Slot", L"Slot", 0, Align::Left},
+     [](const ListedPlayer& Player) { return Player.Slot; },
+     CompareNumbers},
+    {{L"Player", L"Player", 65, Align::Left},
+     [](const ListedPlayer& Player) { return Player.Name; },
+     CompareNames},
+    {{L"IP", L"255.255.255.255", 25, Align::Left},
+     [](const ListedPlayer& Player) { return Player.Ip; },
+     CompareAddresses},
+    {{L"Ping", L"Ping", 10, Align::Right},
+     [](const ListedPlayer& Player) { return Player.Ping; },
+     CompareNumbers},
 };
 constexpr int ColumnCount = std::size(Columns);
 
@@ -29,7 +38,7 @@ enum class Direction : unsigned char { None, Ascending, Descending };
 Rows Incoming;        // what the reader has added so far
 Rows Shown;           // what is on the screen, in its order
 Long ShownProfile;    // whose players
-int SelectedRow;      // as last chosen; 0 before the first choice
+int SelectedRow = -1; // as last chosen; -1 before the first choice
 int SortColumn;       // of the last sort
 Direction SortedBy;   // its direction
 int Holds;            // how many hold the grid
@@ -40,7 +49,7 @@ void SortRows(Rows& Players) {
     const Column& By = Columns[SortColumn];
     const bool Ascending = SortedBy == Direction::Ascending;
     std::stable_sort(Players.begin(), Players.end(), [&](const ListedPlayer& A, const ListedPlayer& B) {
-        const Order Found = By.Compare(A.*By.Text, B.*By.Text);
+        const Order Found = By.Compare(By.Text(A), By.Text(B));
         return Ascending ? Found < 0 : Found > 0;
     });
 }
@@ -49,8 +58,8 @@ void SortRows(Rows& Players) {
 void ShowRow(int Row, const ListedPlayer& Player) {
     ListedPlayer& Old = Shown[static_cast<std::size_t>(Row)];
     for (int Number = 0; Number < ColumnCount; ++Number) {
-        const auto Text = Columns[Number].Text;
-        if (Old.*Text != Player.*Text) mfg.SetCell(Row, Number, Player.*Text);
+        const std::wstring Text = Columns[Number].Text(Player);
+        if (Columns[Number].Text(Old) != Text) mfg.SetCell(Row, Number, Text);
     }
     if (Old.Team != Player.Team) mfg.SetTeam(Row, Player.Team);
     Old = Player;
@@ -80,8 +89,8 @@ void EndPlayerGrid(TextView Summary) {
 }
 
 std::optional<ChosenPlayer> SelectedPlayer() {
-    if (SelectedRow < 1 || static_cast<std::size_t>(SelectedRow) > Shown.size()) return std::nullopt;
-    return ChosenPlayer{ShownProfile, Shown[static_cast<std::size_t>(SelectedRow) - 1]};
+    if (SelectedRow < 0 || static_cast<std::size_t>(SelectedRow) >= Shown.size()) return std::nullopt;
+    return ChosenPlayer{ShownProfile, Shown[static_cast<std::size_t>(SelectedRow)]};
 }
 
 bool HasPlayerRows() { return !Shown.empty(); }
@@ -91,12 +100,7 @@ void SelectPlayerRow(int Row) {
     ShowSelectedRow();
 }
 
-void ShowSelectedRow() { mfg.Select(SelectedPlayer() ? SelectedRow - 1 : -1); }
-
-int SelectedOrFirstRow() {
-    if (SelectedPlayer()) return SelectedRow;
-    return HasPlayerRows() ? 1 : 0;
-}
+void ShowSelectedRow() { mfg.Select(SelectedPlayer() ? SelectedRow : -1); }
 
 void RefreshGrid() {
     RefreshIsWanted = Holds > 0;
@@ -125,19 +129,17 @@ void SortByColumn(int Number) {
 }
 
 void LayOutGridHeader() {
-    std::vector<const wchar_t*> Captions;
-    for (const Column& Each : Columns) Captions.push_back(Each.Caption);
-    mfg.SetColumns(Captions);
+    std::vector<GridColumn> Looks;
+    for (const Column& Row : Columns) Looks.push_back(Row.Look);
+    mfg.SetColumns(Looks);
 }
 
 void ForgetPlayerRows() noexcept {
     Incoming.clear();
     Shown.clear();
     ShownProfile = 0;
-    SelectedRow = 0;
+    SelectedRow = -1;
     SortColumn = 0;
     SortedBy = Direction::None;
     RefreshIsWanted = false;
 }
-
-void ForgetSelectedRow() { SelectPlayerRow(0); }

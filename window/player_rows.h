@@ -1,4 +1,4 @@
-// The rows of the player grid, as they are on the screen.
+// The rows of the player grid, as they are on the screen. Rows count from 0.
 #pragma once
 
 #include <optional>
@@ -7,23 +7,21 @@
 
 // A row's player as read once, together with the profile whose players the grid shows.
 struct ChosenPlayer {
-    Long Index;
+    Long Profile;
     ListedPlayer Player;
 };
-// The player in the selected row; none when there is no such row.
+// The player in the selected row; none if there is no such row.
 std::optional<ChosenPlayer> SelectedPlayer();
 
 bool HasPlayerRows();
-// Row 1 is the first player; other rows are not selected.
+// -1 selects none.
 void SelectPlayerRow(int Row);
 // Highlights the selected row again.
 void ShowSelectedRow();
-// The selected row when a player is in it, else the first player's; 0 when the grid is empty.
-int SelectedOrFirstRow();
 
-// Reads the current profile's players into the grid. While the grid is held the reading waits.
+// Reads the current profile's players into the grid. While the grid is held the refresh waits.
 void RefreshGrid();
-// What was asked for while the grid was held.
+// Carries out a refresh that waited.
 void CatchUpRefresh();
 
 // While one lives the grid keeps its rows: what the administrator points at stays what it is.
@@ -35,11 +33,10 @@ public:
     GridHold& operator=(const GridHold&) = delete;
 };
 
-// Sorts by a column, the other way round when it was the last one; "slot" is column 0.
+// Sorts by a column (from 0), in the other direction if it was the last one.
 void SortByColumn(int Column);
 
-// The grid of a window that was just made, or of none.
+// Gives a new grid its columns.
 void LayOutGridHeader();
+// Forgets rows and sort order, with the window.
 void ForgetPlayerRows() noexcept;
-// For another profile: no row is selected.
-void ForgetSelectedRow();

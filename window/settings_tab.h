@@ -1,7 +1,21 @@
-// The tab "Settings".
+// The tab "Settings", and how often the grid refreshes itself.
 #pragma once
 
 #include "host/failure.h"
+#include "host/text.h"
 
 // Shows the stored settings of the profile. Writes nothing but a missing "BanMethod".
-void ShowSettings(Long Index);
+void ShowSettings(Long Profile);
+
+// Each stores what its control shows now; a number box with another text stores nothing.
+void SaveBanMethod(int Method); // 0 command line, 1 kernel driver
+void SaveIdlePunt();
+void SaveIdleMax();
+void SaveAutoRefresh(); // also starts or stops the refresh timer
+void SaveRefreshInterval();
+
+// The milliseconds that a text in the "Secs." box stands for; half a minute if it is no number of at least 1.
+Long RefreshMilliseconds(TextView Seconds);
+// Starts tmrRefresh, or gives it the interval that the box asks for now. Error 7 if the system has no timer
+// left.
+void StartRefreshTimer(Place Where = Place::current());

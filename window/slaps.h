@@ -1,12 +1,19 @@
-// The tab "Slap Messages".
+// The tab "Slap Messages", and the messages in the grid's menu.
 #pragma once
 
 #include "host/failure.h"
 
-// Fills the list from the profile's file, which may be missing: then it stays as it is. Reports under its own
-// name.
-void GetSlaps(Long Index) noexcept;
+// Fills the list from the profile's file; a missing file leaves it as it is. Reports under its own name.
+void GetSlaps(Long Profile) noexcept;
 // Fills the sub-menu "Slap Player" in the same way. Reports under its own name.
-void LoadSlapMenu(Long Index) noexcept;
+void LoadSlapMenu(Long Profile) noexcept;
 // Empties list, sub-menu and edit box, for another profile.
 void ClearSlapTab();
+
+// The selected message goes into the edit box, and "Edit Slap" becomes enabled.
+void BeginSlapEditing();
+void EndSlapEditing();
+void AddTypedSlap();
+void ReplaceSelectedSlap();
+// Error 5 if nothing is selected.
+void DeleteSelectedSlap();

@@ -1,9 +1,9 @@
 // The controls as the handlers see them: small handles on an identifier of window/ids.h. window/win32/ puts
 // them on the system's own controls; the tests keep them in memory.
 //
-// While the window is not there every operation does nothing and every question is answered with nothing: a
-// box that a handler shows may outlive the window. What a handler sets raises no event. Indexes and rows
-// count from 0.
+// While the window is not there every operation does nothing and every question returns nothing: a
+// box that a handler shows may outlive the window. What a handler sets raises no event. Items, rows and
+// columns count from 0.
 #pragma once
 
 #include <cstdint>
@@ -42,30 +42,39 @@ struct OptionGroup {
     int Id;
     int Size;
     int Chosen() const; // -1 for none
-    void Choose(int Index) const;
+    void Choose(int Element) const;
 };
 
 struct ListBox {
     int Id;
     int Count() const;
-    std::wstring Item(int Index) const; // empty past the end
-    int Add(TextView Text) const;       // answers the item's index
-    void Replace(int Index, TextView Text) const;
-    void Remove(int Index) const;        // nothing for -1
+    std::wstring Item(int Number) const; // empty past the end
+    int Add(TextView Text) const;        // returns the item's index
+    void Replace(int Item, TextView Text) const;
+    void Remove(int Item) const;         // nothing for -1
     void Fill(const Lines& Items) const; // instead of all items, painted once
     int Selected() const;                // -1 for none
-    void Select(int Index) const;        // -1 for none
-    void ShowAtTop(int Index) const;
-    std::intptr_t ItemData(int Index) const;
-    void SetItemData(int Index, std::intptr_t Data) const;
+    void Select(int Item) const;         // -1 for none
+    void ShowAtTop(int Item) const;
+    std::intptr_t ItemData(int Item) const;
+    void SetItemData(int Item, std::intptr_t Data) const;
     // The first item that begins with the text, without regard to case; -1 for none.
     int FindPrefix(TextView Text) const;
+};
+
+enum class Align : unsigned char { Left, Right };
+
+struct GridColumn {
+    const wchar_t* Caption;
+    const wchar_t* Longest; // the text that must fit, beside the caption
+    int Share;              // per cent of the width that is left over
+    Align Alignment;        // the first column is always aligned left
 };
 
 // A table with one fixed header row above the rows.
 struct Grid {
     int Id;
-    void SetColumns(std::span<const wchar_t* const> Captions) const;
+    void SetColumns(std::span<const GridColumn> Columns) const;
     void SetRowCount(int Count) const; // new rows are empty and of no team
     void SetCell(int Row, int Column, TextView Text) const;
     void SetTeam(int Row, int Team) const; // colours the row: 1 light blue, 2 light red
@@ -102,7 +111,7 @@ struct MenuEntry {
     std::wstring Caption;
     std::vector<MenuEntry> Items; // not empty: a sub-menu
 };
-// Pops a menu up where the mouse or the keyboard asked for it. Answers the chosen entry, 0 for none.
+// Pops a menu up where the mouse or the keyboard asked for it. Returns the chosen entry, 0 for none.
 int PopUpMenu(const std::vector<MenuEntry>& Entries);
 
 // --- What the layout measures, in pixels.

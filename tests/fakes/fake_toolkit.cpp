@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "window/events.h"
-#include "window/handlers.h"
+#include "window/frmVNT.h"
 
 namespace FakeWindow {
 
@@ -159,16 +159,16 @@ void PressEnter(int Id) {
 }
 
 void ChooseRow(int Row) {
-    RowAt(Row - 1);
-    mfg_MouseDown(MouseButton::Left, Row);
+    RowAt(Row);
+    Raise(ID_mfg, Event::Click, Row);
 }
 
 void RightClickRow(int Row) {
-    if (Row > 0) RowAt(Row - 1);
-    mfg_MouseDown(MouseButton::Right, Row);
+    if (Row >= 0) RowAt(Row);
+    Raise(ID_mfg, Event::RightClick, Row);
 }
 
-void PressHeader(int Column) { mfg_MouseUp(Column); }
+void PressHeader(int Column) { Raise(ID_mfg, Event::ColumnClick, Column); }
 
 void Command(int Entry) { Raise(Entry, Event::Click); }
 
@@ -202,7 +202,7 @@ Lines Rows() {
     return Texts;
 }
 
-int SelectedRow() { return Now.value().GridSelected + 1; }
+int SelectedRow() { return Now.value().GridSelected; }
 std::wstring SortMark() { return Now.value().Sorted; }
 Lines LastMenu() { return Menu; }
 bool IsShown() { return Now && Now->Shown; }
@@ -219,12 +219,12 @@ Long IntervalOf(int Timer) {
 
 void Tick(int Timer) {
     if (IntervalOf(Timer) == 0) Impossible("timer does not run", Timer);
-    RaiseTimer(Timer);
+    Raise(Timer, Event::Tick);
 }
 
 void HostDestroysItsWindow() {
     Now.reset();
-    FrameGone();
+    frmVNT::Gone();
 }
 
 } // namespace FakeWindow
@@ -305,8 +305,8 @@ int ListBox::FindPrefix(TextView Text) const {
     return -1;
 }
 
-void Grid::SetColumns(std::span<const wchar_t* const> Captions) const {
-    if (Now) Now->Columns = Captions.size();
+void Grid::SetColumns(std::span<const GridColumn> Columns) const {
+    if (Now) Now->Columns = Columns.size();
 }
 void Grid::SetRowCount(int Count) const {
     if (!Now) return;

@@ -23,8 +23,8 @@ void ChooseItem(int List, int Index);
 void RightClick(int Id);
 void Type(int TextBox, TextView Text); // replaces the text
 void PressEnter(int Id);
-void ChooseRow(int Row);     // left button; row 1 is the first player
-void RightClickRow(int Row); // 0 is the header, -1 the empty space below
+void ChooseRow(int Row);     // left button; rows count from 0
+void RightClickRow(int Row); // -1 is the header, or the empty space below the rows
 void PressHeader(int Column);
 void Command(int Entry); // a menu entry without its menu
 
@@ -44,7 +44,7 @@ int SelectedItem(int List);
 std::intptr_t ItemData(int List, int Index);
 int TopItem(int List);
 Lines Rows();            // "07|Bob|10.0.0.7|50|1", the team last
-int SelectedRow();       // 1 is the first player, 0 none
+int SelectedRow();       // -1 for none
 std::wstring SortMark(); // "1 up", empty for none
 Lines LastMenu();        // of the last menu popped up: "Punt Player", "-", "Slap Player > go away"
 bool IsShown();

@@ -31,7 +31,7 @@ constexpr TextView Readers = L"GetPlayerList GetPing GetPlayerExtras";
 constexpr TextView Sweepers = L"tmrVN GetPlayerList KillPlayer PuntPlayer";
 
 Scenario ForBob(const char* Name, TextView Reporters, int Entry) {
-    return {Name, Reporters, [=] { FakeWindow::ChooseForRow(2, Entry); }, true};
+    return {Name, Reporters, [=] { FakeWindow::ChooseForRow(1, Entry); }, true};
 }
 Scenario WithText(const char* Name, TextView Reporters, int TextBox, TextView Text, int Id) {
     return {Name, Reporters, [=] { FakeWindow::Type(TextBox, Text), FakeWindow::Click(Id); }, true};

@@ -58,8 +58,8 @@ TEST_F(Window, TheLayoutShowsEveryControlWholeAtEverySize) {
             SCOPED_TRACE(testing::Message() << Width << " x " << Height << " at " << Dpi);
             FakeWindow::PixelsPerInch = Dpi;
             Places Where;
-            for (const Placed& Each : LayOut(Width * Dpi / 96, Height * Dpi / 96))
-                EXPECT_TRUE(Where.emplace(Each.Id, Each.Where).second) << Each.Id;
+            for (const Placed& Control : LayOut(Width * Dpi / 96, Height * Dpi / 96))
+                EXPECT_TRUE(Where.emplace(Control.Id, Control.Area).second) << Control.Id;
             for (const ControlRow& Row : Controls())
                 if (Row.What != Kind::HiddenLabel) ExpectWhole(Row, Where);
             for (const ControlRow& A : Controls())

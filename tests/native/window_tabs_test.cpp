@@ -1,6 +1,6 @@
 // Settings, slap messages and the life of the window.
 #include "tests/native/window_fixture.h"
-#include "window/refresh_interval.h"
+#include "window/settings_tab.h"
 
 namespace {
 
@@ -108,10 +108,10 @@ TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
 
     Game.Join(3, "Bob");
     Outside::Journal.clear();
-    FakeWindow::RightClickRow(0);
+    FakeWindow::RightClickRow(-1);
     FakeWindow::MenuChoices = {ID_mnuRefresh};
-    FakeWindow::RightClickRow(0);
-    FakeWindow::ChooseForRow(1, ID_mnuSlapItem + 1);
+    FakeWindow::RightClickRow(-1);
+    FakeWindow::ChooseForRow(0, ID_mnuSlapItem + 1);
     EXPECT_EQ(Outside::Journal, Lines{L"MSG 3 Bob.....50% & [1] = ;|"});
 
     FakeWindow::ChooseItem(ID_lstSlaps, 1);
@@ -126,7 +126,7 @@ TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
         FakeWindow::Click(ID_cmdSlapDelete);
         EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit)) << "what was edited is gone";
     }
-    FakeWindow::RightClickRow(1);
+    FakeWindow::RightClickRow(0);
     EXPECT_EQ(FakeWindow::LastMenu()[0], L"Punt Player") << "without messages there is no sub-menu";
 }
 
@@ -138,7 +138,7 @@ TEST_F(Window, AnotherProfileShowsNothingOfTheOneBefore) {
     Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", L"go away");
     Game.Join(3, "Bob");
     Open();
-    FakeWindow::ChooseRow(1);
+    FakeWindow::ChooseRow(0);
     FakeWindow::DoubleClick(ID_lstSlaps, 0);
     Open(6, L"Empty");
     for (const int List : {ID_lstBannedNames, ID_lstBannedIps, ID_lstSlaps})
@@ -146,8 +146,8 @@ TEST_F(Window, AnotherProfileShowsNothingOfTheOneBefore) {
     for (const int Label : {ID_lblName, ID_lblDate, ID_lblReason, ID_lblIp, ID_lblIpDate, ID_txtSlap})
         EXPECT_EQ(FakeWindow::Text(Label), L"") << Label;
     EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
-    FakeWindow::RightClickRow(1);
+    EXPECT_EQ(FakeWindow::SelectedRow(), -1);
+    FakeWindow::RightClickRow(0);
     EXPECT_EQ(FakeWindow::LastMenu()[0], L"Punt Player");
     // The same profile again: what has no file stays as it was.
     Open();
@@ -199,7 +199,7 @@ TEST_F(Window, OddNamesArriveEverywhereAsTheyAre) {
         Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
         Game.Join(3, std::string(Name.begin(), Name.end()), "10.0.0.7");
         Open();
-        FakeWindow::ChooseForRow(1, ID_mnuBan2);
+        FakeWindow::ChooseForRow(0, ID_mnuBan2);
         EXPECT_EQ(Outside::Recorded(L"MSG"),
                   Lines{L"MSG 3 " + Name + L" has been banned by the Server Admin!"});
         EXPECT_TRUE(Outside::Recorded(L"Box").empty());

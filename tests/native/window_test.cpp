@@ -13,7 +13,7 @@ protected:
         Open();
     }
     // The players as the administrator sees them after a refresh.
-    void Refresh() { FakeWindow::ChooseForRow(FakeWindow::Rows().empty() ? 0 : 1, ID_mnuRefresh); }
+    void Refresh() { FakeWindow::ChooseForRow(FakeWindow::Rows().empty() ? -1 : 0, ID_mnuRefresh); }
     void JoinBobAndRita() {
         Game.Join(3, "Bob", "10.0.0.7", 1, 50);
         Game.Join(12, "Rita", "10.0.0.9", 2, 140);
@@ -34,7 +34,7 @@ TEST_F(PlayerList, ARefreshWritesOnlyWhatChanged) {
     for (int Slot = 1; Slot <= 15; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot), "10.0.0.7");
     FakeWindow::PressHeader(1);
     Refresh();
-    FakeWindow::ChooseRow(4);
+    FakeWindow::ChooseRow(3);
     FakeWindow::GridWrites();
     Refresh();
     EXPECT_EQ(FakeWindow::GridWrites(), 0);
@@ -44,7 +44,7 @@ TEST_F(PlayerList, ARefreshWritesOnlyWhatChanged) {
     Simulation::ChangeTeam(Game.World, 3, 2);
     Refresh();
     EXPECT_EQ(FakeWindow::GridWrites(), 1);
-    EXPECT_EQ(FakeWindow::SelectedRow(), 1);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
 }
 
 TEST_F(PlayerList, SortsByWhatAColumnHolds) {
@@ -76,17 +76,17 @@ TEST_F(PlayerList, SortsByWhatAColumnHolds) {
 
 TEST_F(PlayerList, TheSelectedRowOutlivesARefreshAndAGapInTheList) {
     JoinBobAndRita();
-    FakeWindow::ChooseRow(2);
+    FakeWindow::ChooseRow(1);
     Game.Leave(12);
     Refresh();
-    EXPECT_EQ(FakeWindow::SelectedRow(), 1) << "the right click chose it";
+    EXPECT_EQ(FakeWindow::SelectedRow(), 0) << "the right click chose it";
     FakeWindow::RightClickRow(-1);
-    EXPECT_EQ(FakeWindow::SelectedRow(), 1);
-    FakeWindow::ChooseRow(1);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
+    FakeWindow::ChooseRow(0);
     Game.Leave(3);
     FakeWindow::Click(ID_chkRefresh);
     FakeWindow::Tick(ID_tmrRefresh);
-    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
+    EXPECT_EQ(FakeWindow::SelectedRow(), -1);
     // An entry that arrives without its menu finds nobody.
     Outside::Journal.clear();
     for (const int Entry : {ID_mnuPunt, ID_mnuBan1, ID_mnuBan2, ID_mnuKill, ID_mnuKillPerm, ID_mnuSwitch})
@@ -94,7 +94,7 @@ TEST_F(PlayerList, TheSelectedRowOutlivesARefreshAndAGapInTheList) {
     EXPECT_TRUE(Outside::Journal.empty());
     Game.Join(3, "Bob");
     FakeWindow::Tick(ID_tmrRefresh);
-    EXPECT_EQ(FakeWindow::SelectedRow(), 1);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
 }
 
 // --- The pop-up menus
@@ -114,16 +114,16 @@ const Lines PlayerEntries{L"Punt Player",
                           L"Refresh Player List"};
 
 TEST_F(PlayerList, TheMenuFollowsWhereTheMouseIs) {
-    FakeWindow::RightClickRow(0);
+    FakeWindow::RightClickRow(-1);
     EXPECT_EQ(FakeWindow::LastMenu(), Lines{L"Refresh Player List"});
     JoinBobAndRita();
-    FakeWindow::RightClickRow(2);
+    FakeWindow::RightClickRow(1);
     EXPECT_EQ(FakeWindow::LastMenu(), PlayerEntries);
-    EXPECT_EQ(FakeWindow::SelectedRow(), 2);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 1);
     Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", L"go away");
     Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"1", L"50% & more");
     Open();
-    FakeWindow::RightClickRow(1);
+    FakeWindow::RightClickRow(0);
     EXPECT_EQ(FakeWindow::LastMenu()[0], L"Slap Player > go away");
     EXPECT_EQ(FakeWindow::LastMenu()[1], L"Slap Player > 50% & more");
     EXPECT_EQ(FakeWindow::LastMenu().size(), PlayerEntries.size() + 2);
@@ -132,11 +132,9 @@ TEST_F(PlayerList, TheMenuFollowsWhereTheMouseIs) {
         EXPECT_EQ(FakeWindow::LastMenu(), Lines{L"Import Ban List > Merrows Server Manager - v3.0.0"});
     }
     // With players, neither the header nor the space below them has a menu.
-    for (const int Row : {0, -1}) {
-        const Lines Before = FakeWindow::LastMenu();
-        FakeWindow::RightClickRow(Row);
-        EXPECT_EQ(FakeWindow::LastMenu(), Before);
-    }
+    const Lines Before = FakeWindow::LastMenu();
+    FakeWindow::RightClickRow(-1);
+    EXPECT_EQ(FakeWindow::LastMenu(), Before);
 }
 
 TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
@@ -181,7 +179,7 @@ TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
         JoinBobAndRita();
         Outside::TextAnswers = Row.Answers;
         const long Turns = FakeWindow::HourglassTurns();
-        FakeWindow::ChooseForRow(2, Row.Entry);
+        FakeWindow::ChooseForRow(1, Row.Entry);
         EXPECT_EQ(Outside::Journal, Row.Journal) << Row.Entry;
         EXPECT_GT(FakeWindow::HourglassTurns(), Turns);
         EXPECT_FALSE(FakeWindow::HourglassIsShown());
@@ -193,7 +191,7 @@ TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
     EXPECT_TRUE(mdlVNT::KillPermList(Profile).Contains(L"Rita"));
     EXPECT_TRUE(mdlVNT::DisarmPermList(Profile).Contains(L"Rita"));
     EXPECT_TRUE(Outside::Reports.empty());
-    FakeWindow::ChooseForRow(2, ID_mnuKillPerm);
+    FakeWindow::ChooseForRow(1, ID_mnuKillPerm);
     EXPECT_EQ(Outside::Reports,
               Lines{L"mnuKillPerm: 457 This key is already associated with an element of this collection"});
 }
@@ -201,8 +199,8 @@ TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
 TEST_F(PlayerList, SwitchingWaitsForAGame) {
     JoinBobAndRita();
     Simulation::SetGameState(Game.World, 0);
-    FakeWindow::ChooseForRow(2, ID_mnuSwitch);
-    FakeWindow::ChooseForRow(2, ID_mnuSwitch);
+    FakeWindow::ChooseForRow(1, ID_mnuSwitch);
+    FakeWindow::ChooseForRow(1, ID_mnuSwitch);
     EXPECT_EQ(mdlVNT::SwitchQueue(Profile).Count(), 1u);
     EXPECT_EQ(Game.Stats(12, Layout::Statistics::Team), 2);
     Simulation::SetGameState(Game.World, 1);
@@ -212,7 +210,7 @@ TEST_F(PlayerList, SwitchingWaitsForAGame) {
     Simulation::ChangeTeam(Game.World, 12, 5);
     Refresh();
     Outside::Journal.clear();
-    FakeWindow::ChooseForRow(2, ID_mnuSwitch);
+    FakeWindow::ChooseForRow(1, ID_mnuSwitch);
     EXPECT_TRUE(Outside::Journal.empty());
 }
 
@@ -237,7 +235,7 @@ TEST_F(PlayerList, ASlotThatHasChangedHandsIsLeftAlone) {
             Outside::WhileBoxIsOpen = [&] {
                 if (Outside::Journal.back().starts_with(L"AskText")) TakeOver();
             };
-            FakeWindow::ChooseForRow(2, Entry);
+            FakeWindow::ChooseForRow(1, Entry);
             Outside::WhileBoxIsOpen = nullptr;
             EXPECT_EQ(Outside::Journal.back(), Gone);
             EXPECT_TRUE(Commands().empty());
@@ -259,12 +257,12 @@ TEST_F(PlayerList, TheGridStandsStillWhileAMenuOrTheReasonBoxIsOpen) {
         EXPECT_EQ(FakeWindow::Rows(), Before);
     };
     FakeWindow::WhileNextMenuIsOpen = Shake;
-    FakeWindow::RightClickRow(2);
+    FakeWindow::RightClickRow(1);
     EXPECT_EQ(FakeWindow::Rows().size(), 3u) << "what was asked for meanwhile is done";
     Game.Leave(1);
     Refresh();
     Outside::WhileBoxIsOpen = Shake;
-    FakeWindow::ChooseForRow(2, ID_mnuBan1); // and Cancel
+    FakeWindow::ChooseForRow(1, ID_mnuBan1); // and Cancel
     Outside::WhileBoxIsOpen = nullptr;
     EXPECT_EQ(FakeWindow::Rows().size(), 3u);
 }
@@ -273,7 +271,7 @@ TEST_F(PlayerList, AMenuOfAProfileThatIsNotShownAnyMoreActsOnNobody) {
     JoinBobAndRita();
     Outside::PutFolder(L"C:\\Host\\profiles\\Server2\\settings");
     FakeWindow::WhileNextMenuIsOpen = [&] { Open(6, L"Server2"); };
-    FakeWindow::ChooseForRow(2, ID_mnuKillPerm);
+    FakeWindow::ChooseForRow(1, ID_mnuKillPerm);
     EXPECT_EQ(mdlVNT::KillPermList(Profile).Count() + mdlVNT::KillPermList(6).Count(), 0u);
 }
 
@@ -310,8 +308,8 @@ TEST_F(PlayerList, TenThousandRacesNeverHitAnotherPlayer) {
         Refresh();
         const Lines Rows = FakeWindow::Rows();
         if (Rows.empty()) continue;
-        const int Row = 1 + Below(static_cast<unsigned>(Rows.size()));
-        const Lines Chosen = Split(Rows[static_cast<std::size_t>(Row) - 1], L"|");
+        const int Row = Below(static_cast<unsigned>(Rows.size()));
+        const Lines Chosen = Split(Rows[static_cast<std::size_t>(Row)], L"|");
         const int Slot = static_cast<int>(ToWhole(Chosen[0]));
         Outside::Journal.clear();
         std::map<int, std::string> Before;

@@ -46,14 +46,14 @@ bool CheckBox::Checked() const { return Send(Id, BM_GETCHECK) == BST_CHECKED; }
 void CheckBox::Check(bool On) const { Send(Id, BM_SETCHECK, On ? BST_CHECKED : BST_UNCHECKED); }
 
 int OptionGroup::Chosen() const {
-    for (int Index = 0; Index < Size; ++Index)
-        if (Send(Id + Index, BM_GETCHECK) == BST_CHECKED) return Index;
+    for (int Element = 0; Element < Size; ++Element)
+        if (Send(Id + Element, BM_GETCHECK) == BST_CHECKED) return Element;
     return -1;
 }
 
-void OptionGroup::Choose(int Chosen) const {
-    for (int Index = 0; Index < Size; ++Index)
-        Send(Id + Index, BM_SETCHECK, Index == Chosen ? BST_CHECKED : BST_UNCHECKED);
+void OptionGroup::Choose(int Element) const {
+    for (int Other = 0; Other < Size; ++Other)
+        Send(Id + Other, BM_SETCHECK, Other == Element ? BST_CHECKED : BST_UNCHECKED);
 }
 
 void TabControl::Turn(int Page) const {
@@ -78,7 +78,7 @@ void Timer::Stop() const {
 
 // A tick may still lie in the queue when its timer is stopped.
 void Native::OnTimer(WPARAM Id) noexcept {
-    if (RunningTimers.count(static_cast<int>(Id)) != 0) RaiseTimer(static_cast<int>(Id));
+    if (RunningTimers.count(static_cast<int>(Id)) != 0) Raise(static_cast<int>(Id), Event::Tick);
 }
 
 void Native::ForgetTimers() noexcept { RunningTimers.clear(); }

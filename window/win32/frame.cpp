@@ -1,8 +1,9 @@
+// The frame window: its class, its life and its place in the host.
 #include "window/win32/native.h"
 
 #include "host/win32/boxes.h"
 #include "host/win32/module.h"
-#include "window/events.h"
+#include "window/frmVNT.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ void ForgetEverything() noexcept {
     Native::ForgetTimers();
     Native::ForgetScrolling();
     Native::ForgetPageBackground();
-    FrameGone();
+    frmVNT::Gone();
 }
 
 void Restyle(HWND Window) noexcept {

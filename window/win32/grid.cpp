@@ -1,24 +1,21 @@
+// toolkit.h: the grid, a list view in report mode.
 #include <algorithm>
 
 #include "window/win32/native.h"
 
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
-#include "window/handlers.h"
+#include "window/events.h"
 
 using Native::Send;
 
 namespace {
 
-constexpr int TeamColumn = 4; // only while a screen reader runs: it cannot tell the row's colour
+// Only while a screen reader runs, which cannot tell a row's colour.
+constexpr GridColumn TeamColumn{L"Team", L"Blue Team", 0, Align::Left};
 
-// What a column must show, and its share (per cent) of the width that is left over.
-struct ColumnWidth {
-    const wchar_t* Longest;
-    int Share;
-};
-constexpr ColumnWidth ColumnWidths[] = {
-    {L"Slot", 0}, {L"Player", 65}, {L"255.255.255.255", 25}, {L"Ping", 10}, {L"Blue Team", 0}};
+std::vector<GridColumn> Columns; // of the window's one grid
+bool HasTeamColumn = false;      // the last one
 
 // The selected row is a darker shade of its team's colour, so that it does not hide the team.
 struct TeamRow {
@@ -37,28 +34,27 @@ bool ScreenReaderRuns() noexcept {
     return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &Runs, 0) && Runs;
 }
 
-HWND Header() noexcept { return reinterpret_cast<HWND>(Send(ID_mfg, LVM_GETHEADER)); }
+HWND HeaderOf(int Id) noexcept { return reinterpret_cast<HWND>(Send(Id, LVM_GETHEADER)); }
 
-int ColumnCount() noexcept { return Header() != nullptr ? Header_GetItemCount(Header()) : 0; }
+int RowCount(int Id) noexcept { return static_cast<int>(Send(Id, LVM_GETITEMCOUNT)); }
 
-int Rows() noexcept { return static_cast<int>(Send(ID_mfg, LVM_GETITEMCOUNT)); }
+int SelectedRow(int Id) noexcept {
+    return static_cast<int>(Send(Id, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
 
-void AddColumn(int Number, TextView Caption) {
-    std::wstring Text(Caption);
+void InsertColumn(int Id, int Number, const GridColumn& Added) {
+    std::wstring Caption(Added.Caption);
     LVCOLUMNW Column{};
-    Column.mask = LVCF_TEXT | LVCF_SUBITEM;
-    Column.pszText = Text.data();
+    Column.mask = LVCF_TEXT | LVCF_SUBITEM | LVCF_FMT;
+    Column.fmt = Added.Alignment == Align::Right ? LVCFMT_RIGHT : LVCFMT_LEFT;
+    Column.pszText = Caption.data();
     Column.iSubItem = Number;
-    Send(ID_mfg, LVM_INSERTCOLUMNW, static_cast<WPARAM>(Number), &Column);
+    Send(Id, LVM_INSERTCOLUMNW, static_cast<WPARAM>(Number), &Column);
 }
 
-bool IsSelected(int Row) noexcept {
-    return Send(ID_mfg, LVM_GETITEMSTATE, static_cast<WPARAM>(Row), LVIS_SELECTED) != 0;
-}
-
-int InnerWidth() noexcept {
+int InnerWidth(int Id) noexcept {
     RECT Inside{};
-    GetClientRect(Native::WindowOf(ID_mfg), &Inside);
+    GetClientRect(Native::WindowOf(Id), &Inside);
     return static_cast<int>(Inside.right);
 }
 
@@ -69,44 +65,50 @@ LRESULT OnCustomDraw(const NMHDR* Header) noexcept {
     if (Draw->nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
     const TeamRow& Team = TeamOf(Draw->nmcd.lItemlParam);
     if (Team.Colour == CLR_DEFAULT) return CDRF_DODEFAULT;
-    const bool Selected = IsSelected(static_cast<int>(Draw->nmcd.dwItemSpec));
+    const int Id = static_cast<int>(Header->idFrom);
+    const bool Selected = static_cast<int>(Draw->nmcd.dwItemSpec) == SelectedRow(Id);
     Draw->clrTextBk = Selected ? Team.Selected : Team.Colour;
     Draw->clrText = Selected ? White : Black;
     Draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED); // or the system's colours win
     return CDRF_NEWFONT;
 }
 
-void OnItemChanged(const NMLISTVIEW& Change) noexcept {
+void OnItemChanged(int Id, const NMLISTVIEW& Change) noexcept {
     const bool Chosen = (Change.uNewState & ~Change.uOldState & LVIS_SELECTED) != 0;
-    if (Chosen && !Native::Quiet::Now()) mfg_MouseDown(MouseButton::Left, Change.iItem + 1);
+    if (Chosen && !Native::Quiet::Now()) Raise(Id, Event::Click, Change.iItem);
 }
 
-// Ctrl and a digit sort by that column, as a click on its header does.
-void OnKey(WORD Key) noexcept {
-    if (GetKeyState(VK_CONTROL) < 0 && Key >= '1' && Key < '1' + TeamColumn) mfg_MouseUp(Key - '1');
+// Ctrl and a digit sort by that column, as a click on its heading does.
+void OnKey(int Id, WORD Key) noexcept {
+    const int Column = Key - '1';
+    const int Sortable = static_cast<int>(Columns.size()) - (HasTeamColumn ? 1 : 0);
+    if (GetKeyState(VK_CONTROL) < 0 && Column >= 0 && Column < Sortable)
+        Raise(Id, Event::ColumnClick, Column);
 }
 
 } // namespace
 
-void Grid::SetColumns(std::span<const wchar_t* const> Captions) const {
+void Grid::SetColumns(std::span<const GridColumn> Looks) const {
     Send(Id, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    Columns.assign(Looks.begin(), Looks.end());
+    HasTeamColumn = ScreenReaderRuns();
+    if (HasTeamColumn) Columns.push_back(TeamColumn);
     int Number = 0;
-    for (const wchar_t* Caption : Captions) AddColumn(Number++, Caption);
-    if (ScreenReaderRuns()) AddColumn(TeamColumn, L"Team");
-    Native::FitGridColumns();
+    for (const GridColumn& Column : Columns) InsertColumn(Id, Number++, Column);
+    Native::FitGridColumns(Id);
 }
 
 void Grid::SetRowCount(int Count) const {
     const Native::Quiet Setting;
-    const int Before = InnerWidth();
-    for (int Row = Rows(); Row > Count; --Row) Send(Id, LVM_DELETEITEM, static_cast<WPARAM>(Row - 1));
-    for (int Row = Rows(); Row < Count; ++Row) {
+    const int Before = InnerWidth(Id);
+    for (int Row = RowCount(Id); Row > Count; --Row) Send(Id, LVM_DELETEITEM, static_cast<WPARAM>(Row - 1));
+    for (int Row = RowCount(Id); Row < Count; ++Row) {
         LVITEMW Item{};
         Item.mask = LVIF_PARAM;
         Item.iItem = Row;
         Send(Id, LVM_INSERTITEMW, 0, &Item);
     }
-    if (InnerWidth() != Before) Native::FitGridColumns(); // a scroll bar came or went
+    if (InnerWidth(Id) != Before) Native::FitGridColumns(Id); // a scroll bar came or went
 }
 
 void Grid::SetCell(int Row, int Column, TextView Text) const {
@@ -124,14 +126,13 @@ void Grid::SetTeam(int Row, int Team) const {
     Item.iItem = Row;
     Item.lParam = Team;
     Send(Id, LVM_SETITEMW, 0, &Item);
-    if (ColumnCount() > TeamColumn) SetCell(Row, TeamColumn, TeamOf(Team).Name);
+    if (HasTeamColumn) SetCell(Row, static_cast<int>(Columns.size()) - 1, TeamOf(Team).Name);
     Send(Id, LVM_REDRAWITEMS, static_cast<WPARAM>(Row), Row);
 }
 
 void Grid::Select(int Row) const {
     const Native::Quiet Setting;
-    const LRESULT Now = Send(Id, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
-    if (Now == Row) return;
+    if (SelectedRow(Id) == Row) return;
     LVITEMW Item{};
     Item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
     if (Row < 0) Item.stateMask = LVIS_SELECTED;
@@ -140,71 +141,72 @@ void Grid::Select(int Row) const {
 }
 
 void Grid::ShowSort(int Column, bool Ascending) const {
-    for (int Number = 0; Number < ColumnCount(); ++Number) {
+    for (int Number = 0; Number < static_cast<int>(Columns.size()); ++Number) {
         HDITEMW Item{};
         Item.mask = HDI_FORMAT;
-        SendMessageW(Header(), HDM_GETITEMW, static_cast<WPARAM>(Number), reinterpret_cast<LPARAM>(&Item));
+        SendMessageW(HeaderOf(Id), HDM_GETITEMW, static_cast<WPARAM>(Number),
+                     reinterpret_cast<LPARAM>(&Item));
         Item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
         if (Number == Column) Item.fmt |= Ascending ? HDF_SORTUP : HDF_SORTDOWN;
-        SendMessageW(Header(), HDM_SETITEMW, static_cast<WPARAM>(Number), reinterpret_cast<LPARAM>(&Item));
+        SendMessageW(HeaderOf(Id), HDM_SETITEMW, static_cast<WPARAM>(Number),
+                     reinterpret_cast<LPARAM>(&Item));
     }
 }
 
 namespace Native {
 
 LRESULT OnGridNotify(const NMHDR* Header) noexcept {
+    const int Id = static_cast<int>(Header->idFrom);
     switch (Header->code) {
     case NM_CUSTOMDRAW: return OnCustomDraw(Header);
-    case LVN_ITEMCHANGED: OnItemChanged(*reinterpret_cast<const NMLISTVIEW*>(Header)); break;
-    case LVN_COLUMNCLICK: mfg_MouseUp(reinterpret_cast<const NMLISTVIEW*>(Header)->iSubItem); break;
-    case LVN_KEYDOWN: OnKey(reinterpret_cast<const NMLVKEYDOWN*>(Header)->wVKey); break;
+    case LVN_ITEMCHANGED: OnItemChanged(Id, *reinterpret_cast<const NMLISTVIEW*>(Header)); break;
+    case LVN_COLUMNCLICK:
+        Raise(Id, Event::ColumnClick, reinterpret_cast<const NMLISTVIEW*>(Header)->iSubItem);
+        break;
+    case LVN_KEYDOWN: OnKey(Id, reinterpret_cast<const NMLVKEYDOWN*>(Header)->wVKey); break;
     // A click beside the rows takes the highlight away, but the selected row stays what it is.
     case NM_CLICK:
     case NM_RCLICK:
-        if (reinterpret_cast<const NMITEMACTIVATE*>(Header)->iItem < 0) mfg_MouseDown(MouseButton::Left, -1);
+        if (reinterpret_cast<const NMITEMACTIVATE*>(Header)->iItem < 0) Raise(Id, Event::Click, -1);
         break;
     default: break;
     }
     return 0;
 }
 
-int GridRowAt(POINT Screen) noexcept {
-    if (Rows() == 0) return 0;
-    RECT Captions{};
-    GetWindowRect(::Header(), &Captions);
-    if (PtInRect(&Captions, Screen)) return 0;
-    LVHITTESTINFO Hit{};
-    Hit.pt = Screen;
-    ScreenToClient(WindowOf(ID_mfg), &Hit.pt);
-    const LRESULT Row = Send(ID_mfg, LVM_SUBITEMHITTEST, 0, &Hit);
-    return Row >= 0 ? static_cast<int>(Row) + 1 : -1;
-}
-
-RECT GridRowRect(int Row) noexcept {
-    RECT Place{};
-    Place.left = LVIR_BOUNDS;
-    if (Row < 1 || !Send(ID_mfg, LVM_GETITEMRECT, static_cast<WPARAM>(Row - 1), &Place)) {
-        GetClientRect(WindowOf(ID_mfg), &Place);
-        Place.bottom = Place.top + Measure::Scaled(24);
+void OnGridMenu(int Id, const POINT* Mouse) noexcept {
+    if (Mouse != nullptr) {
+        LVHITTESTINFO Hit{};
+        Hit.pt = *Mouse;
+        ScreenToClient(WindowOf(Id), &Hit.pt);
+        RECT Captions{};
+        GetWindowRect(HeaderOf(Id), &Captions); // lies over a row that is scrolled half out of sight
+        const bool OnHeader = PtInRect(&Captions, *Mouse) != FALSE;
+        const int Row = OnHeader ? -1 : static_cast<int>(Send(Id, LVM_SUBITEMHITTEST, 0, &Hit));
+        return Raise(Id, Event::RightClick, Row);
     }
-    MapWindowPoints(WindowOf(ID_mfg), nullptr, reinterpret_cast<POINT*>(&Place), 2);
-    return Place;
+    const int Row = SelectedRow(Id) >= 0 ? SelectedRow(Id) : std::min(RowCount(Id), 1) - 1;
+    RECT Box{};
+    Box.left = LVIR_BOUNDS;
+    if (Row < 0 || !Send(Id, LVM_GETITEMRECT, static_cast<WPARAM>(Row), &Box))
+        GetClientRect(WindowOf(Id), &Box);
+    MapWindowPoints(WindowOf(Id), nullptr, reinterpret_cast<POINT*>(&Box), 2);
+    SetMenuPointBelow(Box);
+    Raise(Id, Event::RightClick, Row);
 }
 
-void FitGridColumns() noexcept {
-    Trapped(L"mfg", mdlVNT::CurrentProfile, [] {
-        int Spare = InnerWidth();
+void FitGridColumns(int Id) noexcept {
+    Trapped(L"mfg", mdlVNT::CurrentProfile, [&] {
+        int Spare = InnerWidth(Id);
         std::vector<int> Widths;
-        for (const ColumnWidth& Each : ColumnWidths) {
-            Widths.push_back(Measure::TextWidth(Each.Longest) +
+        for (const GridColumn& Column : Columns) {
+            Widths.push_back(Measure::TextWidth(Column.Longest) +
                              Measure::Scaled(24)); // room for the sort mark
-            if (static_cast<int>(Widths.size()) <= ColumnCount()) Spare -= Widths.back();
+            Spare -= Widths.back();
         }
         for (std::size_t Number = 0; Number < Widths.size(); ++Number)
-            Widths[Number] += std::max(Spare, 0) * ColumnWidths[Number].Share / 100;
-        for (int Number = 0; Number < ColumnCount(); ++Number)
-            Send(ID_mfg, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(Number),
-                 Widths[static_cast<std::size_t>(Number)]);
+            Send(Id, LVM_SETCOLUMNWIDTH, Number,
+                 Widths[Number] + std::max(Spare, 0) * Columns[Number].Share / 100);
     });
 }
 

@@ -1,3 +1,4 @@
+// toolkit.h: the list box.
 #include <algorithm>
 
 #include "window/win32/native.h"
@@ -23,11 +24,11 @@ void Paint(int Id, bool On) {
 
 int ListBox::Count() const { return static_cast<int>(Send(Id, LB_GETCOUNT)); }
 
-std::wstring ListBox::Item(int Index) const {
-    const LRESULT Length = Index < 0 ? LB_ERR : Send(Id, LB_GETTEXTLEN, static_cast<WPARAM>(Index));
+std::wstring ListBox::Item(int Number) const {
+    const LRESULT Length = Number < 0 ? LB_ERR : Send(Id, LB_GETTEXTLEN, static_cast<WPARAM>(Number));
     if (Length <= 0) return {};
     std::wstring Text(static_cast<std::size_t>(Length) + 1, L'\0');
-    const LRESULT Got = Send(Id, LB_GETTEXT, static_cast<WPARAM>(Index), Text.data());
+    const LRESULT Got = Send(Id, LB_GETTEXT, static_cast<WPARAM>(Number), Text.data());
     Text.resize(Got > 0 ? static_cast<std::size_t>(Got) : 0);
     return Text;
 }
@@ -37,20 +38,20 @@ int ListBox::Add(TextView Text) const {
     return static_cast<int>(Send(Id, LB_ADDSTRING, 0, std::wstring(Text).c_str()));
 }
 
-void ListBox::Replace(int Index, TextView Text) const {
-    const LRESULT Data = ItemData(Index);
+void ListBox::Replace(int Item, TextView Text) const {
+    const LRESULT Data = ItemData(Item);
     const int Chosen = Selected();
     Paint(Id, false);
-    Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Index));
-    Send(Id, LB_INSERTSTRING, static_cast<WPARAM>(Index), std::wstring(Text).c_str());
-    SetItemData(Index, Data);
-    if (Chosen == Index) Select(Index);
+    Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Item));
+    Send(Id, LB_INSERTSTRING, static_cast<WPARAM>(Item), std::wstring(Text).c_str());
+    SetItemData(Item, Data);
+    if (Chosen == Item) Select(Item);
     Widen(Id, WidthOf(Text));
     Paint(Id, true);
 }
 
-void ListBox::Remove(int Index) const {
-    if (Index >= 0) Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Index));
+void ListBox::Remove(int Item) const {
+    if (Item >= 0) Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Item));
 }
 
 void ListBox::Fill(const Lines& Items) const {
@@ -58,9 +59,9 @@ void ListBox::Fill(const Lines& Items) const {
     Send(Id, LB_RESETCONTENT);
     Send(Id, LB_INITSTORAGE, Items.size(), 0);
     int Widest = 0;
-    for (const std::wstring& Each : Items) {
-        Widest = std::max(Widest, WidthOf(Each));
-        Send(Id, LB_ADDSTRING, 0, Each.c_str());
+    for (const std::wstring& Text : Items) {
+        Widest = std::max(Widest, WidthOf(Text));
+        Send(Id, LB_ADDSTRING, 0, Text.c_str());
     }
     Send(Id, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(Widest));
     Paint(Id, true);
@@ -70,16 +71,16 @@ int ListBox::Selected() const {
     return Native::WindowOf(Id) != nullptr ? static_cast<int>(Send(Id, LB_GETCURSEL)) : -1;
 }
 
-void ListBox::Select(int Index) const { Send(Id, LB_SETCURSEL, static_cast<WPARAM>(Index)); }
+void ListBox::Select(int Item) const { Send(Id, LB_SETCURSEL, static_cast<WPARAM>(Item)); }
 
-void ListBox::ShowAtTop(int Index) const { Send(Id, LB_SETTOPINDEX, static_cast<WPARAM>(Index)); }
+void ListBox::ShowAtTop(int Item) const { Send(Id, LB_SETTOPINDEX, static_cast<WPARAM>(Item)); }
 
-std::intptr_t ListBox::ItemData(int Index) const {
-    return Send(Id, LB_GETITEMDATA, static_cast<WPARAM>(Index));
+std::intptr_t ListBox::ItemData(int Item) const {
+    return Send(Id, LB_GETITEMDATA, static_cast<WPARAM>(Item));
 }
 
-void ListBox::SetItemData(int Index, std::intptr_t Data) const {
-    if (Index >= 0) Send(Id, LB_SETITEMDATA, static_cast<WPARAM>(Index), Data);
+void ListBox::SetItemData(int Item, std::intptr_t Data) const {
+    if (Item >= 0) Send(Id, LB_SETITEMDATA, static_cast<WPARAM>(Item), Data);
 }
 
 int ListBox::FindPrefix(TextView Text) const {

@@ -1,3 +1,5 @@
+// Pop-up menus.
+#include <algorithm>
 #include <utility>
 
 #include "window/win32/native.h"
@@ -46,12 +48,16 @@ void AppendEntry(HMENU Menu, const MenuEntry& Entry) {
 }
 
 void FillMenu(HMENU Menu, const std::vector<MenuEntry>& Entries) {
-    for (const MenuEntry& Each : Entries) AppendEntry(Menu, Each);
+    for (const MenuEntry& Entry : Entries) AppendEntry(Menu, Entry);
 }
 
 } // namespace
 
 void Native::SetMenuPoint(POINT Screen) noexcept { MenuPoint = Screen; }
+
+void Native::SetMenuPointBelow(const RECT& Box) noexcept {
+    MenuPoint = {Box.left + Measure::Scaled(16), std::min(Box.bottom, Box.top + Measure::Scaled(24))};
+}
 
 int PopUpMenu(const std::vector<MenuEntry>& Entries) {
     const OwnedMenu Menu;

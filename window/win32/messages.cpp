@@ -1,10 +1,9 @@
-#include <algorithm>
+// The messages of the frame and its pages become events.
+#include <optional>
 
 #include "window/win32/native.h"
 
 #include "window/events.h"
-#include "window/handlers.h"
-#include "window/player_rows.h"
 
 namespace Native {
 
@@ -22,24 +21,16 @@ constexpr CodeRow Codes[] = {
     {Kind::List, LBN_DBLCLK, Event::DblClick},
 };
 
+std::optional<Kind> KindOf(int Id) noexcept {
+    for (const ControlRow& Control : Controls())
+        if (Control.Id == Id) return Control.What;
+    return std::nullopt;
+}
+
 void OnControl(int Id, WORD Code) noexcept {
     if (Quiet::Now()) return;
-    for (const ControlRow& Control : Controls()) {
-        if (Control.Id != Id) continue;
-        for (const CodeRow& Row : Codes)
-            if (Row.What == Control.What && Row.Code == Code) Raise(Id, Row.Means);
-    }
-}
-
-// Below a row or control, where the menu key was pressed.
-void MenuBelow(const RECT& Place) noexcept {
-    SetMenuPoint({Place.left + Measure::Scaled(16), std::min(Place.bottom, Place.top + Measure::Scaled(24))});
-}
-
-void OnGridMenu(bool FromKeyboard, POINT Screen) noexcept {
-    const int Row = FromKeyboard ? SelectedOrFirstRow() : GridRowAt(Screen);
-    if (FromKeyboard) MenuBelow(GridRowRect(Row));
-    mfg_MouseDown(MouseButton::Right, Row);
+    for (const CodeRow& Row : Codes)
+        if (Row.What == KindOf(Id) && Row.Code == Code) Raise(Id, Row.Means);
 }
 
 } // namespace
@@ -56,24 +47,27 @@ void OnCommand(WPARAM W, LPARAM L) noexcept {
 
 LRESULT OnNotify(const NMHDR* Header) noexcept {
     if (Header->code == TTN_GETDISPINFOW) OnTooltip(Header);
-    if (Header->idFrom == ID_mfg) return OnGridNotify(Header);
+    if (KindOf(static_cast<int>(Header->idFrom)) == Kind::Grid) return OnGridNotify(Header);
     if (Header->idFrom == ID_stMain && Header->code == TCN_SELCHANGE)
         ShowPage(static_cast<int>(Send(ID_stMain, TCM_GETCURSEL)));
     return 0;
 }
 
 void OnContextMenu(HWND Asked, LPARAM Position) noexcept {
-    const bool FromKeyboard = Position == -1;
-    const POINT Screen{static_cast<short>(LOWORD(Position)), static_cast<short>(HIWORD(Position))};
-    SetMenuPoint(Screen);
-    const HWND Grid = WindowOf(ID_mfg);
-    if (Asked == Grid || IsChild(Grid, Asked)) return OnGridMenu(FromKeyboard, Screen);
-    if (FromKeyboard) {
-        RECT Place{};
-        GetWindowRect(Asked, &Place);
-        MenuBelow(Place);
-    }
-    Raise(IdOf(Asked), Event::RightClick);
+    const POINT Mouse{static_cast<short>(LOWORD(Position)), static_cast<short>(HIWORD(Position))};
+    const bool ByKeyboard = Position == -1;
+    RECT Box{};
+    GetWindowRect(Asked, &Box);
+    if (ByKeyboard)
+        SetMenuPointBelow(Box);
+    else
+        SetMenuPoint(Mouse);
+    // A grid's header is a window of its own.
+    const int Id = IdOf(Asked) != 0 ? IdOf(Asked) : IdOf(GetParent(Asked));
+    if (KindOf(Id) == Kind::Grid)
+        OnGridMenu(Id, ByKeyboard ? nullptr : &Mouse);
+    else
+        Raise(Id, Event::RightClick);
 }
 
 } // namespace Native

@@ -94,10 +94,10 @@ void OnContextMenu(HWND Asked, LPARAM Position) noexcept;
 // --- The grid (grid.cpp).
 
 LRESULT OnGridNotify(const NMHDR* Header) noexcept;
-// The row (in the sense of mfg_MouseDown) under a point of the screen.
-int GridRowAt(POINT Screen) noexcept;
-RECT GridRowRect(int Row) noexcept; // on the screen
-void FitGridColumns() noexcept;
+// Raises the right click, with the row at the mouse's place on the screen; null: with the selected row or the
+// first, for the menu key.
+void OnGridMenu(int Id, const POINT* Mouse) noexcept;
+void FitGridColumns(int Id) noexcept;
 
 // --- Tooltips (tooltips.cpp): values that are longer than their labels.
 
@@ -110,7 +110,9 @@ void OnTooltip(const NMHDR* Header) noexcept;
 void StartKeyboard() noexcept;
 void StopKeyboard() noexcept;
 
-// Where the next pop-up menu appears, on the screen.
+// --- Pop-up menus (menu.cpp): where the next one appears, on the screen.
+
 void SetMenuPoint(POINT Screen) noexcept;
+void SetMenuPointBelow(const RECT& Box) noexcept; // a row or control
 
 } // namespace Native

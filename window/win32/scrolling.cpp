@@ -37,24 +37,24 @@ RECT SetBars(const Size& Smallest) noexcept {
     return Area;
 }
 
-void Place(const Placed& Each) {
-    const bool OnFrame = RowOf(Each.Id).Parent == 0;
-    const int X = Each.Where.X - (OnFrame ? static_cast<int>(Offset.x) : 0);
-    const int Y = Each.Where.Y - (OnFrame ? static_cast<int>(Offset.y) : 0);
-    SetWindowPos(WindowOf(Each.Id), nullptr, X, Y, Each.Where.Width, Each.Where.Height,
+void MoveControl(const Placed& Control) {
+    const bool OnFrame = RowOf(Control.Id).Parent == 0;
+    const int X = Control.Area.X - (OnFrame ? static_cast<int>(Offset.x) : 0);
+    const int Y = Control.Area.Y - (OnFrame ? static_cast<int>(Offset.y) : 0);
+    SetWindowPos(WindowOf(Control.Id), nullptr, X, Y, Control.Area.Width, Control.Area.Height,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
-int Asked(const SCROLLINFO& Now, WORD Request, int Step) noexcept {
+int Asked(const SCROLLINFO& Bar, WORD Request, int Step) noexcept {
     switch (Request) {
-    case SB_LINEUP: return Now.nPos - Step;
-    case SB_LINEDOWN: return Now.nPos + Step;
-    case SB_PAGEUP: return Now.nPos - static_cast<int>(Now.nPage);
-    case SB_PAGEDOWN: return Now.nPos + static_cast<int>(Now.nPage);
-    case SB_THUMBTRACK: return Now.nTrackPos;
+    case SB_LINEUP: return Bar.nPos - Step;
+    case SB_LINEDOWN: return Bar.nPos + Step;
+    case SB_PAGEUP: return Bar.nPos - static_cast<int>(Bar.nPage);
+    case SB_PAGEDOWN: return Bar.nPos + static_cast<int>(Bar.nPage);
+    case SB_THUMBTRACK: return Bar.nTrackPos;
     case SB_TOP: return 0;
-    case SB_BOTTOM: return Now.nMax;
-    default: return Now.nPos;
+    case SB_BOTTOM: return Bar.nMax;
+    default: return Bar.nPos;
     }
 }
 
@@ -65,36 +65,36 @@ void ApplyLayout() noexcept {
     Placing = true;
     Trapped(L"FormResize", mdlVNT::CurrentProfile, [] {
         const RECT Area = SetBars(SmallestLayout());
-        for (const Placed& Each : LayOut(static_cast<int>(Area.right), static_cast<int>(Area.bottom)))
-            Place(Each);
+        for (const Placed& Control : LayOut(static_cast<int>(Area.right), static_cast<int>(Area.bottom)))
+            MoveControl(Control);
         ForgetPageBackground();
-        FitGridColumns();
+        FitGridColumns(ID_mfg);
         RedrawWindow(FrameWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     });
     Placing = false;
 }
 
 void Scroll(int Bar, WPARAM Request) noexcept {
-    SCROLLINFO Now{};
-    Now.cbSize = sizeof Now;
-    Now.fMask = SIF_ALL;
-    GetScrollInfo(FrameWindow(), Bar, &Now);
+    SCROLLINFO Info{};
+    Info.cbSize = sizeof Info;
+    Info.fMask = SIF_ALL;
+    GetScrollInfo(FrameWindow(), Bar, &Info);
     LONG& Position = Bar == SB_HORZ ? Offset.x : Offset.y;
-    Position = Asked(Now, LOWORD(Request), Measure::LineHeight());
+    Position = Asked(Info, LOWORD(Request), Measure::LineHeight());
     ApplyLayout();
 }
 
 void ScrollTo(HWND Control) noexcept {
     RECT Area{};
-    RECT Place{};
+    RECT Box{};
     GetClientRect(FrameWindow(), &Area);
-    GetWindowRect(Control, &Place);
-    MapWindowPoints(nullptr, FrameWindow(), reinterpret_cast<POINT*>(&Place), 2);
+    GetWindowRect(Control, &Box);
+    MapWindowPoints(nullptr, FrameWindow(), reinterpret_cast<POINT*>(&Box), 2);
     const POINT Before = Offset;
-    if (Place.right > Area.right) Offset.x += Place.right - Area.right;
-    if (Place.left < 0) Offset.x += Place.left;
-    if (Place.bottom > Area.bottom) Offset.y += Place.bottom - Area.bottom;
-    if (Place.top < 0) Offset.y += Place.top;
+    if (Box.right > Area.right) Offset.x += Box.right - Area.right;
+    if (Box.left < 0) Offset.x += Box.left;
+    if (Box.bottom > Area.bottom) Offset.y += Box.bottom - Area.bottom;
+    if (Box.top < 0) Offset.y += Box.top;
     if (Before.x != Offset.x || Before.y != Offset.y) ApplyLayout();
 }
 

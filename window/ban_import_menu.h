@@ -1,0 +1,5 @@
+// The menu of the ban lists: import of another tool's ban file.
+#pragma once
+
+// Asks for a file and adds its entries to the lists of the shown profile. Ends without a word on any failure.
+void ImportChosenFile();

@@ -1,0 +1,30 @@
+// What the two ban list boxes show: their items, and the details of the selected one.
+#pragma once
+
+#include "host/failure.h"
+#include "window/controls.h"
+#include "window/list_editing.h"
+
+// Fill the lists from the profile's files; a missing file leaves its list as it is.
+void ShowBannedNames(Long Profile);
+void ShowBannedIps(Long Profile);
+
+// Empty both lists and their details, for another profile.
+void ClearBanLists();
+
+// Append an item ("[1] Bob" with its tag's number as the item's data), or an address.
+void AppendBannedName(TextView Item);
+void AppendBannedIp(TextView Address);
+
+// Whether the boxes still show this profile: another one may have been loaded while a box was open.
+bool BanListsShow(Long Profile);
+
+// Append what a ban has stored for a player, unless the lists have it already or show another profile.
+void ShowNewBan(Long Profile, const std::wstring& Name, const std::wstring& Ip);
+
+// Show date and reason of the selected item; empty if none is selected.
+void ShowNameDetails();
+void ShowIpDetails();
+
+inline constexpr DetailedList BannedNamesList{lstBannedNames, L"lstBannedNames", ShowNameDetails};
+inline constexpr DetailedList BannedIpsList{lstBannedIps, L"lstBannedIps", ShowIpDetails};

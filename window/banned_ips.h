@@ -1,0 +1,6 @@
+// The tab "Banned IP Addresses": what its buttons do.
+#pragma once
+
+void AddTypedIp();
+void RemoveSelectedIp();
+void SearchIps();

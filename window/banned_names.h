@@ -1,0 +1,6 @@
+// The tab "Banned Names": what its buttons do.
+#pragma once
+
+void AddTypedName();
+void RemoveSelectedName();
+void SearchNames();
