@@ -98,6 +98,39 @@ TEST_F(Client, DescriptorIsTheSameForBothKindsOfClient) {
     VariantClear(&Direct.ServerMenuItems);
 }
 
+// Hosts written with other tools read the record by these offsets.
+TEST_F(Client, TheRecordIsAlignedToFourBytes) {
+    const std::vector<ULONG> Expected = {0,  4,  8,  12, 16, 20,  36,  38,  40, 42,
+                                         44, 60, 76, 92, 96, 100, 104, 108, 112};
+    ITypeInfo *Interface = nullptr, *Record = nullptr;
+    ITypeLib* Library = nullptr;
+    UINT Number = 0;
+    ASSERT_EQ(Early->GetTypeInfo(0, 0, &Interface), S_OK);
+    ASSERT_EQ(Interface->GetContainingTypeLib(&Library, &Number), S_OK);
+    const GUID RecordId{0xabb61003, 0x21f4, 0x4478, {0x93, 0x3e, 0x1f, 0x6a, 0xb4, 0x70, 0x6f, 0xa9}};
+    ASSERT_EQ(Library->GetTypeInfoOfGuid(RecordId, &Record), S_OK);
+    TYPEATTR* Attributes = nullptr;
+    ASSERT_EQ(Record->GetTypeAttr(&Attributes), S_OK);
+    EXPECT_EQ(Attributes->cbSizeInstance, 116u);
+    EXPECT_EQ(Attributes->cbAlignment, 4);
+    std::vector<ULONG> Offsets;
+    for (UINT Field = 0; Field < Attributes->cVars; ++Field) {
+        VARDESC* Description = nullptr;
+        ASSERT_EQ(Record->GetVarDesc(Field, &Description), S_OK);
+        Offsets.push_back(Description->oInst);
+        Record->ReleaseVarDesc(Description);
+    }
+    EXPECT_EQ(Offsets, Expected);
+    Record->ReleaseTypeAttr(Attributes);
+    Record->Release();
+    Library->Release();
+    Interface->Release();
+    EXPECT_EQ(sizeof(PLUGIN), 116u);
+    EXPECT_EQ(offsetof(PLUGIN, Game), 20u);
+    EXPECT_EQ(offsetof(PLUGIN, ProfileMenuItems), 44u);
+    EXPECT_EQ(offsetof(PLUGIN, MinQRVVer), 112u);
+}
+
 TEST_F(Client, PrivilegesAreAnArrayOfStrings) {
     const Value List = Late.Call(L"GetPrivis");
     EXPECT_EQ(List->vt, VT_ARRAY | VT_BSTR);
