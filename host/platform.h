@@ -18,8 +18,8 @@ std::wstring PluginFolder(Place Where = Place::current());
 
 // At most 254 characters; empty when file, section or key is absent.
 std::wstring GetProfileText(TextView Section, TextView Key, TextView File);
-// Reports no failure: a text that cannot be written is lost.
-void WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File);
+// Returns whether the text was written: the file may be read-only or open elsewhere, or the disk full.
+bool WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File);
 // Nothing to delete is no failure. Errors 75, 76.
 void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where = Place::current());
 
@@ -29,7 +29,7 @@ bool FileExists(TextView Path);
 bool FolderExists(TextView Path);
 // One level: error 76 when the parent is missing, 75 when it cannot be made.
 void CreateFolder(TextView Path, Place Where = Place::current());
-// Makes an empty file, or empties an existing one; errors 75, 76.
+// Makes an empty file where none is; one that is there stays as it is. Errors 75, 76.
 void CreateEmptyFile(TextView Path, Place Where = Place::current());
 void DeleteFileAt(TextView Path, Place Where = Place::current());
 

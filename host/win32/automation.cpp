@@ -15,29 +15,6 @@ Variant Changed(const VARIANT& From, VARTYPE Type, Place Where) {
     return To;
 }
 
-struct KnownError {
-    HRESULT Error;
-    Long Number;
-};
-
-constexpr KnownError KnownErrors[] = {
-    {E_OUTOFMEMORY, ErrorNumber::OutOfMemory},
-    {DISP_E_OVERFLOW, ErrorNumber::Overflow},
-    {DISP_E_TYPEMISMATCH, ErrorNumber::TypeMismatch},
-    {DISP_E_BADVARTYPE, ErrorNumber::TypeMismatch},
-    {DISP_E_MEMBERNOTFOUND, ErrorNumber::NoSuchMember},
-    {DISP_E_UNKNOWNNAME, ErrorNumber::NoSuchMember},
-    {DISP_E_BADINDEX, ErrorNumber::SubscriptOutOfRange},
-    {DISP_E_PARAMNOTOPTIONAL, ErrorNumber::ArgumentNotOptional},
-};
-
-// The number of an automation error; other errors keep their whole value.
-Long NumberOf(HRESULT Error) {
-    for (const KnownError& Known : KnownErrors)
-        if (Known.Error == Error) return Known.Number;
-    return HRESULT_FACILITY(Error) == FACILITY_CONTROL ? HRESULT_CODE(Error) : static_cast<Long>(Error);
-}
-
 // The three strings of an EXCEPINFO are the caller's.
 class ExceptionInfo {
 public:
@@ -52,7 +29,7 @@ public:
 
     [[noreturn]] void Throw(Place Where) {
         if (Info.pfnDeferredFillIn != nullptr) Info.pfnDeferredFillIn(&Info);
-        const Long Number = Info.wCode != 0 ? Info.wCode : NumberOf(Info.scode);
+        const Long Number = Info.wCode != 0 ? Info.wCode : ErrorNumberOf(Info.scode);
         std::wstring Description = TextOf(Info.bstrDescription);
         if (Description.empty())
             Description = Info.wCode != 0 ? ErrorDescription(Number) : SystemText(Info.scode);
@@ -135,25 +112,6 @@ Lines ToLines(SAFEARRAY* Array, Place Where) {
     for (std::size_t I = 0; I < Array->rgsabound[0].cElements; ++I)
         Elements.push_back(ElementText(Array, Type, Data, I, Where));
     return Elements;
-}
-
-std::wstring SystemText(HRESULT Error) {
-    wchar_t* Text = nullptr;
-    const DWORD Length = FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        static_cast<DWORD>(Error), 0, reinterpret_cast<wchar_t*>(&Text), 0, nullptr);
-    std::wstring Described(Text == nullptr ? L"" : Text, Length);
-    LocalFree(Text);
-    while (!Described.empty() &&
-           (Described.back() == L'\n' || Described.back() == L'\r' || Described.back() == L' '))
-        Described.pop_back();
-    return Described;
-}
-
-void FailWith(HRESULT Error, Place Where) {
-    const Long Number = NumberOf(Error);
-    const bool Known = Number != static_cast<Long>(Error);
-    Fail(Number, Known ? ErrorDescription(Number) : SystemText(Error), Where);
 }
 
 Argument Arg(Long Number) {

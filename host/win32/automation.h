@@ -11,6 +11,7 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "host/win32/system_error.h"
 
 // A VARIANT that is ours to clear.
 class Variant {
@@ -54,11 +55,6 @@ std::wstring ToWideText(const VARIANT& Value, Place Where = Place::current());
 SAFEARRAY* ArrayIn(const VARIANT& Value) noexcept;
 // The elements of a one-dimensional array of strings or Variants as texts; error 13 for another kind.
 Lines ToLines(SAFEARRAY* Array, Place Where = Place::current());
-
-// The description that the system has for an error.
-std::wstring SystemText(HRESULT Error);
-// Throws what an automation client would report for the error.
-[[noreturn]] void FailWith(HRESULT Error, Place Where);
 
 // --- Calling a member.
 

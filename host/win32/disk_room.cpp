@@ -1,8 +1,10 @@
+// How much room the disk has for a file that grows.
 #include "host/win32/disk_room.h"
 
 #include <windows.h>
 
-#include "host/win32/automation.h"
+#include "host/win32/single_byte.h"
+#include "host/win32/system_error.h"
 
 namespace {
 
@@ -28,30 +30,32 @@ bool HasRoom(TextView Path, std::uint64_t Growth, bool WithCopy) {
     const std::wstring File(Path);
     const std::wstring Folder = File.substr(0, File.find_last_of(L'\\'));
     ULARGE_INTEGER Free{};
-    // Where nobody says how much is free, the write itself has to tell.
+    // If the free space is unknown, let the write succeed or fail.
     if (!GetDiskFreeSpaceExW(Folder.c_str(), &Free, nullptr, nullptr)) return true;
     const Extent Present = ExtentOf(File);
     return Present.Slack >= Growth || Free.QuadPart >= Growth + (WithCopy ? Present.Size : 0);
 }
 
-[[noreturn]] void FailForWantOfRoom(TextView File, Place Where) {
-    Fail(ErrorNumber::PathAccess,
-         ErrorDescription(ErrorNumber::PathAccess) + L": " + std::wstring(File) + L" (" +
-             SystemText(HRESULT_FROM_WIN32(ERROR_DISK_FULL)) + L")",
-         Where);
+[[noreturn]] void FailDiskFull(TextView File, Place Where) {
+    FailWithFileError(ERROR_DISK_FULL, File, Where);
+}
+
+// A character may take up to four bytes in the file.
+std::uint64_t BytesOf(TextView Text, Place Where = Place::current()) {
+    return SingleByte(Text, Where).size();
 }
 
 } // namespace
 
 bool HasRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value) {
     const std::size_t Marks = TextView(L"\r\n[]\r\n=\r\n").size();
-    return HasRoom(File, Section.size() + Key.size() + Value.size() + Marks, true);
+    return HasRoom(File, BytesOf(Section) + BytesOf(Key) + BytesOf(Value) + Marks, true);
 }
 
 void RequireRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value, Place Where) {
-    if (!HasRoomForEntry(File, Section, Key, Value)) FailForWantOfRoom(File, Where);
+    if (!HasRoomForEntry(File, Section, Key, Value)) FailDiskFull(File, Where);
 }
 
-void RequireRoomToAppend(TextView File, std::size_t Bytes, Place Where) {
-    if (!HasRoom(File, Bytes, false)) FailForWantOfRoom(File, Where);
+void RequireRoomForLine(TextView File, TextView Text, Place Where) {
+    if (!HasRoom(File, BytesOf(Text, Where) + CrLf.size(), false)) FailDiskFull(File, Where);
 }

@@ -11,5 +11,5 @@
 bool HasRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value);
 void RequireRoomForEntry(TextView File, TextView Section, TextView Key, TextView Value,
                          Place Where = Place::current());
-// Room for so many bytes at the file's end.
-void RequireRoomToAppend(TextView File, std::size_t Bytes, Place Where = Place::current());
+// Room for the text and a line end at the file's end.
+void RequireRoomForLine(TextView File, TextView Text, Place Where = Place::current());

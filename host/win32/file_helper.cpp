@@ -86,7 +86,7 @@ std::pair<std::wstring, std::wstring> ParseIniEntry(TextView Line, Place Where) 
 
 void AppendFile(TextView Path, TextView Text, Place Where) {
     static Member Called{L"AppendFile"};
-    RequireRoomToAppend(Path, Text.size() + CrLf.size(), Where);
+    RequireRoomForLine(Path, Text, Where);
     Object.Call(Called, Arguments(Path, Text), Where);
 }
 

@@ -1,12 +1,11 @@
-// Private profiles, files and the clock.
+// Files, folders and the clock.
 #include "host/platform.h"
 
 #include <windows.h>
 
-#include "host/win32/automation.h"
-#include "host/win32/disk_room.h"
+#include "host/win32/held_file.h"
 #include "host/win32/module.h"
-#include "host/win32/single_byte.h"
+#include "host/win32/system_error.h"
 
 namespace Platform {
 
@@ -27,47 +26,21 @@ private:
     HANDLE Value;
 };
 
-// The file error that the last system error stands for.
 [[noreturn]] void FailWithLastError(TextView Path, Place Where) {
-    const DWORD Error = GetLastError();
-    const Long Number = Error == ERROR_PATH_NOT_FOUND   ? ErrorNumber::PathNotFound
-                        : Error == ERROR_FILE_NOT_FOUND ? ErrorNumber::FileNotFound
-                                                        : ErrorNumber::PathAccess;
-    Fail(Number,
-         ErrorDescription(Number) + L": " + std::wstring(Path) + L" (" +
-             SystemText(HRESULT_FROM_WIN32(Error)) + L")",
-         Where);
+    FailWithFileError(GetLastError(), Path, Where);
 }
 
 DWORD AttributesOf(TextView Path) { return GetFileAttributesW(std::wstring(Path).c_str()); }
 
-HANDLE Open(TextView Path, DWORD Access, DWORD Creation) {
-    return CreateFileW(std::wstring(Path).c_str(), Access, FILE_SHARE_READ, nullptr, Creation,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
-}
-
-// The system empties a file before it writes it anew, and a process that is killed in between would lose the
-// list: a copy is changed instead, and then takes the file's place. A null value deletes the key.
-bool WriteKey(TextView Section, TextView Key, const char* Value, TextView File) {
-    const auto WriteTo = [&](TextView Path) {
-        return WritePrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(), Value,
-                                          SingleByte(Path).c_str()) != FALSE;
-    };
-    if (!FileExists(File)) return WriteTo(File);
-    if ((AttributesOf(File) & FILE_ATTRIBUTE_READONLY) != 0) {
-        SetLastError(ERROR_ACCESS_DENIED);
-        return false;
-    }
-    const std::wstring Path(File);
-    const std::wstring Copy = Path + L".new";
-    SetFileAttributesW(Copy.c_str(), FILE_ATTRIBUTE_NORMAL); // one that a killed process left
-    bool Done = CopyFileW(Path.c_str(), Copy.c_str(), FALSE) && WriteTo(Copy);
-    // Open in another program: better in place than not at all.
-    if (Done && !MoveFileExW(Copy.c_str(), Path.c_str(), MOVEFILE_REPLACE_EXISTING)) Done = WriteTo(File);
-    const DWORD Error = GetLastError();
-    DeleteFileW(Copy.c_str());
-    SetLastError(Error);
-    return Done;
+HANDLE Open(TextView Path, DWORD Access, DWORD Sharing, DWORD Creation) {
+    const std::wstring File(Path);
+    HANDLE Opened = INVALID_HANDLE_VALUE;
+    TryWhileHeld([&] {
+        Opened =
+            CreateFileW(File.c_str(), Access, Sharing, nullptr, Creation, FILE_ATTRIBUTE_NORMAL, nullptr);
+        return Opened != INVALID_HANDLE_VALUE;
+    });
+    return Opened;
 }
 
 } // namespace
@@ -76,21 +49,6 @@ std::wstring PluginFolder(Place Where) {
     const std::wstring Path = Module::Path();
     if (Path.empty()) FailWithLastError(L"qrvVNT.dll", Where);
     return Path.substr(0, Path.find_last_of(L'\\'));
-}
-
-std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
-    char Buffer[255] = "";
-    const DWORD Count = GetPrivateProfileStringA(SingleByte(Section).c_str(), SingleByte(Key).c_str(), "",
-                                                 Buffer, sizeof Buffer, SingleByte(File).c_str());
-    return FromSingleByte(Buffer, Count);
-}
-
-void WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File) {
-    if (HasRoomForEntry(File, Section, Key, Value)) WriteKey(Section, Key, SingleByte(Value).c_str(), File);
-}
-
-void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where) {
-    if (FileExists(File) && !WriteKey(Section, Key, nullptr, File)) FailWithLastError(File, Where);
 }
 
 bool FileExists(TextView Path) {
@@ -108,21 +66,22 @@ void CreateFolder(TextView Path, Place Where) {
 }
 
 void CreateEmptyFile(TextView Path, Place Where) {
-    const FileHandle File(Open(Path, GENERIC_WRITE, CREATE_ALWAYS));
-    if (!File.IsOpen()) FailWithLastError(Path, Where);
+    const FileHandle File(Open(Path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW));
+    if (!File.IsOpen() && GetLastError() != ERROR_FILE_EXISTS) FailWithLastError(Path, Where);
 }
 
 void DeleteFileAt(TextView Path, Place Where) {
-    if (!DeleteFileW(std::wstring(Path).c_str())) FailWithLastError(Path, Where);
+    const std::wstring File(Path);
+    if (!TryWhileHeld([&] { return DeleteFileW(File.c_str()) != FALSE; })) FailWithLastError(Path, Where);
 }
 
 Bytes ReadBytes(TextView Path, Place Where) {
     // Others may write the lists while they are read.
-    const FileHandle File(CreateFileW(std::wstring(Path).c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!File.IsOpen()) FailWithLastError(Path, Where);
-    Bytes Content(GetFileSize(File.Get(), nullptr));
+    const FileHandle File(Open(Path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING));
+    LARGE_INTEGER Size{};
+    if (!File.IsOpen() || !GetFileSizeEx(File.Get(), &Size)) FailWithLastError(Path, Where);
+    if (Size.HighPart != 0) Fail(ErrorNumber::OutOfMemory, {}, Where);
+    Bytes Content(Size.LowPart);
     DWORD Count = 0;
     if (!ReadFile(File.Get(), Content.data(), static_cast<DWORD>(Content.size()), &Count, nullptr))
         FailWithLastError(Path, Where);
@@ -131,7 +90,7 @@ Bytes ReadBytes(TextView Path, Place Where) {
 }
 
 void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
-    const FileHandle File(Open(Path, GENERIC_WRITE, CREATE_ALWAYS));
+    const FileHandle File(Open(Path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS));
     if (!File.IsOpen()) FailWithLastError(Path, Where);
     DWORD Count = 0;
     const bool Written =

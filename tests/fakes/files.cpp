@@ -219,7 +219,9 @@ void CreateFolder(TextView Path, Place Where) {
     Outside::Record(L"CreateFolder " + std::wstring(Path));
 }
 
-void CreateEmptyFile(TextView Path, Place Where) { WriteBytes(Path, {}, Where); }
+void CreateEmptyFile(TextView Path, Place Where) {
+    if (!Outside::HasFile(Path)) WriteBytes(Path, {}, Where);
+}
 
 void DeleteFileAt(TextView Path, Place Where) {
     if (Enter(L"DeleteFile", true, Where)) return;
@@ -264,11 +266,12 @@ std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     return Files::IniValue(File, Section, Key).substr(0, 254);
 }
 
-void WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File) {
-    if (Enter(L"WriteProfileText", false)) return;
+bool WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File) {
+    if (Enter(L"WriteProfileText", false)) return false;
     Outside::Record(L"WriteProfile [" + std::wstring(Section) + L"] " + std::wstring(Key) + L"=" +
                     std::wstring(Value));
-    if (!ReadOnly) Files::WriteIni(File, Section, Key, Value);
+    if (CanWrite(File)) Files::WriteIni(File, Section, Key, Value);
+    return CanWrite(File);
 }
 
 void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where) {

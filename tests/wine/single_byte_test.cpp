@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "host/platform.h"
+#include "host/win32/disk_room.h"
 
 namespace {
 
@@ -40,10 +41,19 @@ int WINAPI ToUnits(UINT Asked, DWORD Flags, const char* Bytes, int Length, wchar
     return Convert(Asked == CP_ACP ? Page : Asked, Flags, Bytes, Length, Text, Room);
 }
 
+ULONGLONG Free = ~0ULL; // what every disk has
+
+BOOL WINAPI FreeSpace(const wchar_t*, ULARGE_INTEGER* Available, ULARGE_INTEGER*, ULARGE_INTEGER*) {
+    Available->QuadPart = Free;
+    return TRUE;
+}
+
 } // namespace
 
-// The import slots of the program: calls of the two functions arrive above.
+// The import slots of the program: calls of these functions arrive above.
 extern "C" {
+extern decltype(&FreeSpace) FreeSpaceSlot asm("__imp__GetDiskFreeSpaceExW@16");
+decltype(&FreeSpace) FreeSpaceSlot = FreeSpace;
 extern decltype(&ToBytes) ToBytesSlot asm("__imp__WideCharToMultiByte@32");
 decltype(&ToBytes) ToBytesSlot = ToBytes;
 extern decltype(&ToUnits) ToUnitsSlot asm("__imp__MultiByteToWideChar@24");
@@ -79,4 +89,15 @@ TEST(SingleByte, FailsLoudlyWhenTheSystemRefuses) {
     EXPECT_THROW(SingleByte(L"Bob"), Failure);
     EXPECT_THROW(FromSingleByte("Bob", 3), Failure);
     Refusal = 0;
+}
+
+TEST(SingleByte, RoomOnTheDiskIsCountedInBytes) {
+    const std::wstring File = L"C:\\no folder\\no file.ini", Value(100, L'\u20AC'); // three bytes each
+    Page = CP_UTF8;
+    Free = 250;
+    EXPECT_FALSE(HasRoomForEntry(File, L"Section", L"Key", Value));
+    EXPECT_THROW(RequireRoomForLine(File, Value), Failure);
+    Free = 350;
+    EXPECT_TRUE(HasRoomForEntry(File, L"Section", L"Key", Value));
+    EXPECT_NO_THROW(RequireRoomForLine(File, Value));
 }
