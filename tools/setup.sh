@@ -14,6 +14,7 @@ packages_of() {
     wine)  echo wine wine32:i386 libwine:i386 xvfb xauth xdotool imagemagick x11-utils fonts-dejavu-core ;;
     bench) echo libbenchmark-dev ;;
     check) echo clang-tidy-16 cppcheck clang-format ;;
+    locales) echo locales ;;
     fuzz)  echo clang-16 libclang-rt-16-dev llvm-16 ;;
     package) echo nsis fp-utils zip unzip ;;
     *) echo "setup: no package group '$1'" >&2; return 1 ;;

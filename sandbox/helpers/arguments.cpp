@@ -4,8 +4,6 @@ namespace Automation {
 
 namespace {
 
-constexpr UINT CodePage = 1252;
-
 // A Variant of our own for the time of a conversion.
 struct Scratch {
     VARIANT Value;
@@ -21,10 +19,10 @@ void Convert(Scratch& To, const VARIANT& From, VARTYPE Type) {
         throw Error{TypeMismatch, "Type mismatch"};
 }
 
-std::string TextOf(const VARIANT& From) {
+std::string TextOf(const VARIANT& From, UINT CodePage = CP_ACP) {
     Scratch Text;
     Convert(Text, From, VT_BSTR);
-    return ToBytes({Text.Value.bstrVal, SysStringLen(Text.Value.bstrVal)});
+    return ToBytes({Text.Value.bstrVal, SysStringLen(Text.Value.bstrVal)}, CodePage);
 }
 
 bool IsNullText(const VARIANT& Given) {
@@ -45,20 +43,23 @@ IDispatch* ObjectOf(const VARIANT& Given) {
 
 } // namespace
 
-std::string ToBytes(std::wstring_view Text) {
+std::string ToBytes(std::wstring_view Text, UINT CodePage) {
     if (Text.empty()) return {};
-    const int Length = static_cast<int>(Text.size());
-    std::string Result(Text.size(), '\0');
-    WideCharToMultiByte(CodePage, WC_NO_BEST_FIT_CHARS, Text.data(), Length, Result.data(), Length, "?",
-                        nullptr);
+    // UTF-8 refuses the flag; it has every character.
+    const DWORD Flags = CodePage == CP_ACP && GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+    std::string Result(4 * Text.size(), '\0');
+    const int Count = WideCharToMultiByte(CodePage, Flags, Text.data(), static_cast<int>(Text.size()),
+                                          Result.data(), static_cast<int>(Result.size()), nullptr, nullptr);
+    Result.resize(static_cast<std::size_t>(Count));
     return Result;
 }
 
-std::wstring FromBytes(std::string_view Bytes) {
+std::wstring FromBytes(std::string_view Bytes, UINT CodePage) {
     if (Bytes.empty()) return {};
     const int Length = static_cast<int>(Bytes.size());
     std::wstring Result(Bytes.size(), L'\0');
-    MultiByteToWideChar(CodePage, 0, Bytes.data(), Length, Result.data(), Length);
+    const int Count = MultiByteToWideChar(CodePage, 0, Bytes.data(), Length, Result.data(), Length);
+    Result.resize(static_cast<std::size_t>(Count));
     return Result;
 }
 
@@ -78,6 +79,8 @@ std::optional<std::string> Arguments::MaybeText(unsigned At) const {
     if (IsNullText(Value(At))) return {};
     return TextOf(Value(At));
 }
+
+std::string Arguments::Bytes(unsigned At) const { return TextOf(Value(At), ByteForByte); }
 
 std::int32_t Arguments::Long(unsigned At) const {
     Scratch Number;
@@ -131,8 +134,8 @@ std::string Arguments::Property(unsigned At, const wchar_t* Name) const {
     return IsNullText(Result.Value) ? std::string() : TextOf(Result.Value);
 }
 
-void SetText(VARIANT& Result, std::string_view Text) {
-    const std::wstring Wide = FromBytes(Text);
+void SetText(VARIANT& Result, std::string_view Text, UINT CodePage) {
+    const std::wstring Wide = FromBytes(Text, CodePage);
     V_BSTR(&Result) = SysAllocStringLen(Wide.data(), static_cast<UINT>(Wide.size()));
     if (!V_BSTR(&Result)) throw Error{OutOfMemory, "Out of memory"};
     V_VT(&Result) = VT_BSTR;

@@ -1,6 +1,6 @@
 // A late-bound automation object from a table of members: what both helper objects are made of.
 //
-// Texts arrive and leave as bytes of code page 1252, in which each byte has a character of its own.
+// Texts arrive and leave as bytes of the system's code page, as in programs that know no other texts.
 #pragma once
 
 #include <windows.h>
@@ -24,8 +24,10 @@ struct Error {
 inline constexpr int InvalidCall = 5, OutOfMemory = 7, TypeMismatch = 13, InternalError = 51,
                      FileNotFound = 53, PathAccess = 75, MadeToFail = 1000;
 
-std::string ToBytes(std::wstring_view Text); // "?" for what the code page lacks
-std::wstring FromBytes(std::string_view Bytes);
+// In this code page each byte has a character of its own, so that a text can carry any bytes.
+inline constexpr UINT ByteForByte = 1252;
+std::string ToBytes(std::wstring_view Text, UINT CodePage = CP_ACP); // "?" for what the code page lacks
+std::wstring FromBytes(std::string_view Bytes, UINT CodePage = CP_ACP);
 
 // The positional arguments of one call, the first at 0. Everything is converted by automation's own rules;
 // what does not convert is error 13.
@@ -38,6 +40,8 @@ public:
     std::optional<std::string> MaybeText(unsigned At) const;
     std::string Text(unsigned At) const { return MaybeText(At).value_or(""); }
     std::wstring Wide(unsigned At) const { return FromBytes(Text(At)); }
+    // A text that carries bytes.
+    std::string Bytes(unsigned At) const;
     std::int32_t Long(unsigned At) const;
     bool Boolean(unsigned At) const;
     // The elements of a one-dimensional array, each as text.
@@ -51,7 +55,7 @@ private:
 };
 
 // Each puts a value into an empty Variant.
-void SetText(VARIANT& Result, std::string_view Text);
+void SetText(VARIANT& Result, std::string_view Text, UINT CodePage = CP_ACP);
 void SetTexts(VARIANT& Result, const std::vector<std::string>& Texts);
 void SetLong(VARIANT& Result, std::int32_t Value);
 void SetByte(VARIANT& Result, std::uint8_t Value);

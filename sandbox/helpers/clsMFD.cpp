@@ -52,13 +52,13 @@ void ReadFile(const Arguments& Given, VARIANT& Result) {
 }
 
 void CompressString(const Arguments& Given, VARIANT& Result) {
-    Automation::SetText(Result, TextFiles::Compress(Given.Text(0)));
+    Automation::SetText(Result, TextFiles::Compress(Given.Text(0)), Automation::ByteForByte);
 }
 
 void DecompressString(const Arguments& Given, VARIANT& Result) {
     const std::int32_t Length = Given.Long(1);
     if (Length < 0) throw Automation::Error{Automation::InvalidCall, "Bad length"};
-    Automation::SetText(Result, TextFiles::Decompress(Given.Text(0), static_cast<std::size_t>(Length)));
+    Automation::SetText(Result, TextFiles::Decompress(Given.Bytes(0), static_cast<std::size_t>(Length)));
 }
 
 void LogError(const Arguments& Given, VARIANT&) {

@@ -31,7 +31,7 @@ For Each Line In Split(Text, vbCrLf)
         End If
     End If
 Next
-WScript.Echo "length " & (Len(Text) = CLng(Parts(0)))
+WScript.Echo "length " & (Len(Text) - CLng(Parts(0)))
 
 ' Data left out: the plug-in reports it, the script sees no error.
 WScript.Echo "left out " & Plugin.AddSlapRem(1, Data)

@@ -7,18 +7,35 @@ namespace {
 using namespace Support;
 
 struct OddName {
-    std::string Bytes; // code page 1252, as the game holds them
+    std::string Bytes; // of the system's code page, as the game holds them
     bool CanBeStored;
 };
 
-// Every byte from 128 to 255, in pieces that a name can hold.
+std::wstring Wide(const std::string& Bytes) {
+    std::wstring Text(Bytes.size(), L'\0');
+    Text.resize(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, Bytes.data(), static_cast<int>(Bytes.size()),
+                                                     Text.data(), static_cast<int>(Text.size()))));
+    return Text;
+}
+
+// Whether the byte alone is a character, as all are in Western code pages and none above 127 is in UTF-8.
+bool IsCharacter(char Byte) {
+    const std::wstring Text = Wide({Byte});
+    char Back[8] = "";
+    const int Count = WideCharToMultiByte(CP_ACP, 0, Text.data(), static_cast<int>(Text.size()), Back,
+                                          sizeof Back, nullptr, nullptr);
+    return Count == 1 && Back[0] == Byte;
+}
+
+// Every byte from 128 to 255 that is a character, in pieces that a name can hold.
 std::vector<OddName> HighNames() {
     std::vector<OddName> Names;
-    for (int First = 128; First < 256; First += 32) {
-        std::string Bytes;
-        for (int Byte = First; Byte < First + 32; ++Byte) Bytes += static_cast<char>(Byte);
-        Names.push_back({Bytes, true});
+    for (int Byte = 128; Byte < 256; ++Byte) {
+        if (Byte % 32 == 0 && (Names.empty() || !Names.back().Bytes.empty())) Names.push_back({"", true});
+        if (IsCharacter(static_cast<char>(Byte))) Names.back().Bytes += static_cast<char>(Byte);
     }
+    if (Names.back().Bytes.empty()) Names.pop_back();
     return Names;
 }
 
@@ -29,13 +46,6 @@ std::vector<OddName> OddNames() {
         {";first", true}, {"a=b", false},   {"e[2]=", false},     {"[clan]Bob", false}};
     for (OddName& Each : HighNames()) Names.push_back(std::move(Each));
     return Names;
-}
-
-std::wstring Wide(const std::string& Bytes) {
-    std::wstring Text(Bytes.size(), L'\0');
-    Text.resize(static_cast<std::size_t>(MultiByteToWideChar(
-        1252, 0, Bytes.data(), static_cast<int>(Bytes.size()), Text.data(), static_cast<int>(Text.size()))));
-    return Text;
 }
 
 std::string Scenario(const std::vector<OddName>& Names) {

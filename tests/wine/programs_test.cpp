@@ -89,7 +89,7 @@ TEST_F(PluginTest, ScriptIsAClientAndAConsole) {
               "version " + std::string(Version.begin(), Version.end()) +
                   "\nprivileges are 8200 (8200 is an array of strings)\nloaded\nhidden\n"
                   "player 1 Al ice 10.0.0.1\nplayer 2 Bob 10.0.0.2\npunt 1\n"
-                  "length True\nleft out 0\nunloaded\n");
+                  "length 0\nleft out 0\nunloaded\n");
     EXPECT_TRUE(Server.Await("dropped", "Bob", 2000));
     const std::string Log = ReadText(L"logs\\errors.log");
     EXPECT_NE(Log.find("AddSlapRem"), std::string::npos) << Log;
