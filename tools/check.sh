@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Static checks: formatting of all sources; clang-tidy (.clang-tidy), cppcheck and the direction of the includes for
-# the product.
+# Static checks: formatting of all sources; clang-tidy (.clang-tidy), cppcheck, the direction of the includes and cycles
+# of units for the product.
 #
 #   tools/check.sh [BUILD FOLDER]     build/check when left out; only the compile commands are made there
 #
@@ -76,8 +76,7 @@ check_cppcheck() {
   cppcheck_run --platform=win32W --library=windows -D_WIN32 -DUNICODE --file-list="$BUILD/windows-only"
 }
 
-# A folder includes itself and what is below it; the logic shows its players through game/player_grid.h, which
-# the window defines.
+# A folder includes itself and what is below it.
 may_include() {
   case "$1" in
     host) echo host ;;
@@ -102,10 +101,20 @@ check_includes() {
     sed 's/$/  is for win32 folders and the COM files/' >>"$FINDINGS"
 }
 
+# A unit is a header with its .cpp. Two that need each other, also on a way round, cannot be understood one by one.
+check_cycles() {
+  say 'cycles of units'
+  # shellcheck disable=SC2086
+  grep -rE --include='*.h' --include='*.cpp' '^#include "[a-z]+/' $PRODUCT |
+    sed -E 's/^([^:]*)\.(h|cpp):#include "(.*)\.h".*/\1 \3/' | awk '$1 != $2' | sort -u | tsort 2>&1 >/dev/null |
+    sed -E 's/^tsort: -: ?//; s/^input contains a loop:$/a cycle of units:/; s/^tsort: //' >>"$FINDINGS"
+}
+
 check_formatting
 check_clang_tidy
 check_cppcheck
 check_includes
+check_cycles
 sort -u -o "$FINDINGS" "$FINDINGS"
 sed "s|$PWD/||; s|^\./||" "$FINDINGS"
 COUNT=$(wc -l <"$FINDINGS")
