@@ -111,21 +111,21 @@ template <class F> void Measure(benchmark::State& State, F&& Run) {
 void SetUp(const benchmark::State& State, const CrowdedGame& Game) {
     Outside::Reset();
     Outside::AttachMemory(ProcessRef, &Game.Memory);
-    SetProfileData(Profile, HostData());
+    SetProfileData(TestProfile, HostData());
     PutLists(static_cast<int>(State.range(1)));
 }
 
 void Tick(benchmark::State& State) {
     const CrowdedGame Game(static_cast<int>(State.range(0)));
     SetUp(State, Game);
-    Measure(State, [] { tmrVN_Timer(Profile); });
+    Measure(State, [] { tmrVN_Timer(TestProfile); });
 }
 
 void Reply(benchmark::State& State) {
     const CrowdedGame Game(static_cast<int>(State.range(0)));
     SetUp(State, Game);
-    const RemoteRequest Request{Profile, HostData(), std::nullopt};
-    Measure(State, [&] { benchmark::DoNotOptimize(GetPlayersRem(Request)); });
+    const RemoteRequest Request{TestProfile, HostData(), std::nullopt};
+    Measure(State, [&] { benchmark::DoNotOptimize(CallGetPlayersRem(Request)); });
 }
 
 BENCHMARK(Tick)

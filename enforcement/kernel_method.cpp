@@ -1,10 +1,7 @@
 #include "enforcement/kernel_method.h"
 
 #include "game/mdlVNT.h"
-#include "host/file_helper.h"
 #include "host/packet_filter.h"
-#include "host/platform.h"
-#include "lists/ban_lists.h"
 
 namespace {
 
@@ -13,48 +10,49 @@ constexpr TextView FilterService = L"DrvFltIp2";
 constexpr TextView PlatformService = L"IpFilterDriver";
 constexpr Long Running = 3;
 
-bool IsPattern(TextView LineOrKey) { return LineOrKey.find(L".*") != TextView::npos; }
+void SendRules(const BanFiles& Files, std::int16_t GamePort) {
+    PacketFilter::ClearFilters(Device);
+    for (const std::wstring& Address : ExactAddresses(Files))
+        PacketFilter::SetFilters(Device, IpToLong(Address), GamePort);
+}
 
 } // namespace
 
-void EnsureFilterRuns(Place Where) {
-    const Long Platform = PacketFilter::IsServiceRunning(PlatformService, Where);
-    const Long Filter = PacketFilter::IsServiceRunning(FilterService, Where);
-    if (Platform == Running && Filter == Running) return;
-    PacketFilter::LoadFWDriver(Device, FilterService, mdlVNT::HostBaseFolder + L"\\DrvFltIp.sys", Where);
-    PacketFilter::StartFW(Device, Where);
+void EnsureFilterRuns() {
+    const Long PlatformState = PacketFilter::IsServiceRunning(PlatformService);
+    const Long FilterState = PacketFilter::IsServiceRunning(FilterService);
+    if (PlatformState == Running && FilterState == Running) return;
+    PacketFilter::LoadFWDriver(Device, FilterService, mdlVNT::HostBaseFolder + L"\\DrvFltIp.sys");
+    PacketFilter::StartFW(Device);
 }
 
-void RebuildFilters(Long Index, std::int16_t GamePort, Place Where) {
-    if (!mdlVNT::IpListChanged(Index, Where)) return;
-    PacketFilter::ClearFilters(Device, Where);
-    const std::wstring File = mdlVNT::BannedIpsPath(Index);
-    if (Platform::FileExists(File)) {
-        for (const std::wstring& Line : FileHelper::GetIniSection(IpsSection, File, Where)) {
-            if (Line.empty() || IsPattern(Line)) continue;
-            const std::wstring Key = FileHelper::ParseIniEntry(Line, Where).first;
-            if (Key.empty() || Key == L"*") continue; // "=..." by hand; a pattern as well
-            PacketFilter::SetFilters(Device, IpToLong(Key, Where), GamePort, Where);
-        }
+void RebuildFilters(const BanFiles& Files, std::int16_t GamePort) {
+    if (!mdlVNT::IpListChanged(Files.Profile)) return;
+    // Cleared first: an address that is added while the rules are sent asks for another rebuild.
+    mdlVNT::IpListChanged(Files.Profile) = false;
+    try {
+        SendRules(Files, GamePort);
+    } catch (...) {
+        mdlVNT::IpListChanged(Files.Profile) = true;
+        throw;
     }
-    mdlVNT::IpListChanged(Index, Where) = false;
 }
 
-void TakeDownFilter(Place Where) {
-    PacketFilter::ClearFilters(Device, Where);
+void TakeDownFilter() {
+    PacketFilter::ClearFilters(Device);
     for (const TextView Service : {FilterService, PlatformService}) {
-        PacketFilter::StopDriver(Service, Where);
-        PacketFilter::UnloadDriver(Service, Where);
+        PacketFilter::StopDriver(Service);
+        PacketFilter::UnloadDriver(Service);
     }
 }
 
-Long IpToLong(TextView Address, Place Where) {
+Long IpToLong(TextView Address) {
     const Lines Parts = Split(Address, L".");
-    if (Parts.size() < 4) Fail(ErrorNumber::SubscriptOutOfRange, {}, Where);
+    if (Parts.size() < 4) Fail(ErrorNumber::SubscriptOutOfRange);
     std::uint32_t Packed = 0;
     for (std::size_t Part = 4; Part-- > 0;) {
-        const Long Value = ToWhole(Parts[Part], Where);
-        if (Value < 0 || Value > 255) Fail(ErrorNumber::Overflow, {}, Where);
+        const Long Value = ToWhole(Parts[Part]);
+        if (Value < 0 || Value > 255) Fail(ErrorNumber::Overflow);
         Packed = Packed << 8 | static_cast<std::uint32_t>(Value);
     }
     return static_cast<Long>(Packed);

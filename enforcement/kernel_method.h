@@ -6,18 +6,19 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "lists/ban_lists.h"
 
 // Loads and starts the filter driver unless both services run.
-void EnsureFilterRuns(Place Where = Place::current());
+void EnsureFilterRuns();
 
 // When the profile's address list has changed: clears all rules and adds one for each exact address and the
 // port. A key that is no address ends it (errors 6, 9, 13); the flag then stays set and the next tick starts
 // again.
-void RebuildFilters(Long Index, std::int16_t GamePort, Place Where = Place::current());
+void RebuildFilters(const BanFiles& Files, std::int16_t GamePort);
 
 // Clears the rules, stops and removes both services, whether or not they were ever started.
-void TakeDownFilter(Place Where = Place::current());
+void TakeDownFilter();
 
 // The four parts of a dotted address, the first in the lowest byte. Error 9 for a missing part, 13 for one
 // that is not numeric, 6 for one outside 0 to 255.
-Long IpToLong(TextView Address, Place Where = Place::current());
+Long IpToLong(TextView Address);

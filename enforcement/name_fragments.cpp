@@ -31,8 +31,9 @@ void CountByEndings(const Lines& Names, const Lines& Fragments, std::vector<Long
     std::vector<const std::wstring*> Counted(Names.size(), nullptr);
     for (const std::wstring& Fragment : Fragments) {
         if (Fragment.empty()) continue;
-        auto At = std::lower_bound(Endings.begin(), Endings.end(), TextView(Fragment),
-                                   [](const Ending& Each, TextView Wanted) { return Each.Text < Wanted; });
+        auto At = std::lower_bound(
+            Endings.begin(), Endings.end(), TextView(Fragment),
+            [](const Ending& Candidate, TextView Wanted) { return Candidate.Text < Wanted; });
         for (; At != Endings.end() && At->Text.starts_with(Fragment); ++At)
             if (std::exchange(Counted[At->Name], &Fragment) != &Fragment) ++Counts[At->Name];
     }

@@ -14,28 +14,33 @@ void Prune(NameList& List, const NameSet& Present) {
 
 } // namespace
 
-bool InKillPermList(Long Index, TextView Name) {
-    return mdlVNT::KillPermList(Index).Contains(std::wstring(Name));
+bool InKillPermList(Long Profile, TextView Name) {
+    return mdlVNT::KillPermList(Profile).Contains(std::wstring(Name));
 }
 
-bool InDisarmPermList(Long Index, TextView Name) {
-    return mdlVNT::DisarmPermList(Index).Contains(std::wstring(Name));
+bool InDisarmPermList(Long Profile, TextView Name) {
+    return mdlVNT::DisarmPermList(Profile).Contains(std::wstring(Name));
 }
 
 bool InArray(const NameSet& Elements, TextView Value) { return Elements.count(std::wstring(Value)) != 0; }
 
-void EnforcePermanentLists(Long Index, const Lines& NameBySlot) {
-    for (std::size_t Slot = 1; Slot < NameBySlot.size(); ++Slot) {
-        const std::wstring& Name = NameBySlot[Slot];
+void EnforcePermanentLists(Tick& Current) {
+    const Long Profile = Current.Profile;
+    for (std::size_t Slot = 1; Slot < Current.Names.size(); ++Slot) {
+        const std::wstring& Name = Current.Names[Slot];
         if (Name.empty()) continue;
-        if (InKillPermList(Index, Name)) KillPlayer(Index, Name, false);
-        if (InDisarmPermList(Index, Name)) ArmPlayer(Index, Name, L"Disarm", false);
+        if (InKillPermList(Profile, Name))
+            SendInTick(Current, [&] { return KillPlayer(Profile, Name, false); });
+        if (InDisarmPermList(Profile, Name))
+            SendInTick(Current, [&] { return ArmPlayer(Profile, Name, L"Disarm", false); });
     }
 }
 
-void PrunePermanentLists(Long Index, const Lines& NameBySlot) {
-    if (mdlVNT::KillPermList(Index).Count() == 0 && mdlVNT::DisarmPermList(Index).Count() == 0) return;
-    const NameSet Present(NameBySlot.begin(), NameBySlot.end());
-    Prune(mdlVNT::KillPermList(Index), Present);
-    Prune(mdlVNT::DisarmPermList(Index), Present);
+void PrunePermanentLists(const Tick& Current) {
+    NameList& Kill = mdlVNT::KillPermList(Current.Profile);
+    NameList& Disarm = mdlVNT::DisarmPermList(Current.Profile);
+    if (Kill.Count() == 0 && Disarm.Count() == 0) return;
+    const NameSet Present(Current.Names.begin(), Current.Names.end());
+    Prune(Kill, Present);
+    Prune(Disarm, Present);
 }

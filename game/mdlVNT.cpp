@@ -1,10 +1,8 @@
 #include "game/mdlVNT.h"
 
-#include "game/show_msg.h"
 #include "host/file_helper.h"
 #include "host/memory_helper.h"
 #include "host/packet_filter.h"
-#include "host/platform.h"
 
 namespace mdlVNT {
 
@@ -43,9 +41,9 @@ template <class F> void ForEachArray(F&& Do) {
 
 } // namespace
 
-void GrowProfileArrays(Long Index, Place Where) {
-    CheckProfileIndex(Index, Where);
-    ForEachArray([&](auto& Array) { Array.Grow(Index, Where); });
+void GrowProfileArrays(Long Profile, Place Where) {
+    CheckProfileIndex(Profile, Where);
+    ForEachArray([&](auto& Array) { Array.Grow(Profile, Where); });
 }
 
 void Forget() noexcept {
@@ -58,23 +56,10 @@ void Forget() noexcept {
     FileHelper::Release();
 }
 
-std::wstring ProfilePath(Long Index) {
-    return HostBaseFolder + L"\\profiles\\" + Profiles(Index).ProfileFolder;
+std::wstring ProfilePath(Long Profile) {
+    return HostBaseFolder + L"\\profiles\\" + Profiles(Profile).ProfileFolder;
 }
-std::wstring SettingsFolder(Long Index) { return ProfilePath(Index) + L"\\settings"; }
-std::wstring BannedNamesPath(Long Index) { return SettingsFolder(Index) + L"\\BannedNames.ini"; }
-std::wstring BannedIpsPath(Long Index) { return SettingsFolder(Index) + L"\\BannedIps.ini"; }
-std::wstring BannedReferencePath(Long Index) { return SettingsFolder(Index) + L"\\BannedReference.ini"; }
-std::wstring SlapsPath(Long Index) { return SettingsFolder(Index) + L"\\Slaps.ini"; }
+std::wstring SettingsFolder(Long Profile) { return ProfilePath(Profile) + L"\\settings"; }
+std::wstring SlapsPath(Long Profile) { return SettingsFolder(Profile) + L"\\Slaps.ini"; }
 
 } // namespace mdlVNT
-
-void SubMain() noexcept {
-    // Each step on its own: a missing helper object must not take the other one and the paths with it.
-    Trapped(L"SubMain", 0, [] {
-        mdlVNT::HostBaseFolder = HostBaseOf(Platform::PluginFolder());
-        mdlVNT::PlayersIniPath = mdlVNT::HostBaseFolder + L"\\Plugins\\Players.ini";
-    });
-    Trapped(L"SubMain", 0, [] { FileHelper::Create(); });
-    Trapped(L"SubMain", 0, [] { MemoryHelper::Create(); });
-}

@@ -12,8 +12,10 @@
 #include "game/per_profile.h"
 #include "host/failure.h"
 #include "host/text.h"
+#include "version.h"
 
-// The plug-in's copy of what the host says of a profile.
+// The plug-in's copy of what the host says of a profile. The host texts are not read: they are kept so that a
+// crash dump shows the whole of it.
 struct ProfileRecord {
     std::wstring HostText5;
     std::wstring GameId;
@@ -44,6 +46,7 @@ using NameList = Collection<std::wstring>;
 namespace mdlVNT {
 
 inline constexpr TextView DllName = L"qrvVNT.dll";
+inline constexpr TextView Version = VANTOR_VERSION_WIDE; // "major.minor.revision"
 
 // --- Set by SubMain.
 extern std::wstring HostBaseFolder;
@@ -51,9 +54,11 @@ extern std::wstring PlayersIniPath;
 
 // --- Single values.
 extern Long CurrentProfile;      // the index of the last LoadInterface; 0 is none
-extern Long LastProcessRef;      // the process reference of the last SetProfileData
-extern std::wstring HostName;    // the host's name for itself, from dllVersion
 extern Long BlueCount, RedCount; // players of each team, counted by the last "LIST" read
+// Not read, but in a crash dump: the process reference of the last SetProfileData, and the host's name for
+// itself from dllVersion.
+extern Long LastProcessRef;
+extern std::wstring HostName;
 
 // --- Per-profile arrays.
 extern PerProfile<ProfileRecord> Profiles;
@@ -61,26 +66,20 @@ extern PerProfile<Collection<Long>> MemoryMap;
 extern PerProfile<NameList> KillPermList;
 extern PerProfile<NameList> DisarmPermList;
 extern PerProfile<NameList> SwitchQueue;
+// As of the last "LIST" read, by name, "_", slot. Actions do not trust them: they read the game afresh.
 extern PerProfile<Collection<Long>> LifeStates;
 extern PerProfile<Collection<Long>> ArmedFlags;
 extern PerProfile<IdleTable> IdleTables;
 extern PerProfile<bool> IpListChanged;
 
-// Makes every per-profile array hold Index; error 9 outside 0 to MaxProfileIndex.
-void GrowProfileArrays(Long Index, Place Where = Place::current());
+// Makes every per-profile array hold Profile; error 9 outside 0 to MaxProfileIndex.
+void GrowProfileArrays(Long Profile, Place Where = Place::current());
 // Back to the state before the first call, helper objects released.
 void Forget() noexcept;
 
 // "<base>\profiles\<ProfileFolder>" and what lies below it.
-std::wstring ProfilePath(Long Index);
-std::wstring SettingsFolder(Long Index);
-std::wstring BannedNamesPath(Long Index);
-std::wstring BannedIpsPath(Long Index);
-std::wstring BannedReferencePath(Long Index);
-std::wstring SlapsPath(Long Index);
+std::wstring ProfilePath(Long Profile);
+std::wstring SettingsFolder(Long Profile);
+std::wstring SlapsPath(Long Profile);
 
 } // namespace mdlVNT
-
-// Runs once before any member of the class: paths and the two helper objects. Reports under "SubMain"; what
-// could not be created stays missing, and its users fail one by one.
-void SubMain() noexcept;

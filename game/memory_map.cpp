@@ -34,22 +34,30 @@ constexpr MappedAddress Addresses[] = {
 
 bool IsAffiliateGame(TextView GameId) { return GameId.ends_with(L"_AFF"); }
 
-void SetMemory(Long Index, bool IsAffiliate) noexcept {
-    Trapped(L"SetMemory", Index, [&] {
-        Collection<Long>& Map = mdlVNT::MemoryMap(Index);
+void SetMemory(Long Profile, bool IsAffiliate) noexcept {
+    Trapped(L"SetMemory", Profile, [&] {
+        Collection<Long>& Map = mdlVNT::MemoryMap(Profile);
         Map = {};
         for (const MappedAddress& Row : Addresses)
             Map.Add(IsAffiliate ? Row.Affiliate : Row.Standard, Row.Key);
     });
 }
 
-bool HasMemoryMap(Long Index) { return mdlVNT::MemoryMap.Has(Index) && mdlVNT::MemoryMap(Index).Count() > 0; }
-
-Long AddressOf(Long Index, const wchar_t* Key, Place Where) {
-    return mdlVNT::MemoryMap(Index, Where).Item(Key, Where);
+bool HasMemoryMap(Long Profile) {
+    return mdlVNT::MemoryMap.Has(Profile) && mdlVNT::MemoryMap(Profile).Count() > 0;
 }
 
-Long ReadMapped(Long Index, const wchar_t* Key, Place Where) {
-    return MemoryHelper::ReadLong(mdlVNT::Profiles(Index, Where).ProcessRef, AddressOf(Index, Key, Where),
+Long AddressOf(Long Profile, const wchar_t* Key, Place Where) {
+    return mdlVNT::MemoryMap(Profile, Where).Item(Key, Where);
+}
+
+Long ReadMapped(Long Profile, const wchar_t* Key, Place Where) {
+    return MemoryHelper::ReadLong(mdlVNT::Profiles(Profile, Where).ProcessRef, AddressOf(Profile, Key, Where),
                                   Where);
+}
+
+Long ReadMaxPlayers(Long Profile) {
+    const Long MaxPlayers = ReadMapped(Profile, L"MaxPlayers");
+    if (MaxPlayers < 0 || MaxPlayers > MaxPlayerEntries) Fail(ErrorNumber::Overflow);
+    return MaxPlayers;
 }

@@ -14,13 +14,18 @@ bool IsAffiliateGame(TextView GameId);
 
 // Rebuilds the profile's memory map for a build. Reports under "SetMemory"; the map then ends where it
 // failed.
-void SetMemory(Long Index, bool IsAffiliate) noexcept;
+void SetMemory(Long Profile, bool IsAffiliate) noexcept;
 
 // Whether the profile has a map: not any more once it was disabled or everything was unloaded.
-bool HasMemoryMap(Long Index);
+bool HasMemoryMap(Long Profile);
 
 // The profile's address for a key such as "PlayerList"; error 5 when its map was never built.
-Long AddressOf(Long Index, const wchar_t* Key, Place Where = Place::current());
+Long AddressOf(Long Profile, const wchar_t* Key, Place Where = Place::current());
 
 // The 32-bit value that the game server holds at the address of a key.
-Long ReadMapped(Long Index, const wchar_t* Key, Place Where = Place::current());
+Long ReadMapped(Long Profile, const wchar_t* Key, Place Where = Place::current());
+
+// More player entries than this cannot be: the count is damaged.
+inline constexpr Long MaxPlayerEntries = 1024;
+// The MaxPlayers word of a profile's server; error 6 below 0 or above MaxPlayerEntries.
+Long ReadMaxPlayers(Long Profile);

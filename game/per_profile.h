@@ -10,24 +10,26 @@
 inline constexpr Long MaxProfileIndex = 32767;
 
 // Error 9 outside 0 to MaxProfileIndex.
-inline void CheckProfileIndex(Long Index, Place Where = Place::current()) {
-    if (Index < 0 || Index > MaxProfileIndex) Fail(ErrorNumber::SubscriptOutOfRange, {}, Where);
+inline void CheckProfileIndex(Long Profile, Place Where = Place::current()) {
+    if (Profile < 0 || Profile > MaxProfileIndex) Fail(ErrorNumber::SubscriptOutOfRange, {}, Where);
 }
 
 template <class T> class PerProfile {
 public:
-    // Element Index; error 9 when the array does not reach that far.
-    T& operator()(Long Index, Place Where = Place::current()) {
-        if (!Has(Index)) Fail(ErrorNumber::SubscriptOutOfRange, {}, Where);
-        std::unique_ptr<T>& Element = Elements[static_cast<std::size_t>(Index)];
+    // Element Profile; error 9 when the array does not reach that far.
+    T& operator()(Long Profile, Place Where = Place::current()) {
+        if (!Has(Profile)) Fail(ErrorNumber::SubscriptOutOfRange, {}, Where);
+        std::unique_ptr<T>& Element = Elements[static_cast<std::size_t>(Profile)];
         if (!Element) Element = std::make_unique<T>();
         return *Element;
     }
-    bool Has(Long Index) const { return Index >= 0 && static_cast<std::size_t>(Index) < Elements.size(); }
-    // Grows to hold Index, keeping the elements.
-    void Grow(Long Index, Place Where = Place::current()) {
-        CheckProfileIndex(Index, Where);
-        if (!Has(Index)) Elements.resize(static_cast<std::size_t>(Index) + 1);
+    bool Has(Long Profile) const {
+        return Profile >= 0 && static_cast<std::size_t>(Profile) < Elements.size();
+    }
+    // Grows to hold Profile, keeping the elements.
+    void Grow(Long Profile, Place Where = Place::current()) {
+        CheckProfileIndex(Profile, Where);
+        if (!Has(Profile)) Elements.resize(static_cast<std::size_t>(Profile) + 1);
     }
     // Back to the single, new element 0.
     void Reset() {

@@ -1,27 +1,32 @@
 // The four actions on one player of a running game server. Each reports a failure under its own name and
-// answers false; true means that it ran to its end, also when there was nothing to do.
+// returns false; true means that it ran to its end, also when there was nothing to do.
 #pragma once
 
 #include "host/failure.h"
 #include "host/text.h"
 
-// Kicks the player in a slot (whole decimal number as text), while a game runs. With Ban the name, the
-// address and their link are stored first. Quiet sends no announcement.
-bool PuntPlayer(Long Index, TextView Name, TextView Ip, TextView Slot, bool Ban, TextView Reason,
-                bool Quiet) noexcept;
+struct PuntRequest {
+    Long Profile = 0;
+    TextView Name{};
+    TextView Ip{};
+    Long Slot = 0;
+    bool Ban = false; // name, address and their link are stored first
+    TextView Part{};  // of the name, to be banned instead of the whole name; empty: the whole name
+    TextView Reason{};
+    bool Quiet = false; // no announcement
+};
+// Kicks the player in a slot, while a game runs.
+bool PuntPlayer(const PuntRequest& Request) noexcept;
 
 // Sends the player to the spawn select screen.
-bool KillPlayer(Long Index, TextView Name, bool ShowBoxes) noexcept;
+bool KillPlayer(Long Profile, TextView Name, bool ShowBoxes) noexcept;
 
 // Mode "Disarm" clears, "Rearm" sets the armed flag; any other mode does nothing.
-bool ArmPlayer(Long Index, TextView Name, TextView Mode, bool ShowBoxes) noexcept;
+bool ArmPlayer(Long Profile, TextView Name, TextView Mode, bool ShowBoxes) noexcept;
 
 // Moves the player to the other team, when the game has teams.
-bool SwitchTeam(Long Index, TextView Name) noexcept;
+bool SwitchTeam(Long Profile, TextView Name) noexcept;
 
-// --- What the game server is told. These fail as the memory helper does.
-
-// Console command, channel "CMD".
-void SendCommand(Long Index, TextView Text, Place Where = Place::current());
-// On-screen message, channel "MSG". Kind is the host's last argument: 3, but 1 for a remote slap.
-void SendServerMessage(Long Index, TextView Text, Long Kind = 3, Place Where = Place::current());
+// Shows a message on the screens of the game, channel "MSG". Kind is the host's last argument: 3, but 1 for a
+// remote slap. Fails as the memory helper does.
+void SendServerMessage(Long Profile, TextView Text, Long Kind = 3);

@@ -45,9 +45,3 @@ inline Long RecordAddress(Long Base, Long Number, Long Stride, Long Offset = 0) 
     const auto Bytes = static_cast<std::uint32_t>(Number) * static_cast<std::uint32_t>(Stride);
     return OffsetBy(OffsetBy(Base, static_cast<Long>(Bytes)), Offset);
 }
-
-// More records than this cannot be: the count is damaged.
-inline constexpr Long MaxPlayerEntries = 1024;
-
-// The MaxPlayers word of a profile's server; error 6 below 0 or above MaxPlayerEntries.
-Long ReadMaxPlayers(Long Index, Place Where = Place::current());

@@ -2,9 +2,9 @@
 
 #include <unordered_map>
 
+#include "game/game_state.h"
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
-#include "game/player_grid.h"
 #include "game/player_records.h"
 #include "game/show_msg.h"
 #include "host/memory_helper.h"
@@ -15,7 +15,7 @@ constexpr TextView ServerName = L"Host"; // the server's own entry
 
 // The addresses and counts that one read of the table works with, read once at its start.
 struct TableBase {
-    Long Index;
+    Long Profile;
     Long Process;
     Long MaxPlayers;
     Long SerDedi;
@@ -24,62 +24,79 @@ struct TableBase {
     Long IpList;
 };
 
-// The statistics record of each name, found in one pass when the first ping is asked for.
-struct PingIndex {
-    bool Built = false;
-    std::unordered_map<std::wstring, Long> RecordOfName;
-};
-
 struct PlayerEntryRead {
     std::wstring Name;
     int Team;
     std::uint8_t Slot;
 };
 
-void BuildPingIndex(PingIndex& Pings, const TableBase& Base, Long Count) {
-    Pings.Built = true; // also when it fails below: one report for a read, not one for every player
-    for (Long Record = 0; Record < Count; ++Record) {
-        const Long Address = RecordAddress(Base.PlyrStats, Record, StatsRecord::Stride, StatsRecord::Name);
-        // The first record of a name counts.
-        Pings.RecordOfName.emplace(MemoryHelper::ReadStr(Base.Process, Address), Record);
+TableBase ReadTableBase(Long Profile) {
+    TableBase Base{};
+    Base.Profile = Profile;
+    Base.Process = mdlVNT::Profiles(Profile).ProcessRef;
+    Base.MaxPlayers = ReadMaxPlayers(Profile);
+    Base.SerDedi = ReadMapped(Profile, L"SerDedi");
+    Base.PlayerList = ReadMapped(Profile, L"PlayerList");
+    Base.PlyrStats = ReadMapped(Profile, L"PlyrStats");
+    Base.IpList = ReadMapped(Profile, L"IpList");
+    return Base;
+}
+
+// --- Pings. Those of one read share the records that were passed on the way to a match.
+
+struct PingScan {
+    Long Next = 0; // the first record that has not been read
+    std::unordered_map<std::wstring, Long> RecordOfName;
+    bool Failed = false; // one report for a read, not one for every player
+};
+
+// The first record with this name among the first Count; -1 for none.
+Long FindPingRecord(PingScan& Scan, const TableBase& Base, const std::wstring& Name, Long Count) {
+    const auto Passed = Scan.RecordOfName.find(Name);
+    if (Passed != Scan.RecordOfName.end()) return Passed->second;
+    while (Scan.Next < Count) {
+        const Long Address = RecordAddress(Base.PlyrStats, Scan.Next, StatsRecord::Stride, StatsRecord::Name);
+        const auto [Entry, New] =
+            Scan.RecordOfName.emplace(MemoryHelper::ReadStr(Base.Process, Address), Scan.Next);
+        ++Scan.Next;
+        if (New && Entry->first == Name) return Entry->second;
     }
+    return -1;
 }
 
 // The ping of a name as decimal text; "0" when no record among the first Count has it.
-std::wstring GetPing(PingIndex& Pings, const TableBase& Base, const std::wstring& Name, Long Count) noexcept {
+std::wstring GetPing(PingScan& Scan, const TableBase& Base, const std::wstring& Name, Long Count) noexcept {
     std::wstring Ping = L"0";
-    Trapped(L"GetPing", Base.Index, [&] {
-        if (!Pings.Built) BuildPingIndex(Pings, Base, Count);
-        const auto Found = Pings.RecordOfName.find(Name);
-        if (Found == Pings.RecordOfName.end()) return;
-        Ping = ToText(
-            MemoryHelper::ReadLong(Base.Process, RecordAddress(Base.PlyrStats, Found->second,
-                                                               StatsRecord::Stride, StatsRecord::Ping)));
+    if (Scan.Failed) return Ping;
+    Scan.Failed = !Trapped(L"GetPing", Base.Profile, [&] {
+        const Long Record = FindPingRecord(Scan, Base, Name, Count);
+        if (Record < 0) return;
+        const Long Address = RecordAddress(Base.PlyrStats, Record, StatsRecord::Stride, StatsRecord::Ping);
+        Ping = ToText(MemoryHelper::ReadLong(Base.Process, Address));
     });
     return Ping;
 }
 
-TableBase ReadTableBase(Long Index) {
-    ReadMapped(Index, L"GameState"); // fails here, before anything else, when there is no server to read
-    TableBase Base{};
-    Base.Index = Index;
-    Base.Process = mdlVNT::Profiles(Index).ProcessRef;
-    Base.MaxPlayers = ReadMaxPlayers(Index);
-    Base.SerDedi = ReadMapped(Index, L"SerDedi");
-    Base.PlayerList = ReadMapped(Index, L"PlayerList");
-    Base.PlyrStats = ReadMapped(Index, L"PlyrStats");
-    Base.IpList = ReadMapped(Index, L"IpList");
-    return Base;
-}
+// --- The entries of the table
 
 std::wstring ReadDottedIp(const TableBase& Base, std::uint8_t Slot) {
-    const std::wstring Raw = GetPlayerIp(Base.Index, Slot, Base.PlyrStats, Base.IpList);
+    const std::wstring Raw = GetPlayerIp(Base.Profile, Slot, Base.PlyrStats, Base.IpList);
     std::wstring Ip;
-    if (Slot != 0 && !Raw.empty()) Ip = ConvertIP(Raw, Base.Index);
+    if (Slot != 0 && !Raw.empty()) Ip = ConvertIP(Raw, Base.Profile);
     return Ip.empty() ? std::wstring(NoAddress) : Ip;
 }
 
-enum class EntryKind { Listed, Skipped, EndOfTable };
+// The game keeps the four bytes in reverse order. Error 13 when one of them is missing or not hexadecimal.
+std::wstring DottedFrom(TextView Digits) {
+    std::wstring Dotted;
+    for (const std::size_t Pair : {6u, 4u, 2u, 0u}) {
+        Dotted += ToText(HexToByte(Pair < Digits.size() ? Digits.substr(Pair, 2) : TextView()));
+        if (Pair != 0) Dotted += L".";
+    }
+    return Dotted;
+}
+
+enum class EntryKind : unsigned char { Listed, Skipped, EndOfTable };
 
 EntryKind ReadEntry(const TableBase& Base, Long Number, Long LastSlot, PlayerEntryRead& Entry) {
     const Long Address =
@@ -94,15 +111,33 @@ EntryKind ReadEntry(const TableBase& Base, Long Number, Long LastSlot, PlayerEnt
     return EntryKind::Listed;
 }
 
-void ListPlayer(const TableBase& Base, PingIndex& Pings, const PlayerEntryRead& Entry) {
-    AddPlayerRow({TwoDigits(Entry.Slot), Entry.Name, Entry.Team, ReadDottedIp(Base, Entry.Slot),
-                  GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1)});
-    if (Entry.Team == 1) ++mdlVNT::BlueCount;
-    if (Entry.Team == 2) ++mdlVNT::RedCount;
+// Calls Take(entry) for every player in the table, in its order.
+template <class F> void ScanPlayers(const TableBase& Base, F&& Take) {
+    Long LastSlot = 0;
+    for (Long Number = 0; Number <= Base.MaxPlayers; ++Number) {
+        PlayerEntryRead Entry{};
+        const EntryKind Kind = ReadEntry(Base, Number, LastSlot, Entry);
+        if (Kind == EntryKind::EndOfTable) return;
+        if (Kind == EntryKind::Skipped) continue;
+        LastSlot = Entry.Slot;
+        Take(Entry);
+    }
+}
+
+void ReadRows(const TableBase& Base, PlayerTable& Table) {
+    PingScan Pings;
+    ScanPlayers(Base, [&](PlayerEntryRead& Entry) {
+        Table.Rows.push_back({Entry.Slot, Entry.Name, Entry.Team, ReadDottedIp(Base, Entry.Slot),
+                              GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1)});
+        if (Entry.Team == 1) ++mdlVNT::BlueCount;
+        if (Entry.Team == 2) ++mdlVNT::RedCount;
+    });
+    GetPlayerExtras(Base.Profile, Base.MaxPlayers, Base.SerDedi);
+    Table.Summary = L"Blue Team: " + ToText(mdlVNT::BlueCount) + L", Red Team: " + ToText(mdlVNT::RedCount);
 }
 
 // What a mode does not show is not read: each read of another process's memory takes its time.
-std::wstring ElementOf(const TableBase& Base, PingIndex& Pings, TextView Mode, PlayerEntryRead& Entry) {
+std::wstring ElementOf(const TableBase& Base, PingScan& Pings, TextView Mode, PlayerEntryRead& Entry) {
     if (Mode == L"ARRAY")
         return Trim(Entry.Name).empty() ? std::wstring(NamelessPlayer) : std::move(Entry.Name);
     if (Mode == L"IPARRAY") return ReadDottedIp(Base, Entry.Slot);
@@ -112,30 +147,8 @@ std::wstring ElementOf(const TableBase& Base, PingIndex& Pings, TextView Mode, P
            GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1);
 }
 
-// Calls Take(entry) for every player in the table, in its order.
-template <class F> void ScanPlayers(const TableBase& Base, F&& Take) {
-    Long LastSlot = 0;
-    for (Long Number = 0; Number <= Base.MaxPlayers; ++Number) {
-        PlayerEntryRead Entry{};
-        const EntryKind Kind = ReadEntry(Base, Number, LastSlot, Entry);
-        if (Kind == EntryKind::EndOfTable) return;
-        if (Kind == EntryKind::Skipped) continue;
-        Take(Entry);
-        LastSlot = Entry.Slot;
-    }
-}
-
-void ReadGrid(Long Index, std::wstring& Summary) {
-    const TableBase Base = ReadTableBase(Index);
-    PingIndex Pings;
-    ScanPlayers(Base, [&](const PlayerEntryRead& Entry) { ListPlayer(Base, Pings, Entry); });
-    GetPlayerExtras(Index, Base.MaxPlayers, Base.SerDedi);
-    Summary = L"Blue Team: " + ToText(mdlVNT::BlueCount) + L", Red Team: " + ToText(mdlVNT::RedCount);
-}
-
-void ReadArray(Long Index, TextView Mode, Lines& BySlot) {
-    const TableBase Base = ReadTableBase(Index);
-    PingIndex Pings;
+void ReadArray(const TableBase& Base, TextView Mode, Lines& BySlot) {
+    PingScan Pings;
     BySlot.assign(static_cast<std::size_t>(Base.MaxPlayers) + 1, {});
     ScanPlayers(Base, [&](PlayerEntryRead& Entry) {
         // A slot above MaxPlayers has no place in the array: passed over, the rest is read.
@@ -143,87 +156,79 @@ void ReadArray(Long Index, TextView Mode, Lines& BySlot) {
     });
 }
 
-// One statistics record's life state and armed flag. False ends the pass: a slot that cannot be.
-bool ReadExtrasOf(Long Index, Long Process, Long Record) {
+void ReadTable(Long Profile, TextView Mode, PlayerTable& Table) {
+    ReadGameState(Profile); // fails here, before anything is reset, when there is no server to read
+    Table.Begun = true;
+    mdlVNT::BlueCount = mdlVNT::RedCount = 0;
+    const TableBase Base = ReadTableBase(Profile);
+    if (Mode == L"LIST")
+        ReadRows(Base, Table);
+    else
+        ReadArray(Base, Mode, Table.BySlot);
+}
+
+bool IsMode(TextView Mode) {
+    return Mode == L"LIST" || Mode == L"ARRAY" || Mode == L"IPARRAY" || Mode == L"REMOTE";
+}
+
+// --- Life and armed states
+
+// The first value of a key stays: two records may have one name and slot.
+void AddOnce(Collection<Long>& Values, Long Value, const std::wstring& Key) {
+    if (!Values.Contains(Key)) Values.Add(Value, Key);
+}
+
+// Returns false when the pass ends: a slot that cannot be.
+bool ReadExtrasOf(Long Profile, Long Process, Long Record) {
     const std::wstring Name = MemoryHelper::ReadStr(Process, OffsetBy(Record, StatsRecord::Name));
     if (Name.empty()) return true;
     const Long Slot = MemoryHelper::ReadLong(Process, OffsetBy(Record, StatsRecord::Slot));
     if (Slot > MaxSlot) return false;
+    const std::wstring Key = Name + L"_" + ToText(Slot);
     const Long Entity = MemoryHelper::ReadLong(Process, OffsetBy(Record, StatsRecord::Entity));
     const Long Life = MemoryHelper::ReadLong(Process, OffsetBy(Entity, EntityLifeState));
+    AddOnce(mdlVNT::LifeStates(Profile), Life, Key);
     const Long Armed = MemoryHelper::ReadLong(Process, OffsetBy(Record, StatsRecord::Armed));
-    const std::wstring Key = Name + L"_" + ToText(Slot);
-    // Two records with one name and slot: the first one's values stay.
-    if (!mdlVNT::LifeStates(Index).Contains(Key)) mdlVNT::LifeStates(Index).Add(Life, Key);
-    if (!mdlVNT::ArmedFlags(Index).Contains(Key)) mdlVNT::ArmedFlags(Index).Add(Armed, Key);
+    AddOnce(mdlVNT::ArmedFlags(Profile), Armed, Key);
     return true;
 }
 
-bool IsArrayMode(TextView Mode) { return Mode == L"ARRAY" || Mode == L"IPARRAY" || Mode == L"REMOTE"; }
-
 } // namespace
 
-Long ReadMaxPlayers(Long Index, Place Where) {
-    const Long MaxPlayers = ReadMapped(Index, L"MaxPlayers", Where);
-    if (MaxPlayers < 0 || MaxPlayers > MaxPlayerEntries) Fail(ErrorNumber::Overflow, {}, Where);
-    return MaxPlayers;
-}
-
-std::wstring GetPlayerIp(Long Index, std::uint8_t Slot, Long PlyrStats, Long IpList, Place Where) {
-    const Long Process = mdlVNT::Profiles(Index, Where).ProcessRef;
+std::wstring GetPlayerIp(Long Profile, std::uint8_t Slot, Long PlyrStats, Long IpList) {
+    const Long Process = mdlVNT::Profiles(Profile).ProcessRef;
     const std::uint8_t Client = MemoryHelper::ReadByte(
-        Process, RecordAddress(PlyrStats, Slot, StatsRecord::Stride, StatsRecord::ClientIndex), Where);
+        Process, RecordAddress(PlyrStats, Slot, StatsRecord::Stride, StatsRecord::ClientIndex));
     return MemoryHelper::ReadStr(
-        Process, RecordAddress(IpList, Client, ClientAddress::Stride, ClientAddress::FirstOffset), Where);
+        Process, RecordAddress(IpList, Client, ClientAddress::Stride, ClientAddress::FirstOffset));
 }
 
-std::wstring ConvertIP(TextView Text, Long Index) noexcept {
+std::wstring ConvertIP(TextView Text, Long Profile) noexcept {
     std::wstring Dotted;
-    Trapped(L"ConvertIP", Index, [&] {
+    Trapped(L"ConvertIP", Profile, [&] {
         const std::wstring Digits = Trim(Text);
-        if (Digits == L"0") {
-            Dotted = NoAddress;
-            return;
-        }
-        // The game keeps the four bytes in reverse order.
-        for (const std::size_t Pair : {6u, 4u, 2u, 0u}) {
-            const TextView Hex = Pair < Digits.size() ? TextView(Digits).substr(Pair, 2) : TextView();
-            Dotted += ToText(HexToByte(Hex));
-            if (Pair != 0) Dotted += L".";
-        }
+        Dotted = Digits == L"0" ? std::wstring(NoAddress) : DottedFrom(Digits);
     });
     return Dotted;
 }
 
-void GetPlayerExtras(Long Index, Long Count, Long SerDedi) noexcept {
-    Trapped(L"GetPlayerExtras", Index, [&] {
-        mdlVNT::LifeStates(Index) = {};
-        mdlVNT::ArmedFlags(Index) = {};
-        const Long Process = mdlVNT::Profiles(Index).ProcessRef;
-        const Long PlyrStats = ReadMapped(Index, L"PlyrStats");
+void GetPlayerExtras(Long Profile, Long Count, Long SerDedi) noexcept {
+    Trapped(L"GetPlayerExtras", Profile, [&] {
+        mdlVNT::LifeStates(Profile) = {};
+        mdlVNT::ArmedFlags(Profile) = {};
+        const Long Process = mdlVNT::Profiles(Profile).ProcessRef;
+        const Long PlyrStats = ReadMapped(Profile, L"PlyrStats");
         const Long First = SerDedi == 1 ? 1 : 0; // a dedicated server's own record is left out
-        for (Long Number = 0; Number < Count; ++Number)
-            if (!ReadExtrasOf(Index, Process, RecordAddress(PlyrStats, First + Number, StatsRecord::Stride)))
-                return;
+        for (Long Number = 0; Number < Count; ++Number) {
+            const Long Record = RecordAddress(PlyrStats, First + Number, StatsRecord::Stride);
+            if (!ReadExtrasOf(Profile, Process, Record)) return;
+        }
     });
 }
 
-PlayerArray GetPlayerList(Long Index, TextView Mode) noexcept {
-    PlayerArray Players;
-    if (Mode == L"LIST") {
-        std::wstring Summary;
-        Players.Complete = Trapped(L"GetPlayerList", Index, [&] {
-            mdlVNT::BlueCount = mdlVNT::RedCount = 0;
-            BeginPlayerGrid();
-            ReadGrid(Index, Summary);
-        });
-        // Also after a failure: the grid shows the rows that came.
-        Players.Complete &= Trapped(L"GetPlayerList", Index, [&] { EndPlayerGrid(Summary); });
-    } else if (IsArrayMode(Mode)) {
-        Players.Complete = Trapped(L"GetPlayerList", Index, [&] {
-            mdlVNT::BlueCount = mdlVNT::RedCount = 0;
-            ReadArray(Index, Mode, Players.BySlot);
-        });
-    }
-    return Players;
+PlayerTable GetPlayerList(Long Profile, TextView Mode) noexcept {
+    PlayerTable Table;
+    if (IsMode(Mode))
+        Table.Complete = Trapped(L"GetPlayerList", Profile, [&] { ReadTable(Profile, Mode, Table); });
+    return Table;
 }

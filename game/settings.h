@@ -5,24 +5,37 @@
 #include "host/failure.h"
 #include "host/text.h"
 
-namespace Setting {
-inline constexpr TextView BanMethod = L"BanMethod";             // "0" Game Command Line, "1" Kernel Driver
-inline constexpr TextView IdlePunt = L"IdlePunt";               // "1" on
-inline constexpr TextView IdleMax = L"IdleMax";                 // minutes
-inline constexpr TextView AutoRefresh = L"AutoRefresh";         // "1" on
-inline constexpr TextView RefreshInterval = L"RefreshInterval"; // seconds
-} // namespace Setting
+struct Setting {
+    TextView Name;
+    TextView Default; // in place of a text that is not valid
+    bool (*IsValid)(TextView Text);
+    bool (*IsValidForConsoles)(TextView Text); // which have always been sent more than the window accepts
+};
+
+namespace Settings {
+
+bool IsGiven(TextView Text);
+bool IsSwitch(TextView Text); // "1" or "0"
+// Numeric, and does not compare below "1" as text. The comparison is by character code on purpose: "05" and
+// "0.5" are not valid, "10" is.
+bool IsPeriod(TextView Text);
+
+inline constexpr Setting BanMethod{L"BanMethod", L"0", IsGiven, IsGiven};      // "1" is the kernel driver
+inline constexpr Setting IdlePunt{L"IdlePunt", L"0", IsSwitch, IsGiven};       // "1" is on
+inline constexpr Setting IdleMax{L"IdleMax", L"5", IsPeriod, IsNumeric};       // minutes
+inline constexpr Setting AutoRefresh{L"AutoRefresh", L"0", IsSwitch, IsGiven}; // "1" is on
+inline constexpr Setting RefreshInterval{L"RefreshInterval", L"5", IsPeriod, IsNumeric}; // seconds
+
+} // namespace Settings
 
 // Whether there is a Players.ini at all.
 bool PlayersIniExists();
 
 // The stored text; empty when file, section or key is missing.
-std::wstring ReadSetting(Long Index, TextView Name);
-// Stored as given. Error 5 for a text with line breaks. A file that cannot be written loses it silently.
-void WriteSetting(Long Index, TextView Name, TextView Value);
+std::wstring ReadSetting(Long Profile, const Setting& Read);
+// The stored text when it is valid, else the default.
+std::wstring ReadValidSetting(Long Profile, const Setting& Read);
 
-// The text when it is "1" or "0", else "0".
-std::wstring SwitchOr0(std::wstring Text);
-// The text when it is numeric and does not compare below "1" as text, else "5". The comparison is by
-// character code on purpose: "05" and "0.5" fall back, "10" does not.
-std::wstring PeriodOr5(std::wstring Text);
+// Stored as given. Error 5 for a text with line breaks, and when the profile's folder cannot be a key of the
+// file. A file that cannot be written loses it silently.
+void WriteSetting(Long Profile, const Setting& Written, TextView Value);

@@ -3,7 +3,6 @@
 #include "game/mdlVNT.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
-#include "version.h"
 
 namespace {
 
@@ -22,10 +21,7 @@ constexpr Box Boxes[] = {
     {Platform::BoxIcon::Warning, L"Action Required!"},
 };
 
-std::wstring VersionText() {
-    const std::string Version = VANTOR_VERSION_TEXT;
-    return std::wstring(mdlVNT::DllName) + L" " + std::wstring(Version.begin(), Version.end());
-}
+std::wstring VersionText() { return std::wstring(mdlVNT::DllName) + L" " + std::wstring(mdlVNT::Version); }
 
 std::wstring ErrorDetails(const Failure& Error, Long Line, TextView Procedure) {
     return L"Error Line: " + ToText(Line) + L"\r\nError " + ToText(Error.Number) + L": " + Error.Description +
@@ -46,8 +42,8 @@ bool ReportsAreWanted() {
     return IsNumeric(Value) && ToNumber(Value) == 1;
 }
 
-bool IsAffiliateProfile(Long Index) {
-    return mdlVNT::Profiles.Has(Index) && mdlVNT::Profiles(Index).IsAffiliate;
+bool IsAffiliateProfile(Long Profile) {
+    return mdlVNT::Profiles.Has(Profile) && mdlVNT::Profiles(Profile).IsAffiliate;
 }
 
 // The last line of an error report: whether it was sent.

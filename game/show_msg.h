@@ -28,7 +28,7 @@ void ShowMsg(MsgKind Kind, TextView Text, Long ProfileIndex) noexcept;
 void ReportFailure(TextView Procedure, Long ProfileIndex) noexcept;
 
 // Runs a named procedure; a failure is reported under its name and ends here.
-// Answers whether Body ran to its end.
+// Returns whether Body ran to its end.
 template <class F> bool Trapped(TextView Procedure, Long ProfileIndex, F&& Body) noexcept {
     try {
         std::forward<F>(Body)();

@@ -14,6 +14,7 @@ std::wstring ErrorDescription(Long Number) {
         {ErrorNumber::LoadingDll, L"Error in loading DLL"},
         {ErrorNumber::InternalError, L"Internal error"},
         {ErrorNumber::FileNotFound, L"File not found"},
+        {ErrorNumber::DeviceUnavailable, L"Device unavailable"},
         {ErrorNumber::PathAccess, L"Path/File access error"},
         {ErrorNumber::PathNotFound, L"Path not found"},
         {ErrorNumber::ObjectNotSet, L"Object variable not set"},

@@ -28,6 +28,7 @@ inline constexpr Long TypeMismatch = 13;
 inline constexpr Long LoadingDll = 48;
 inline constexpr Long InternalError = 51;
 inline constexpr Long FileNotFound = 53;
+inline constexpr Long DeviceUnavailable = 68;
 inline constexpr Long PathAccess = 75;
 inline constexpr Long PathNotFound = 76;
 inline constexpr Long ObjectNotSet = 91;

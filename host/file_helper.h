@@ -54,7 +54,7 @@ struct ErrorReport {
     bool IsAffiliate;
     Long Line;
 };
-// Sends the six values in this order as one array; answers whether the report was delivered.
+// Sends the six values in this order as one array; returns whether the report was delivered.
 bool SendErrorReport(const ErrorReport& Report, Place Where = Place::current());
 
 } // namespace FileHelper

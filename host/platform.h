@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "host/failure.h"
@@ -46,6 +47,8 @@ bool SurvivesSingleByte(TextView Text);
 // --- The clock, local time.
 
 Moment Now();
+// Milliseconds of a clock that only goes forward.
+std::int64_t Milliseconds();
 
 // --- Boxes and dialogs. All but PostErrorBox are modal; sweeps go on behind them.
 

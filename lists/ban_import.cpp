@@ -8,23 +8,22 @@
 namespace {
 
 // Columns from 0 and lengths; the columns between the fields are ignored.
-struct Field {
+struct Columns {
     std::size_t Start;
     std::size_t Length;
 };
-constexpr Field AddressField{0, 17};
-constexpr Field NameField{19, 20};
-constexpr Field ReasonField{40, std::wstring::npos};
+constexpr Columns AddressColumns{0, 17};
+constexpr Columns NameColumns{19, 20};
+constexpr Columns ReasonColumns{40, std::wstring::npos};
 
 struct ForeignBan {
     std::wstring Address;
-    std::wstring Name;
+    BannedName Name;
     std::wstring Reason;
-    TextView Tag;
 };
 
-std::wstring Cut(const std::wstring& Line, Field Where) {
-    return Where.Start < Line.size() ? Trim(TextView(Line).substr(Where.Start, Where.Length))
+std::wstring Cut(const std::wstring& Line, Columns Field) {
+    return Field.Start < Line.size() ? Trim(TextView(Line).substr(Field.Start, Field.Length))
                                      : std::wstring();
 }
 
@@ -38,83 +37,69 @@ std::wstring WithoutLast(std::wstring Text) {
 
 ForeignBan ParseLine(const std::wstring& Line) {
     ForeignBan Ban{};
-    Ban.Address = Cut(Line, AddressField);
-    Ban.Name = WithoutLast(Cut(Line, NameField));
-    Ban.Reason = WithoutLast(Cut(Line, ReasonField));
+    Ban.Address = Cut(Line, AddressColumns);
+    const std::wstring Name = WithoutLast(Cut(Line, NameColumns));
+    Ban.Reason = WithoutLast(Cut(Line, ReasonColumns));
     if (Ban.Reason.empty()) Ban.Reason = L"None";
-    const bool Part = !Ban.Name.empty() && (Ban.Name.front() == L'*' || Ban.Name.back() == L'*');
-    Ban.Tag = Part ? PartOfName : WholeName;
+    const bool IsPart = !Name.empty() && (Name.front() == L'*' || Name.back() == L'*');
+    Ban.Name = IsPart ? BannedName::Part(Name) : BannedName::Whole(Name);
     return Ban;
 }
 
-class Import {
-public:
-    Import(Long Profile, std::vector<ImportedEntry>& AddedEntries)
-        : Index(Profile), Added(AddedEntries), Stamp(TimeStamp()),
-          NamesFile(mdlVNT::BannedNamesPath(Profile)), IpsFile(mdlVNT::BannedIpsPath(Profile)) {}
-
-    // Name and address are judged apart: who bears a name that no list can hold is banned by his address.
-    void AddLine(const std::wstring& Line) {
-        const ForeignBan Ban = ParseLine(Line);
-        const bool HasName = IsPresent(Ban.Name);
-        const bool HasAddress = IsPresent(Ban.Address);
-        if (Ban.Name.empty() && Ban.Address.empty()) ++Counts.Invalid;
-        if (HasName) AddName(Ban);
-        if (HasAddress) AddAddress(Ban.Address);
-        if (!Ban.Name.empty() && HasAddress)
-            AddBanReference(mdlVNT::SettingsFolder(Index), mdlVNT::BannedReferencePath(Index), Ban.Name,
-                            Ban.Address);
-    }
-
+struct Import {
+    BanFiles Files;
+    std::wstring Stamp;
     ImportCounts Counts;
-
-private:
-    // Whether there is something to store; what cannot be is counted as invalid.
-    bool IsPresent(const std::wstring& Field) {
-        const bool CanBeStored = CanBeKey(Field);
-        if (!CanBeStored) ++Counts.Invalid;
-        return CanBeStored && !Field.empty();
-    }
-
-    void AddName(const ForeignBan& Ban) {
-        ++Counts.Found;
-        // Kept on purpose: the bare tag digit never finds a stored entry, so that an import refreshes the
-        // stamps.
-        const std::wstring Digit(Ban.Tag.substr(1, 1));
-        if (!FileHelper::GetIniKey(NamesSection, Ban.Name + Digit, NamesFile).empty()) {
-            ++Counts.Skipped;
-            return;
-        }
-        const std::wstring Key = Ban.Name + std::wstring(Ban.Tag);
-        FileHelper::WriteIniKey(NamesSection, Key, Stamp + std::wstring(ReasonSeparator) + Ban.Reason,
-                                NamesFile);
-        ++Counts.Added;
-        Added.push_back({true, ItemOfKey(Key)});
-    }
-
-    void AddAddress(const std::wstring& Address) {
-        ++Counts.Found;
-        if (!FileHelper::GetIniKey(IpsSection, Address, IpsFile).empty()) {
-            ++Counts.Skipped;
-            return;
-        }
-        StoreBannedIp(Index, Address, Stamp);
-        ++Counts.Added;
-        Added.push_back({false, Address});
-        mdlVNT::IpListChanged(Index) = true;
-    }
-
-    Long Index;
     std::vector<ImportedEntry>& Added;
-    std::wstring Stamp, NamesFile, IpsFile;
 };
+
+enum class Outcome : unsigned char { Added, Skipped, Invalid };
+
+void Count(ImportCounts& Counts, Outcome Field) {
+    if (Field == Outcome::Invalid) return void(++Counts.Invalid);
+    ++Counts.Found;
+    ++(Field == Outcome::Added ? Counts.Added : Counts.Skipped);
+}
+
+Outcome AddName(Import& Running, const ForeignBan& Ban) {
+    // Kept on purpose: the bare tag digit never finds a stored entry, so that an import refreshes the stamps.
+    const std::wstring Digit = Ban.Name.Tag.substr(1, 1);
+    if (HasBareName(Running.Files, Ban.Name.Name + Digit)) return Outcome::Skipped;
+    if (!StoreBannedName(Running.Files, Ban.Name, Running.Stamp, Ban.Reason)) return Outcome::Invalid;
+    Running.Added.push_back({true, Ban.Name.Item()});
+    return Outcome::Added;
+}
+
+Outcome AddAddress(Import& Running, const std::wstring& Address) {
+    if (!IsBannableIp(Address)) return Outcome::Invalid;
+    if (HasBannedIp(Running.Files, Address)) return Outcome::Skipped;
+    StoreBannedIp(Running.Files, Address, Running.Stamp);
+    Running.Added.push_back({false, Address});
+    mdlVNT::IpListChanged(Running.Files.Profile) = true;
+    return Outcome::Added;
+}
+
+// Name and address are judged apart: if the name cannot be stored, the address is still banned.
+void AddLine(Import& Running, const std::wstring& Line) {
+    const ForeignBan Ban = ParseLine(Line);
+    const bool HasName = !Ban.Name.Name.empty();
+    if (!HasName && Ban.Address.empty()) ++Running.Counts.Invalid;
+    if (HasName) Count(Running.Counts, AddName(Running, Ban));
+    if (!Ban.Address.empty()) Count(Running.Counts, AddAddress(Running, Ban.Address));
+    if (HasName && IsBannableIp(Ban.Address)) AddBanReference(Running.Files, Ban.Name.Name, Ban.Address);
+}
 
 } // namespace
 
-ImportCounts ImportBanFile(Long Index, TextView Path, std::vector<ImportedEntry>& Added, Place Where) {
-    Import Running(Index, Added);
-    for (const std::wstring& Line : FileHelper::ReadFile(Path, Where))
-        if (!Line.empty()) Running.AddLine(WithoutLineBreaks(Line));
+ImportCounts ImportBanFile(Long Profile, TextView Path, std::vector<ImportedEntry>& Added,
+                           const Progress& GoOn) {
+    Import Running{BanFiles(Profile), TimeStamp(), {}, Added};
+    const Lines File = FileHelper::ReadFile(Path);
+    Long Done = 0;
+    for (const std::wstring& Line : File) {
+        if (GoOn && !GoOn(Done++, static_cast<Long>(File.size()))) break;
+        if (!Line.empty()) AddLine(Running, WithoutLineBreaks(Line));
+    }
     return Running.Counts;
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "lists/progress.h"
 
 struct ImportCounts {
     Long Found = 0, Added = 0, Skipped = 0, Invalid = 0;
@@ -18,8 +19,11 @@ struct ImportedEntry {
 // Adds the entries of the file's lines to the ban files of the profile, links names to addresses, and sets
 // IpListChanged with the first address. Entries are appended to Added as they are written, so that they can
 // be shown also when the import fails on the way.
-ImportCounts ImportBanFile(Long Index, TextView Path, std::vector<ImportedEntry>& Added,
-                           Place Where = Place::current());
+//
+// Counts what it found up to where GoOn ended it. Fails with error 5 at a line whose name or reason field is
+// empty, else as the helpers do.
+ImportCounts ImportBanFile(Long Profile, TextView Path, std::vector<ImportedEntry>& Added,
+                           const Progress& GoOn = {});
 
 // The summary shown at the end.
 std::wstring ImportSummary(const ImportCounts& Counts);

@@ -1,5 +1,6 @@
 #include "lists/ban_lists.h"
 
+#include "game/ini_key.h"
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
 #include "host/file_helper.h"
@@ -7,10 +8,18 @@
 
 namespace {
 
-constexpr std::size_t TagLength = 3; // "[1]"
+constexpr TextView NamesSection = L"Players";
+constexpr TextView IpsSection = L"IpAddresses";
+constexpr TextView ReasonSeparator = L"[-]";
 
-// Adds the items that ItemOf makes of a section's lines; an empty item is left out.
-template <class F> Lines ReadItems(TextView Section, TextView File, F&& ItemOf) {
+void EnsureFolder(const std::wstring& Folder) {
+    if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder);
+}
+
+// The items that ItemOf makes of a section's lines; an empty item is left out. Absent when the file is
+// missing.
+template <class F> std::optional<Lines> ReadItems(TextView Section, const std::wstring& File, F&& ItemOf) {
+    if (!Platform::FileExists(File)) return std::nullopt;
     Lines Items;
     for (const std::wstring& Line : FileHelper::GetIniSection(Section, File)) {
         if (Line.empty()) continue;
@@ -22,113 +31,115 @@ template <class F> Lines ReadItems(TextView Section, TextView File, F&& ItemOf) 
 }
 
 std::wstring NameItem(const std::wstring& Key, const std::wstring& Value) {
-    const bool Tagged =
-        Key.find(WholeName) != std::wstring::npos || Key.find(PartOfName) != std::wstring::npos;
-    if (!Tagged || Value.find(ReasonSeparator) == std::wstring::npos) return {};
-    return ItemOfKey(Key);
-}
-
-bool IsValidPart(TextView Part, bool Last) {
-    if (Part == L"*") return Last;
-    return IsNumeric(Part) && ToNumber(Part) <= 255;
+    if (!HoldsTag(Key) || Value.find(ReasonSeparator) == std::wstring::npos) return {};
+    return BannedName::OfKey(Key).Item();
 }
 
 } // namespace
 
+BanFiles::BanFiles(Long Index)
+    : Profile(Index), Folder(mdlVNT::SettingsFolder(Index)), Names(Folder + L"\\BannedNames.ini"),
+      Ips(Folder + L"\\BannedIps.ini"), References(Folder + L"\\BannedReference.ini") {}
+
 std::wstring TimeStamp() {
-    const Moment Now = Platform::Now();
-    return DateText(Now) + L" " + ListTimeText(Now);
+    const Moment Local = Platform::Now();
+    return DateText(Local) + L" " + ListTimeText(Local);
 }
 
-std::optional<Lines> GetBannedNames(Long Index) noexcept {
+void EnsureSettingsFolder(Long Profile) { EnsureFolder(mdlVNT::SettingsFolder(Profile)); }
+
+std::optional<Lines> GetBannedNames(Long Profile) noexcept {
     std::optional<Lines> Items;
-    Trapped(L"GetBannedNames", Index, [&] {
-        const std::wstring File = mdlVNT::BannedNamesPath(Index);
-        if (Platform::FileExists(File)) Items = ReadItems(NamesSection, File, NameItem);
+    Trapped(L"GetBannedNames", Profile,
+            [&] { Items = ReadItems(NamesSection, BanFiles(Profile).Names, NameItem); });
+    return Items;
+}
+
+std::optional<Lines> GetBannedIps(Long Profile) noexcept {
+    std::optional<Lines> Items;
+    Trapped(L"GetBannedIps", Profile, [&] {
+        Items = ReadItems(IpsSection, BanFiles(Profile).Ips,
+                          [](const std::wstring& Key, const std::wstring&) { return Key; });
     });
     return Items;
 }
 
-std::optional<Lines> GetBannedIps(Long Index) noexcept {
-    std::optional<Lines> Items;
-    Trapped(L"GetBannedIps", Index, [&] {
-        const std::wstring File = mdlVNT::BannedIpsPath(Index);
-        if (Platform::FileExists(File))
-            Items =
-                ReadItems(IpsSection, File, [](const std::wstring& Key, const std::wstring&) { return Key; });
-    });
-    return Items;
+bool HasBannedName(const BanFiles& Files, TextView Name) {
+    return !FileHelper::GetIniKey(NamesSection, BannedName::Whole(Name).Key(), Files.Names).empty();
 }
 
-std::wstring KeyOfItem(TextView Item) {
-    if (Item.size() < TagLength + 1) Fail(ErrorNumber::InvalidCall);
-    return std::wstring(Item.substr(TagLength + 1)) + std::wstring(Item.substr(0, TagLength));
+bool HasBareName(const BanFiles& Files, TextView Name) {
+    return !FileHelper::GetIniKey(NamesSection, Name, Files.Names).empty();
 }
 
-std::wstring ItemOfKey(TextView Key) {
-    if (Key.size() < TagLength) Fail(ErrorNumber::InvalidCall);
-    const std::size_t NameLength = Key.size() - TagLength;
-    return std::wstring(Key.substr(NameLength)) + L" " + std::wstring(Key.substr(0, NameLength));
+bool HasBannedIp(const BanFiles& Files, TextView Pattern) {
+    return !FileHelper::GetIniKey(IpsSection, Pattern, Files.Ips).empty();
 }
 
-bool IsValidIp(TextView Text) {
-    for (int Count = 1; Count <= 4; ++Count) {
-        const auto Point = Text.find(L'.');
-        const bool Last = Point == TextView::npos;
-        const TextView Part = Text.substr(0, Point);
-        if (!IsValidPart(Part, Last)) return false;
-        if (Last) return Count == 4 || Part == L"*";
-        Text.remove_prefix(Point + 1);
+Lines ReadNameLines(const BanFiles& Files) { return FileHelper::GetIniSection(NamesSection, Files.Names); }
+
+Lines NameFragments(const Lines& NameLines) {
+    Lines Fragments;
+    for (const std::wstring& Line : NameLines) {
+        if (Line.empty()) continue;
+        const std::wstring Key = FileHelper::ParseIniEntry(Line).first;
+        if (IsPartKey(Key)) Fragments.push_back(BannedName::OfKey(Key).Name);
     }
-    return false; // more than four parts
+    return Fragments;
 }
 
-void RefuseUnlessKey(TextView Address, Place Where) {
-    if (!CanBeKey(Address)) Fail(ErrorNumber::InvalidCall, L"This is no address that can be banned.", Where);
+Lines ExactAddresses(const BanFiles& Files) {
+    Lines Addresses;
+    if (!Platform::FileExists(Files.Ips)) return Addresses;
+    for (const std::wstring& Line : FileHelper::GetIniSection(IpsSection, Files.Ips)) {
+        if (Line.empty() || Line.find(L".*") != std::wstring::npos) continue;
+        std::wstring Key = FileHelper::ParseIniEntry(Line).first;
+        // A lone "*" is a pattern as well; a line "=..." was written by hand.
+        if (!Key.empty() && Key != L"*") Addresses.push_back(std::move(Key));
+    }
+    return Addresses;
 }
 
-bool CanBeKey(TextView Key) {
-    const bool OddStart = Key.starts_with(L'[') || Key.starts_with(L' ') || Key.starts_with(L'\t');
-    return !OddStart && Key.find(L'=') == TextView::npos;
-}
-
-bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason, Place Where) {
-    const std::wstring File = mdlVNT::BannedNamesPath(Index);
-    const std::wstring Value = std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason);
-    EnsureSettingsFolder(Index, Where);
-    if (!CanBeKey(Key)) return false;
-    FileHelper::WriteIniKey(NamesSection, Key, Value, File, Where);
-    return !FileHelper::GetIniKey(NamesSection, Key, File, Where).empty();
-}
-
-void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where) {
-    const std::wstring Key = Trim(Address); // blanks around it are no part of an address
-    RefuseUnlessKey(Key, Where);
-    EnsureSettingsFolder(Index, Where);
-    FileHelper::WriteIniKey(IpsSection, Key, Stamp, mdlVNT::BannedIpsPath(Index), Where);
-}
-
-void DeleteBannedName(Long Index, TextView Key) {
-    Platform::DeleteProfileKey(NamesSection, Key, mdlVNT::BannedNamesPath(Index));
-}
-
-void DeleteBannedIp(Long Index, TextView Address) {
-    Platform::DeleteProfileKey(IpsSection, Address, mdlVNT::BannedIpsPath(Index));
-}
-
-BanDetails BannedNameDetails(Long Index, TextView Key, Place Where) {
-    const std::wstring Value =
-        FileHelper::GetIniKey(NamesSection, Key, mdlVNT::BannedNamesPath(Index), Where);
+BanDetails BannedNameDetails(Long Profile, const BannedName& Banned) {
+    const std::wstring Value = FileHelper::GetIniKey(NamesSection, Banned.Key(), BanFiles(Profile).Names);
     const auto Separator = Value.find(ReasonSeparator);
     if (Separator == std::wstring::npos) return {Value, {}};
     return {Value.substr(0, Separator), Value.substr(Separator + ReasonSeparator.size())};
 }
 
-std::wstring BannedIpDate(Long Index, TextView Address, Place Where) {
-    return FileHelper::GetIniKey(IpsSection, Address, mdlVNT::BannedIpsPath(Index), Where);
+std::wstring BannedIpDate(Long Profile, TextView Address) {
+    return FileHelper::GetIniKey(IpsSection, Address, BanFiles(Profile).Ips);
 }
 
-void EnsureSettingsFolder(Long Index, Place Where) {
-    const std::wstring Folder = mdlVNT::SettingsFolder(Index);
-    if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder, Where);
+bool StoreBannedName(const BanFiles& Files, const BannedName& Banned, TextView Stamp, TextView Reason) {
+    const std::wstring Key = Banned.Key();
+    if (!CanBeKey(Key)) return false;
+    EnsureFolder(Files.Folder);
+    FileHelper::WriteIniKey(NamesSection, Key,
+                            std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason),
+                            Files.Names);
+    return !FileHelper::GetIniKey(NamesSection, Key, Files.Names).empty();
+}
+
+bool StoreBannedIp(const BanFiles& Files, TextView Address, TextView Stamp) {
+    if (!IsBannableIp(Address)) return false;
+    EnsureFolder(Files.Folder);
+    FileHelper::WriteIniKey(IpsSection, Trim(Address), Stamp, Files.Ips);
+    return true;
+}
+
+void RemoveBannedName(const BanFiles& Files, const BannedName& Banned) {
+    Platform::DeleteProfileKey(NamesSection, Banned.Key(), Files.Names);
+}
+
+void RemoveBannedIp(const BanFiles& Files, TextView Address) {
+    Platform::DeleteProfileKey(IpsSection, Address, Files.Ips);
+}
+
+void RemoveLinkedName(const BanFiles& Files, TextView Name) {
+    FileHelper::WriteIniKey(NamesSection, BannedName::Whole(Name).Key(), std::nullopt, Files.Names);
+}
+
+void RemoveLinkedIp(const BanFiles& Files, TextView Address) {
+    FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, Files.Ips);
 }

@@ -10,55 +10,66 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "lists/banned_name.h"
+#include "lists/ip_pattern.h"
 
-inline constexpr TextView NamesSection = L"Players";
-inline constexpr TextView IpsSection = L"IpAddresses";
-inline constexpr TextView WholeName = L"[1]";
-inline constexpr TextView PartOfName = L"[2]";
-inline constexpr TextView ReasonSeparator = L"[-]";
+// The ban files of a profile by their paths; made once for a tick or an operation.
+struct BanFiles {
+    explicit BanFiles(Long Profile);
+
+    Long Profile;
+    std::wstring Folder; // that they are in
+    std::wstring Names, Ips, References;
+};
 
 // Local date and time as every entry carries it: "2004-07-09 9:05:03".
 std::wstring TimeStamp();
 
+// Makes the settings folder of a profile when it is missing.
+void EnsureSettingsFolder(Long Profile);
+
+// --- Reading
+
 // The items of the banned-names list ("[1] Bob"), in file order; absent when the file is missing.
 // Reports under its own name; the items are then absent.
-std::optional<Lines> GetBannedNames(Long Index) noexcept;
+std::optional<Lines> GetBannedNames(Long Profile) noexcept;
 // The items of the banned-addresses list; absent when the file is missing. Reports under its own name.
-std::optional<Lines> GetBannedIps(Long Index) noexcept;
+std::optional<Lines> GetBannedIps(Long Profile) noexcept;
 
-// "[2] Bob" <-> "Bob[2]".
-std::wstring KeyOfItem(TextView Item);
-std::wstring ItemOfKey(TextView Key);
+// Whether the whole name is banned.
+bool HasBannedName(const BanFiles& Files, TextView Name);
+// Whether the name stands in the file without a tag. The plug-in writes every name with one, so that this
+// finds only what somebody wrote by hand; such an entry has always stopped a ban.
+bool HasBareName(const BanFiles& Files, TextView Name);
+// Whether the address or pattern stands in the file, to the letter.
+bool HasBannedIp(const BanFiles& Files, TextView Pattern);
 
-// Whether a text is an address or an address pattern ("127.0.0.*", "127.0.*", "127.*", "*").
-// A negative part passes: it matches nobody and has always been accepted.
-bool IsValidIp(TextView Text);
-
-// Whether a name or an address can be written as a key at all. The INI format ends a key at "=": a player
-// who calls himself "e[2]=" would have everybody banned whose name holds an "e", and the address "5.*=" a
-// whole range. A line that begins with "[" opens a section. Blanks before a key are lost: a ban of " Bob"
-// would be one of "Bob".
-bool CanBeKey(TextView Key);
-// Error 5 for an address that cannot be a key.
-void RefuseUnlessKey(TextView Address, Place Where = Place::current());
-
-// Both make the settings folder when it is missing. A name entry (Key carries its tag) is read back, because
-// the INI format cannot carry every name as a key: false when the entry is not there.
-bool StoreBannedName(Long Index, TextView Key, TextView Stamp, TextView Reason,
-                     Place Where = Place::current());
-// Error 5 for a text that cannot be a key.
-void StoreBannedIp(Long Index, TextView Address, TextView Stamp, Place Where = Place::current());
-
-// Deletes a key by the direct private-profile write; errors 75 and 76.
-void DeleteBannedName(Long Index, TextView Key);
-void DeleteBannedIp(Long Index, TextView Address);
+// The lines of the names' section, and the parts of names that are banned by them.
+Lines ReadNameLines(const BanFiles& Files);
+Lines NameFragments(const Lines& NameLines);
+// The banned addresses without the patterns.
+Lines ExactAddresses(const BanFiles& Files);
 
 struct BanDetails {
     std::wstring Date;
     std::wstring Reason;
 };
-BanDetails BannedNameDetails(Long Index, TextView Key, Place Where = Place::current());
-std::wstring BannedIpDate(Long Index, TextView Address, Place Where = Place::current());
+BanDetails BannedNameDetails(Long Profile, const BannedName& Banned);
+std::wstring BannedIpDate(Long Profile, TextView Address);
 
-// Makes the settings folder of the profile when it is missing.
-void EnsureSettingsFolder(Long Index, Place Where = Place::current());
+// --- Writing. The settings folder is made when it is missing.
+
+// Returns whether the entry is in the file, where it is looked up after it was written: the INI format cannot
+// carry every name as a key.
+bool StoreBannedName(const BanFiles& Files, const BannedName& Banned, TextView Stamp, TextView Reason);
+// Returns false when the address cannot be banned (IsBannableIp). Blanks around it are left out.
+bool StoreBannedIp(const BanFiles& Files, TextView Address, TextView Stamp);
+
+// --- Removing. An entry that is not there is no failure.
+
+// By the direct private-profile write; errors 75 and 76.
+void RemoveBannedName(const BanFiles& Files, const BannedName& Banned);
+void RemoveBannedIp(const BanFiles& Files, TextView Address);
+// Through the host, for entries that go because another one that they are linked to went.
+void RemoveLinkedName(const BanFiles& Files, TextView Name);
+void RemoveLinkedIp(const BanFiles& Files, TextView Address);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "game/mdlVNT.h"
+#include "game/show_msg.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
 #include "lists/first_failure.h"
@@ -15,51 +15,52 @@ Long UpperBound(const Lines& Section) { return static_cast<Long>(Section.size())
 // The system writes a section's name without the blanks around it, and does not find it with them.
 std::wstring SectionOf(TextView Name) { return Trim(Name); }
 
-// Takes the address out of a name's section. Answers whether the name was linked to it.
-bool UnlinkFromName(TextView Name, TextView Address, TextView File, Place Where) {
-    const Entries Linked = ReadEntries(Name, File, Where);
-    Lines Kept = ValuesOf(Linked);
-    const bool WasLinked = std::erase(Kept, Address) > 0;
-    if (!Linked.empty()) RewriteNumbered(Name, Linked, Kept, File, Where);
-    return WasLinked;
+bool Continues(const Progress& GoOn, std::size_t Done, std::size_t Total) {
+    return !GoOn || GoOn(static_cast<Long>(Done), static_cast<Long>(Total));
+}
+
+void UnlinkFromName(const std::wstring& Name, TextView Address, const std::wstring& File,
+                    const std::function<void(const std::wstring&)>& OnLinked) {
+    const Entries Links = ReadEntries(Name, File);
+    Lines Kept = ValuesOf(Links);
+    if (std::erase(Kept, Address) > 0) OnLinked(Name);
+    if (Kept.size() < Links.size()) RewriteNumbered(Name, Links, Kept, File);
 }
 
 } // namespace
 
-void AddBanReference(TextView SettingsFolder, TextView ReferenceFile, TextView Name, TextView Address,
-                     Place Where) {
-    if (!Platform::FolderExists(SettingsFolder)) Platform::CreateFolder(SettingsFolder, Where);
-    if (!Platform::FileExists(ReferenceFile)) Platform::CreateEmptyFile(ReferenceFile, Where);
-    const std::wstring Section = SectionOf(Name);
-    const Entries Present = ReadEntries(Section, ReferenceFile, Where);
-    const bool IsLinked =
-        std::any_of(Present.begin(), Present.end(), [&](const auto& Link) { return Link.second == Address; });
-    if (!IsLinked) FileHelper::WriteIniKey(Section, FreeKey(Present), Address, ReferenceFile, Where);
+void AddBanReference(const BanFiles& Files, TextView Name, TextView Address) noexcept {
+    Trapped(L"AddBanReference", Files.Profile, [&] {
+        if (!Platform::FileExists(Files.References)) Platform::CreateEmptyFile(Files.References);
+        const std::wstring Section = SectionOf(Name);
+        const Lines Linked = ReadValues(Section, Files.References);
+        if (std::find(Linked.begin(), Linked.end(), Address) != Linked.end()) return;
+        FileHelper::WriteIniKey(Section, FreeKey(Section, Files.References, Linked.size()), Address,
+                                Files.References);
+    });
 }
 
-void UnlinkAddress(Long Index, TextView Address, const std::function<void(const std::wstring&)>& OnLinked,
-                   Place Where) {
-    const std::wstring File = mdlVNT::BannedReferencePath(Index);
-    const Lines Names = FileHelper::GetAllIniSections(File, Where);
+void UnlinkAddress(const BanFiles& Files, TextView Address,
+                   const std::function<void(const std::wstring& Name)>& OnLinked, const Progress& GoOn) {
+    const Lines Names = FileHelper::GetAllIniSections(Files.References);
     if (UpperBound(Names) < 1) return;
     FirstFailure Failed;
-    for (const std::wstring& Name : Names) {
-        if (Trim(Name).empty()) continue;
-        Failed.Try([&] {
-            if (UnlinkFromName(Name, Address, File, Where)) OnLinked(Name);
-        });
-    }
+    for (std::size_t Row = 0; Row < Names.size() && Continues(GoOn, Row, Names.size()); ++Row)
+        if (!Trim(Names[Row]).empty())
+            Failed.Try([&] { UnlinkFromName(Names[Row], Address, Files.References, OnLinked); });
     Failed.Throw();
 }
 
-void UnlinkName(Long Index, TextView Name, const std::function<void(const std::wstring&)>& OnLinked,
-                Place Where) {
-    const std::wstring File = mdlVNT::BannedReferencePath(Index);
+void UnlinkName(const BanFiles& Files, TextView Name,
+                const std::function<void(const std::wstring& Address)>& OnLinked, const Progress& GoOn) {
     const std::wstring Section = SectionOf(Name);
+    const Lines Addresses = ReadValues(Section, Files.References);
     FirstFailure Failed;
-    for (const std::wstring& Address : ValuesOf(ReadEntries(Section, File, Where)))
-        Failed.Try([&] { OnLinked(Address); });
+    for (std::size_t Row = 0; Row < Addresses.size(); ++Row) {
+        if (!Continues(GoOn, Row, Addresses.size())) return Failed.Throw();
+        Failed.Try([&] { OnLinked(Addresses[Row]); });
+    }
     // While an address is left, the links still lead to it.
     Failed.Throw();
-    FileHelper::ClearIniSection(Section, File, Where);
+    FileHelper::ClearIniSection(Section, Files.References);
 }

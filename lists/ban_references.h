@@ -1,22 +1,26 @@
 // BannedReference.ini: which addresses a banned player used. One section for each name, keys "0", "1", ...
 // with an address each.
+//
+// Links outlive the entries that they lead to: whatever ends the process on the way, an entry that is still
+// banned can be found by its link.
 #pragma once
 
 #include <functional>
 
-#include "host/failure.h"
-#include "host/text.h"
+#include "lists/ban_lists.h"
+#include "lists/progress.h"
 
-// Links the name to the address unless it is linked already; makes the file when it is missing.
-void AddBanReference(TextView SettingsFolder, TextView ReferenceFile, TextView Name, TextView Address,
-                     Place Where = Place::current());
+// Links the name to the address unless it is linked already; makes the file when it is missing. Reports under
+// its own name, so that a ban goes on without the link.
+void AddBanReference(const BanFiles& Files, TextView Name, TextView Address) noexcept;
 
-// Removes the address from the section of every name, rewriting each without it, and calls OnLinked with each
-// name that was linked to it. Where one write fails, the rest is still done and then the failure is thrown.
-void UnlinkAddress(Long Index, TextView Address, const std::function<void(const std::wstring&)>& OnLinked,
-                   Place Where = Place::current());
+// Calls OnLinked with each name that is linked to the address, and then takes the address out of the section
+// of that name. Where one call or write fails, the rest is still done and then the failure is thrown.
+void UnlinkAddress(const BanFiles& Files, TextView Address,
+                   const std::function<void(const std::wstring& Name)>& OnLinked, const Progress& GoOn = {});
 
 // Calls OnLinked with each address that is linked to the name, and then clears the name's section. Where one
-// call fails, the rest is still done; then the failure is thrown and the section stays.
-void UnlinkName(Long Index, TextView Name, const std::function<void(const std::wstring&)>& OnLinked,
-                Place Where = Place::current());
+// call fails, the rest is still done; then the failure is thrown and the section stays. It also stays when
+// GoOn ends the work.
+void UnlinkName(const BanFiles& Files, TextView Name,
+                const std::function<void(const std::wstring& Address)>& OnLinked, const Progress& GoOn = {});

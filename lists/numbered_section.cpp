@@ -1,7 +1,5 @@
 #include "lists/numbered_section.h"
 
-#include <algorithm>
-
 #include "host/file_helper.h"
 #include "lists/first_failure.h"
 
@@ -16,35 +14,43 @@ bool IsNumbered(const Entries& Present) {
     return !Present.empty();
 }
 
-void ChangeInPlace(TextView Section, const Entries& Present, const Lines& Values, TextView File,
-                   Place Where) {
+void ChangeInPlace(TextView Section, const Entries& Present, const Lines& Values, TextView File) {
     for (std::size_t Position = 0; Position < Values.size(); ++Position)
         if (Position >= Present.size() || Present[Position].second != Values[Position])
-            FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File, Where);
+            FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File);
     for (std::size_t Position = Present.size(); Position-- > Values.size();)
-        FileHelper::WriteIniKey(Section, KeyAt(Position), std::nullopt, File, Where);
+        FileHelper::WriteIniKey(Section, KeyAt(Position), std::nullopt, File);
 }
 
-void WriteAnew(TextView Section, const Lines& Values, TextView File, Place Where) {
+void WriteAnew(TextView Section, const Lines& Values, TextView File) {
     FirstFailure Failed;
-    Failed.Try([&] { FileHelper::WriteIniKey(Section, std::nullopt, std::nullopt, File, Where); });
+    Failed.Try([&] { FileHelper::ClearIniSection(Section, File); });
     for (std::size_t Position = 0; Position < Values.size(); ++Position)
-        Failed.Try([&] { FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File, Where); });
+        Failed.Try([&] { FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File); });
     Failed.Throw();
 }
 
 } // namespace
 
-Entries ReadEntries(TextView Section, TextView File, Place Where) {
-    Entries Read;
-    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File, Where)) {
+Lines ReadValues(TextView Section, TextView File) {
+    Lines Values;
+    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File)) {
         if (Trim(Line).empty()) continue;
-        Read.push_back(FileHelper::ParseIniEntry(Line, Where));
-        // An empty answer to a line with text would be written back in its place.
-        const auto& [Key, Value] = Read.back();
-        if (Key.empty() && Value.empty() && Trim(Line) != L"=") Fail(ErrorNumber::TypeMismatch, {}, Where);
+        Values.push_back(FileHelper::ParseIniKey(Line));
+        if (Values.back().empty() && !Trim(Line).ends_with(L'=')) Fail(ErrorNumber::TypeMismatch);
     }
-    return Read;
+    return Values;
+}
+
+Entries ReadEntries(TextView Section, TextView File) {
+    Entries Present;
+    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File)) {
+        if (Trim(Line).empty()) continue;
+        Present.push_back(FileHelper::ParseIniEntry(Line));
+        const auto& [Key, Value] = Present.back();
+        if (Key.empty() && Value.empty() && Trim(Line) != L"=") Fail(ErrorNumber::TypeMismatch);
+    }
+    return Present;
 }
 
 Lines ValuesOf(const Entries& Present) {
@@ -53,20 +59,14 @@ Lines ValuesOf(const Entries& Present) {
     return Values;
 }
 
-std::wstring FreeKey(const Entries& Present) {
-    std::size_t Number = Present.size();
-    const auto IsTaken = [&] {
-        return std::any_of(Present.begin(), Present.end(),
-                           [&](const auto& Entry) { return Entry.first == KeyAt(Number); });
-    };
-    while (IsTaken()) ++Number;
-    return KeyAt(Number);
+std::wstring FreeKey(TextView Section, TextView File, std::size_t Count) {
+    while (!FileHelper::GetIniKey(Section, KeyAt(Count), File).empty()) ++Count;
+    return KeyAt(Count);
 }
 
-void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,
-                     Place Where) {
+void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File) {
     if (!Values.empty() && IsNumbered(Present))
-        ChangeInPlace(Section, Present, Values, File, Where);
+        ChangeInPlace(Section, Present, Values, File);
     else
-        WriteAnew(Section, Values, File, Where);
+        WriteAnew(Section, Values, File);
 }

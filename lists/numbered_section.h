@@ -9,16 +9,20 @@
 
 using Entries = std::vector<std::pair<std::wstring, std::wstring>>;
 
-// Key and value of each line of a section, in file order. Error 13 when the host answers a line with nothing.
-Entries ReadEntries(TextView Section, TextView File, Place Where = Place::current());
+// The values of a section's lines, in file order. Error 13 when the host answers a line that has a value with
+// nothing: the value would be written back as empty.
+Lines ReadValues(TextView Section, TextView File);
+
+// Key and value of each line. Error 13 as above.
+Entries ReadEntries(TextView Section, TextView File);
 Lines ValuesOf(const Entries& Present);
 
-// The key for a further value: the number of entries, or the next one that is free in a section with gaps.
-std::wstring FreeKey(const Entries& Present);
+// The key for a further value: the number of values, or the next one that is free in a section with gaps.
+std::wstring FreeKey(TextView Section, TextView File, std::size_t Count);
 
 // Makes the values the whole section, numbered from "0"; Present is what stands there. A section without gaps
 // is changed in place and what is too much deleted last: a process killed on the way leaves a value twice,
 // but none is missing; for the same reason the first write that fails ends it. A section with gaps, edited by
-// hand, is cleared and written anew: there all writes are tried, and then the first failure is thrown.
-void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,
-                     Place Where = Place::current());
+// hand, is cleared and written anew: there all writes are tried, and then the first failure is thrown. One
+// that becomes empty is cleared.
+void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File);

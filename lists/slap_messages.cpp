@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "game/ini_key.h"
 #include "game/mdlVNT.h"
 #include "game/player_actions.h"
 #include "host/file_helper.h"
@@ -13,12 +14,21 @@ namespace {
 
 constexpr TextView MessagesSection = L"Messages";
 
-Entries ReadSection(Long Index, Place Where) {
-    return ReadEntries(MessagesSection, mdlVNT::SlapsPath(Index), Where);
+Entries ReadSection(Long Profile) { return ReadEntries(MessagesSection, mdlVNT::SlapsPath(Profile)); }
+
+[[noreturn]] void FailNotStored() {
+    Fail(ErrorNumber::InvalidCall, L"The message could not be stored in the list.");
 }
 
-void WriteSlap(Long Index, TextView Key, TextView Message, Place Where) {
-    FileHelper::WriteIniKey(MessagesSection, Key, Message, mdlVNT::SlapsPath(Index), Where);
+// Writes a message and looks whether it is there; when it is not, puts back what was there before (absent:
+// nothing) and fails.
+void WriteSlap(Long Profile, TextView Key, TextView Message, MaybeText Before) {
+    if (Trim(Message).empty() || !Platform::SurvivesSingleByte(Message)) FailNotStored();
+    const std::wstring File = mdlVNT::SlapsPath(Profile);
+    FileHelper::WriteIniKey(MessagesSection, Key, Message, File);
+    if (ReadsBackAs(Message, FileHelper::GetIniKey(MessagesSection, Key, File))) return;
+    FileHelper::WriteIniKey(MessagesSection, Key, Before, File);
+    FailNotStored();
 }
 
 // Where a message stands: where it is expected, else where it stands first; the number of entries when it
@@ -32,34 +42,36 @@ std::size_t PositionOf(const Entries& Present, TextView Message, std::size_t Exp
 
 } // namespace
 
-std::optional<Lines> ReadSlaps(Long Index, Place Where) {
-    if (!Platform::FileExists(mdlVNT::SlapsPath(Index))) return std::nullopt;
-    return ValuesOf(ReadSection(Index, Where));
+std::optional<Lines> ReadSlaps(Long Profile) {
+    const std::wstring File = mdlVNT::SlapsPath(Profile);
+    if (!Platform::FileExists(File)) return std::nullopt;
+    return ReadValues(MessagesSection, File);
 }
 
-void AddSlap(Long Index, TextView Message, Place Where) {
-    const Entries Present = ReadSection(Index, Where);
-    EnsureSettingsFolder(Index, Where);
-    WriteSlap(Index, FreeKey(Present), Message, Where);
+void AddSlap(Long Profile, TextView Message) {
+    const std::wstring File = mdlVNT::SlapsPath(Profile);
+    const std::size_t Count = ReadValues(MessagesSection, File).size();
+    EnsureSettingsFolder(Profile);
+    WriteSlap(Profile, FreeKey(MessagesSection, File, Count), Message, std::nullopt);
 }
 
-bool EditSlap(Long Index, TextView Old, TextView New, std::size_t Expected, Place Where) {
-    const Entries Present = ReadSection(Index, Where);
+bool EditSlap(Long Profile, TextView Old, TextView New, std::size_t Expected) {
+    const Entries Present = ReadSection(Profile);
     const std::size_t Position = PositionOf(Present, Old, Expected);
     if (Position == Present.size()) return false;
-    WriteSlap(Index, Present[Position].first, New, Where);
+    WriteSlap(Profile, Present[Position].first, New, Old);
     return true;
 }
 
-void DeleteSlap(Long Index, TextView Message, std::size_t Expected, Place Where) {
-    const Entries Present = ReadSection(Index, Where);
+void DeleteSlap(Long Profile, TextView Message, std::size_t Expected) {
+    const Entries Present = ReadSection(Profile);
     const std::size_t Position = PositionOf(Present, Message, Expected);
     if (Position == Present.size()) return;
     Lines Kept = ValuesOf(Present);
     Kept.erase(Kept.begin() + static_cast<std::ptrdiff_t>(Position));
-    RewriteNumbered(MessagesSection, Present, Kept, mdlVNT::SlapsPath(Index), Where);
+    RewriteNumbered(MessagesSection, Present, Kept, mdlVNT::SlapsPath(Profile));
 }
 
-void SendSlap(Long Index, TextView Name, TextView Message, Place Where) {
-    SendServerMessage(Index, std::wstring(Name) + L"....." + std::wstring(Message), 3, Where);
+void SendSlap(Long Profile, TextView Name, TextView Message) {
+    SendServerMessage(Profile, std::wstring(Name) + L"....." + std::wstring(Message));
 }

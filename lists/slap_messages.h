@@ -7,14 +7,18 @@
 #include "host/text.h"
 
 // The messages in order; absent when the file is missing.
-std::optional<Lines> ReadSlaps(Long Index, Place Where = Place::current());
+std::optional<Lines> ReadSlaps(Long Profile);
+
+// Both fail with error 5 for a message that the file cannot hold (blank, too long, letters that the system's
+// code page lacks) and leave the list as it was.
+//
 // Appends a message under the key that is its position.
-void AddSlap(Long Index, TextView Message, Place Where = Place::current());
-// Both act on the message where it is expected and, when it is not there because somebody else has changed
-// the list meanwhile, where it stands first. EditSlap answers false, and DeleteSlap does nothing, when it is
-// gone.
-bool EditSlap(Long Index, TextView Old, TextView New, std::size_t Expected = 0,
-              Place Where = Place::current());
-void DeleteSlap(Long Index, TextView Message, std::size_t Expected = 0, Place Where = Place::current());
+void AddSlap(Long Profile, TextView Message);
+// Acts on the message where it is expected and, when it is not there because somebody else has changed the
+// list meanwhile, where it stands first. Returns false when it is gone.
+bool EditSlap(Long Profile, TextView Old, TextView New, std::size_t Expected = 0);
+
+// As EditSlap; does nothing when the message is gone.
+void DeleteSlap(Long Profile, TextView Message, std::size_t Expected = 0);
 // Sends "name.....message" as a server message.
-void SendSlap(Long Index, TextView Name, TextView Message, Place Where = Place::current());
+void SendSlap(Long Profile, TextView Name, TextView Message);

@@ -6,23 +6,21 @@
 
 namespace {
 
-std::wstring LogFolder(const Pdat& Data, Place Where) {
-    if (PdatFlag(Data, PdatElement::HostWideLogs, Where)) return mdlVNT::HostBaseFolder + L"\\adminlogs";
-    const std::wstring Folder = PdatText(Data, PdatElement::ProfileFolder, Where);
+std::wstring LogFolder(const Pdat& Data) {
+    if (PdatFlag(Data, PdatElement::HostWideLogs)) return mdlVNT::HostBaseFolder + L"\\adminlogs";
+    const std::wstring Folder = PdatText(Data, PdatElement::ProfileFolder);
     return mdlVNT::HostBaseFolder + L"\\profiles\\" + Folder + L"\\adminlogs";
 }
 
 } // namespace
 
-void WriteAdminLog(const Pdat& Data, TextView Action, TextView Tail, Place Where) {
-    const Moment Now = Platform::Now();
-    const std::wstring Folder = LogFolder(Data, Where);
-    const std::wstring Line = L"[" + LogTimeText(Now) + L"][Vantor] " + std::wstring(Action) +
-                              std::wstring(Tail) + PdatText(Data, PdatElement::Administrator, Where);
-    // A line of the log is one line, whatever the request held.
-    RefuseLineBreaks(Line, Where);
-    if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder, Where);
-    const std::wstring File = Folder + L"\\" + DateText(Now) + L".txt";
-    if (!Platform::FileExists(File)) Platform::CreateEmptyFile(File, Where);
-    FileHelper::AppendFile(File, Line, Where);
+void WriteAdminLog(const Pdat& Data, TextView Action, TextView Tail) {
+    const Moment Local = Platform::Now();
+    const std::wstring Folder = LogFolder(Data);
+    const std::wstring Line = L"[" + LogTimeText(Local) + L"][Vantor] " + std::wstring(Action) +
+                              std::wstring(Tail) + PdatText(Data, PdatElement::Administrator);
+    if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder);
+    const std::wstring File = Folder + L"\\" + DateText(Local) + L".txt";
+    if (!Platform::FileExists(File)) Platform::CreateEmptyFile(File);
+    FileHelper::AppendFile(File, WithoutLineBreaks(Line));
 }

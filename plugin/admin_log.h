@@ -4,6 +4,6 @@
 #include "plugin/pdat.h"
 
 // Appends "[hh:mm:ss][Vantor] <Action><Tail><administrator>" to the day's file, making folder and file when
-// they are missing. The folder is the host's or the profile's, as PDAT says. Fails as the file operations do.
-void WriteAdminLog(const Pdat& Data, TextView Action, TextView Tail = L") from ",
-                   Place Where = Place::current());
+// they are missing. The folder is the host's or the profile's, as PDAT says. Line breaks become "?", so that
+// an action that was carried out always has its line. Fails as the file operations do.
+void WriteAdminLog(const Pdat& Data, TextView Action, TextView Tail = L") from ");

@@ -5,6 +5,7 @@
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/show_msg.h"
+#include "game/sub_main.h"
 #include "host/win32/boxes.h"
 #include "host/win32/module.h"
 #include "plugin/descriptor.h"
@@ -18,13 +19,19 @@ namespace {
 
 long Objects = 0;
 
-// What a member with a Long result does: the request, then the member's procedure. The host never sees a
-// failure.
-HRESULT AnswerLong(TextView Name, Long (*Act)(const RemoteRequest&) noexcept, LONG Index, const VARIANT& PDAT,
-                   const VARIANT& Data, LONG* Result) noexcept {
+// Every member that can fail goes through here: its failure is reported under its name, and the host never
+// sees it.
+template <class F> HRESULT Answer(TextView Name, Long Index, F&& Member) noexcept {
+    Trapped(Name, Index, std::forward<F>(Member));
+    return S_OK;
+}
+
+HRESULT AnswerLong(const RemoteMember<Long>& Member, LONG Index, const VARIANT& PDAT, const VARIANT& Data,
+                   LONG* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
-    *Result = 0;
-    Trapped(Name, Index, [&] { *Result = Act(RequestFrom(Index, PDAT, Data)); });
+    Long Told = 0;
+    CallMember(Member, Index, Told, [&] { return RequestFrom(Index, PDAT, Data); });
+    *Result = Told;
     return S_OK;
 }
 
@@ -50,8 +57,8 @@ template <std::size_t N> VARIANT ArrayOfTexts(const TextView (&Texts)[N]) {
 void FillDescriptor(PLUGIN& Filled) {
     static constexpr TextView Games[] = {StandardBuild, AffiliateBuild};
     Filled.Name = Bstr(Descriptor::Name).Detach();
-    Filled.File = Bstr(Descriptor::File).Detach();
-    Filled.Version = Bstr(Descriptor::Version()).Detach();
+    Filled.File = Bstr(mdlVNT::DllName).Detach();
+    Filled.Version = Bstr(mdlVNT::Version).Detach();
     Filled.Author = Bstr(Descriptor::Author).Detach();
     Filled.Description = Bstr(Descriptor::Description).Detach();
     Filled.Game = ArrayOfTexts(Games);
@@ -132,87 +139,80 @@ HRESULT clsPlugin::Invoke(DISPID Id, REFIID, LCID, WORD Flags, DISPPARAMS* Param
 HRESULT clsPlugin::dllVersion(BSTR PNAME, BSTR* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     *Result = nullptr;
-    Trapped(L"dllVersion", 0, [&] {
+    return Answer(L"dllVersion", 0, [&] {
         mdlVNT::HostName = TextOf(PNAME);
-        *Result = Bstr(Descriptor::Version()).Detach();
+        *Result = Bstr(mdlVNT::Version).Detach();
     });
-    return S_OK;
 }
 
 HRESULT clsPlugin::GetData(PLUGIN* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     // Zero is a valid record: null strings, empty Variants, False.
     *Result = PLUGIN{};
-    Trapped(L"GetData", 0, [&] { FillDescriptor(*Result); });
-    return S_OK;
+    return Answer(L"GetData", 0, [&] { FillDescriptor(*Result); });
 }
 
 HRESULT clsPlugin::GetPrivis(VARIANT* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     VariantInit(Result);
-    Trapped(L"GetPrivis", 0, [&] { *Result = ArrayOfTexts(Descriptor::Privileges); });
-    return S_OK;
+    return Answer(L"GetPrivis", 0, [&] { *Result = ArrayOfTexts(Descriptor::Privileges); });
 }
 
 HRESULT clsPlugin::LoadInterface(LONG Index, LONG pHwnd, VARIANT PDAT, BSTR) noexcept {
     if (Index == 0) return S_OK; // before anything is looked at
-    Trapped(L"LoadInterface", Index, [&] { ::LoadInterface(Index, pHwnd, PdatFrom(PDAT)); });
-    return S_OK;
+    return Answer(L"LoadInterface", Index, [&] { ::LoadInterface(Index, pHwnd, PdatFrom(PDAT)); });
 }
 
 HRESULT clsPlugin::UnLoadInterface(BSTR) noexcept {
-    ::UnLoadInterface();
-    return S_OK;
+    return Answer(L"UnLoadInterface", mdlVNT::CurrentProfile, ::UnLoadInterface);
+}
+
+HRESULT clsPlugin::DisableProfile(LONG Index) noexcept {
+    return Answer(L"DisableProfile", Index, [&] { ::DisableProfile(Index); });
+}
+
+HRESULT clsPlugin::HideInterface(BSTR) noexcept {
+    return Answer(L"HideInterface", mdlVNT::CurrentProfile, ::HideInterface);
 }
 
 HRESULT clsPlugin::GetPlayersRem(LONG Index, VARIANT PDAT, VARIANT Data, BSTR* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     *Result = nullptr;
-    Trapped(L"GetPlayersRem", Index,
-            [&] { *Result = Bstr(::GetPlayersRem(RequestFrom(Index, PDAT, Data))).Detach(); });
-    return S_OK;
+    std::wstring Reply;
+    CallMember(::GetPlayersRem, Index, Reply, [&] { return RequestFrom(Index, PDAT, Data); });
+    return Answer(L"GetPlayersRem", Index, [&] { *Result = Bstr(Reply).Detach(); });
 }
 
 HRESULT clsPlugin::PuntPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"PuntPlayerRem", ::PuntPlayerRem, Index, PDAT, Data, Result);
+    return AnswerLong(::PuntPlayerRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::ArmPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"ArmPlayerRem", ::ArmPlayerRem, Index, PDAT, Data, Result);
+    return AnswerLong(::ArmPlayerRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SlapPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"SlapPlayerRem", ::SlapPlayerRem, Index, PDAT, Data, Result);
+    return AnswerLong(::SlapPlayerRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::AddSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"AddSlapRem", ::AddSlapRem, Index, PDAT, Data, Result);
+    return AnswerLong(::AddSlapRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SetBanMethod(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"SetBanMethod", ::SetBanMethod, Index, PDAT, Data, Result);
+    return AnswerLong(::SetBanMethod, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SetIdlePunt(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"SetIdlePunt", ::SetIdlePunt, Index, PDAT, Data, Result);
+    return AnswerLong(::SetIdlePunt, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SetIdleMax(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"SetIdleMax", ::SetIdleMax, Index, PDAT, Data, Result);
+    return AnswerLong(::SetIdleMax, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::DeleteSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"DeleteSlapRem", ::DeleteSlapRem, Index, PDAT, Data, Result);
+    return AnswerLong(::DeleteSlapRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::EditSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"EditSlapRem", ::EditSlapRem, Index, PDAT, Data, Result);
+    return AnswerLong(::EditSlapRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::RemoveBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"RemoveBannedRem", ::RemoveBannedRem, Index, PDAT, Data, Result);
+    return AnswerLong(::RemoveBannedRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::AddBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(L"AddBannedRem", ::AddBannedRem, Index, PDAT, Data, Result);
-}
-
-HRESULT clsPlugin::DisableProfile(LONG Index) noexcept {
-    ::DisableProfile(Index);
-    return S_OK;
-}
-
-HRESULT clsPlugin::HideInterface(BSTR) noexcept {
-    ::HideInterface();
-    return S_OK;
+    return AnswerLong(::AddBannedRem, Index, PDAT, Data, Result);
 }

@@ -6,7 +6,6 @@
 namespace Descriptor {
 
 inline constexpr TextView Name = L"Vantor";
-inline constexpr TextView File = L"qrvVNT.dll";
 inline constexpr TextView Author = L"the Vantor authors";
 inline constexpr TextView Description =
     L"This Plugin allows you to manage players that join your Ostra Server.";
@@ -24,8 +23,5 @@ inline constexpr TextView Privileges[] = {
     L"Vantor",        L"Slap Player|1",        L"Punt/Ban Player|1", L"Disarm/Rearm Player|1",
     L"Kill Player|1", L"Switch Player Team|1", L"Edit Ban Lists|1",  L"Edit Slap List|1",
 };
-
-// "major.minor.revision".
-std::wstring Version();
 
 } // namespace Descriptor

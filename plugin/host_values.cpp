@@ -64,8 +64,8 @@ Pdat PdatFrom(const VARIANT& PDAT) {
     return Elements;
 }
 
-RemoteRequest RequestFrom(Long Index, const VARIANT& PDAT, const VARIANT& Data) {
-    RemoteRequest Request{Index, PdatFrom(PDAT), std::nullopt};
+RemoteRequest RequestFrom(Long Profile, const VARIANT& PDAT, const VARIANT& Data) {
+    RemoteRequest Request{Profile, PdatFrom(PDAT), std::nullopt};
     if (!IsMissing(Data)) Request.Data = HostValueFrom(Data);
     return Request;
 }

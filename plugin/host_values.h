@@ -12,4 +12,4 @@ Pdat PdatFrom(const VARIANT& PDAT);
 // One Variant in the forms the plug-in asks for.
 HostValue HostValueFrom(const VARIANT& Value);
 
-RemoteRequest RequestFrom(Long Index, const VARIANT& PDAT, const VARIANT& Data);
+RemoteRequest RequestFrom(Long Profile, const VARIANT& PDAT, const VARIANT& Data);

@@ -1,7 +1,7 @@
 #include "plugin/lifecycle.h"
 
 #include "enforcement/kernel_method.h"
-#include "enforcement/sweep.h"
+#include "enforcement/tick.h"
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/show_msg.h"
@@ -48,54 +48,47 @@ bool SetProfileData(Long Index, const Pdat& Data) noexcept {
     });
 }
 
-void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) noexcept {
-    if (Index == 0) return;
-    Trapped(L"LoadInterface", Index, [&] {
-        if (!SetProfileData(Index, Data)) return; // reported
-        mdlVNT::CurrentProfile = Index;
-        frmVNT::Move(Left, Top, PdatNumber(Data, PdatElement::AreaWidth) / frmVNT::TwipsPerPixelX(),
-                     PdatNumber(Data, PdatElement::AreaHeight) / frmVNT::TwipsPerPixelY() - LessHeight);
-        frmVNT::Load();
-        frmVNT::ShowFirstPage();
-        // A host window that is none leaves the interface hidden; the profile is swept all the same.
-        const bool Embedded = Trapped(L"LoadInterface", Index, [&] { frmVNT::SetParent(pHwnd); });
-        frmVNT::FormReload();
-        if (Embedded) frmVNT::Show();
-        frmVNT::LoadSweepTimer(Index, SweepMilliseconds);
-    });
+void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
+    if (Index == 0 || !SetProfileData(Index, Data)) return; // a failure has been reported
+    // Before the profile changes: without them the window would show one profile and edit another.
+    const Long AreaWidth = PdatNumber(Data, PdatElement::AreaWidth);
+    const Long AreaHeight = PdatNumber(Data, PdatElement::AreaHeight);
+    mdlVNT::CurrentProfile = Index;
+    frmVNT::Move(Left, Top, AreaWidth / frmVNT::TwipsPerPixelX(),
+                 AreaHeight / frmVNT::TwipsPerPixelY() - LessHeight);
+    frmVNT::Load();
+    frmVNT::ShowFirstPage();
+    // A host window that is none leaves the interface hidden; the profile is swept all the same.
+    const bool Embedded = Trapped(L"LoadInterface", Index, [&] { frmVNT::SetParent(pHwnd); });
+    frmVNT::FormReload();
+    if (Embedded) frmVNT::Show();
+    frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
 }
 
-void HideInterface() noexcept {
-    Trapped(L"HideInterface", mdlVNT::CurrentProfile, [] { frmVNT::Hide(); });
+void HideInterface() { frmVNT::Hide(); }
+
+void UnLoadInterface() {
+    mdlVNT::HostName.clear();
+    mdlVNT::LastProcessRef = 0;
+    mdlVNT::MemoryMap.Reset();
+    mdlVNT::LifeStates.Reset();
+    mdlVNT::ArmedFlags.Reset();
+    mdlVNT::SwitchQueue.Reset();
+    mdlVNT::IdleTables.Reset();
+    // The permanent kill and disarm lists stay on purpose: they last for a player's stay on the server.
+    frmVNT::Unload();
+    TakeDownFilter();
 }
 
-void UnLoadInterface() noexcept {
-    Trapped(L"UnLoadInterface", mdlVNT::CurrentProfile, [] {
-        mdlVNT::HostName.clear();
-        mdlVNT::LastProcessRef = 0;
-        mdlVNT::MemoryMap.Reset();
-        mdlVNT::LifeStates.Reset();
-        mdlVNT::ArmedFlags.Reset();
-        mdlVNT::SwitchQueue.Reset();
-        mdlVNT::IdleTables.Reset();
-        // The permanent kill and disarm lists stay on purpose: who is on them is so for their stay on the
-        // server.
-        frmVNT::Unload();
-        TakeDownFilter();
-    });
-}
-
-void DisableProfile(Long Index) noexcept {
-    Trapped(L"DisableProfile", Index, [&] {
-        CheckProfileIndex(Index);
-        frmVNT::UnloadSweepTimer(Index);
-        if (mdlVNT::IpListChanged.Has(Index)) mdlVNT::IpListChanged(Index) = true;
-        ResetElement(mdlVNT::MemoryMap, Index);
-        ResetElement(mdlVNT::KillPermList, Index);
-        ResetElement(mdlVNT::DisarmPermList, Index);
-        ResetElement(mdlVNT::SwitchQueue, Index);
-        ResetElement(mdlVNT::LifeStates, Index);
-        ResetElement(mdlVNT::ArmedFlags, Index);
-        ResetElement(mdlVNT::IdleTables, Index);
-    });
+void DisableProfile(Long Index) {
+    CheckProfileIndex(Index);
+    frmVNT::UnloadSweepTimer(Index);
+    if (mdlVNT::IpListChanged.Has(Index)) mdlVNT::IpListChanged(Index) = true;
+    ResetElement(mdlVNT::MemoryMap, Index);
+    ResetElement(mdlVNT::KillPermList, Index);
+    ResetElement(mdlVNT::DisarmPermList, Index);
+    ResetElement(mdlVNT::SwitchQueue, Index);
+    ResetElement(mdlVNT::LifeStates, Index);
+    ResetElement(mdlVNT::ArmedFlags, Index);
+    ResetElement(mdlVNT::IdleTables, Index);
 }

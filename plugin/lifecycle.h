@@ -1,18 +1,20 @@
-// What the host does with a profile: load, hide, disable, unload. Each procedure reports under its own name.
+// What the host does with a profile: load, hide, disable, unload. The members of clsPlugin report what fails
+// here under their names.
 #pragma once
 
 #include <cstdint>
 
 #include "plugin/pdat.h"
 
-// Fills the profile's record and arrays from PDAT and rebuilds its memory map. Answers false when it failed.
+// Fills the profile's record and arrays from PDAT and rebuilds its memory map. Reports under its own name;
+// returns false when it failed.
 bool SetProfileData(Long Index, const Pdat& Data) noexcept;
 
 // Embeds the window into the host's window pHwnd and starts the profile's sweep. Index 0 does nothing.
-void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) noexcept;
-void HideInterface() noexcept;
+void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data);
+void HideInterface();
 // Discards the per-profile state, unloads the window and takes the packet filter down, whatever the ban
 // method.
-void UnLoadInterface() noexcept;
+void UnLoadInterface();
 // Stops the profile's sweep and clears its working state.
-void DisableProfile(Long Index) noexcept;
+void DisableProfile(Long Index);

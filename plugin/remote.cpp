@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "game/game_state.h"
 #include "game/mdlVNT.h"
-#include "game/memory_map.h"
 #include "game/player_actions.h"
 #include "game/settings.h"
-#include "game/show_msg.h"
 #include "host/memory_helper.h"
-#include "lists/ban_lists.h"
 #include "lists/ban_references.h"
 #include "lists/slap_messages.h"
 #include "plugin/admin_log.h"
@@ -17,133 +15,199 @@
 
 namespace {
 
-// The frame of every acting member: Act(text of the request) does its work and writes its log line, and
-// answers false when it refused or an action on the way has reported a failure. The result is 1 when it
-// answered true.
-template <class F> Long Member(TextView Name, const RemoteRequest& Request, F&& Act) noexcept {
-    bool Done = false;
-    Trapped(Name, Request.Index, [&] {
-        if (!SetProfileData(Request.Index, Request.Profile)) return;
-        if (!Request.Data) Fail(ErrorNumber::ArgumentNotOptional);
-        if (!Request.Data->Text) Fail(ErrorNumber::TypeMismatch);
-        Done = Act(*Request.Data->Text);
-    });
-    return Done ? 1 : 0;
+// --- The frame of every acting member, and the fields of its request
+
+// The request's text after the profile has been refreshed; absent when that failed, which is reported.
+std::optional<std::wstring> BeginRequest(const RemoteRequest& Request) {
+    if (!SetProfileData(Request.Profile, Request.HostData)) return std::nullopt;
+    if (!Request.Data) Fail(ErrorNumber::ArgumentNotOptional);
+    if (!Request.Data->Text) Fail(ErrorNumber::TypeMismatch);
+    return Request.Data->Text;
 }
 
-// The same for the members that answer nothing.
-template <class F> Long SilentMember(TextView Name, const RemoteRequest& Request, F&& Act) noexcept {
-    Member(Name, Request, [&](const std::wstring& Text) {
-        RefuseLineBreaks(Text);
-        Act(Text);
-        return true;
-    });
-    return 0;
+// Act carries the request out and writes its log line. It returns false when it refused, or when an action on
+// the way has reported a failure.
+template <bool (*Act)(const RemoteRequest&, const std::wstring& Text)>
+void Telling(const RemoteRequest& Request, Long& Result) {
+    const std::optional<std::wstring> Text = BeginRequest(Request);
+    Result = Text && Act(Request, *Text) ? 1 : 0;
 }
 
-// The fields of a request; error 9 when there are fewer than Least.
+// The same for the members whose result says nothing.
+template <void (*Act)(const RemoteRequest&, const std::wstring& Text)>
+void Silent(const RemoteRequest& Request, Long&) {
+    const std::optional<std::wstring> Text = BeginRequest(Request);
+    if (!Text) return;
+    RefuseLineBreaks(*Text);
+    Act(Request, *Text);
+}
+
+// Error 9 when there are fewer than Least.
 Lines FieldsOf(const std::wstring& Text, std::size_t Least) {
-    RefuseLineBreaks(Text);
     Lines Fields = Split(Text, L"|");
     if (Fields.size() < Least) Fail(ErrorNumber::SubscriptOutOfRange);
     return Fields;
 }
 
-std::wstring Decoded(const std::wstring& Field) {
+const std::wstring& Plain(const std::wstring& Field) {
+    RefuseLineBreaks(Field);
+    return Field;
+}
+
+// Line ends inside a Base64 field are no part of its text; those of the text itself are refused.
+std::wstring Decoded(std::wstring Field) {
+    std::erase_if(Field, [](wchar_t C) { return C == L'\r' || C == L'\n'; });
     std::wstring Text = MemoryHelper::Dec64(Field);
     RefuseLineBreaks(Text);
     return Text;
 }
 
+// An empty key would be another one than the console meant.
+std::wstring DecodedKey(const std::wstring& Field) {
+    std::wstring Key = Decoded(Field);
+    if (Key.empty()) Fail(ErrorNumber::InvalidCall, L"The name or address is empty.");
+    return Key;
+}
+
+// Error 13 for a text that is not a whole decimal number.
+Long SlotOf(const std::wstring& Field) {
+    const std::wstring Digits = Trim(Field);
+    if (Digits.empty() || Digits.find_first_not_of(L"0123456789") != std::wstring::npos)
+        Fail(ErrorNumber::TypeMismatch);
+    return ToWhole(Digits);
+}
+
+// --- Players
+
+void SendPlayers(const RemoteRequest& Request, std::wstring& Reply) {
+    if (!SetProfileData(Request.Profile, Request.HostData)) return;
+    if (ReadGameState(Request.Profile) == GameState::NoGame)
+        Reply = L"Failed";
+    else
+        BuildReply(Request.Profile, Reply);
+}
+
 bool Punt(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 3);
     const std::wstring Name = Decoded(Fields[0]);
-    const std::wstring& Address = Fields[1];
-    const std::wstring& Slot = Fields[2];
+    const std::wstring& Address = Plain(Fields[1]);
+    const std::wstring& Slot = Plain(Fields[2]);
     const bool Ban = Fields.size() > 3;
     // Six fields and more are no request that any console makes: logged, not carried out.
     if (Fields.size() <= 5) {
         const std::wstring Reason = Fields.size() == 5 ? Decoded(Fields[4]) : std::wstring();
-        if (!PuntPlayer(Request.Index, Name, Address, Slot, Ban, Reason, true)) return false;
+        const PuntRequest Wanted{.Profile = Request.Profile,
+                                 .Name = Name,
+                                 .Ip = Address,
+                                 .Slot = SlotOf(Slot),
+                                 .Ban = Ban,
+                                 .Reason = Reason,
+                                 .Quiet = true};
+        if (!PuntPlayer(Wanted)) return false;
     }
-    WriteAdminLog(Request.Profile, (Ban ? L"Ban Player #" : L"Punt Player #") + Slot + L" (Name: " + Name +
-                                       L", IP: " + Address);
+    WriteAdminLog(Request.HostData, (Ban ? L"Ban Player #" : L"Punt Player #") + Slot + L" (Name: " + Name +
+                                        L", IP: " + Address);
     return true;
 }
 
 struct ArmAction {
     TextView Keyword;
     TextView LogText;
-    bool (*Act)(Long Index, const std::wstring& Name);
+    bool (*Act)(Long Profile, const std::wstring& Name);
 };
 
 constexpr ArmAction ArmActions[] = {
     {L"Kill", L"Kill Player",
-     [](Long Index, const std::wstring& Name) { return KillPlayer(Index, Name, false); }},
+     [](Long Profile, const std::wstring& Name) { return KillPlayer(Profile, Name, false); }},
     {L"Switch", L"Switch Player Team",
-     [](Long Index, const std::wstring& Name) { return SwitchTeam(Index, Name); }},
+     [](Long Profile, const std::wstring& Name) { return SwitchTeam(Profile, Name); }},
     {L"KillPerm", L"Kill Player Permanently",
-     [](Long Index, const std::wstring& Name) { return mdlVNT::KillPermList(Index).Add(Name, Name), true; }},
+     [](Long Profile, const std::wstring& Name) {
+         return mdlVNT::KillPermList(Profile).Add(Name, Name), true;
+     }},
     {L"DisarmPerm", L"Disarm Player Permanently",
-     [](Long Index, const std::wstring& Name) {
-         return mdlVNT::DisarmPermList(Index).Add(Name, Name), true;
+     [](Long Profile, const std::wstring& Name) {
+         return mdlVNT::DisarmPermList(Profile).Add(Name, Name), true;
      }},
 };
 
 bool Arm(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 2);
     const std::wstring Name = Decoded(Fields[0]);
-    const std::wstring& Keyword = Fields[1];
+    const std::wstring& Keyword = Plain(Fields[1]);
     const auto Row = std::find_if(std::begin(ArmActions), std::end(ArmActions),
-                                  [&](const ArmAction& Each) { return Each.Keyword == Keyword; });
-    const bool Known = Row != std::end(ArmActions);
-    const bool Done = Known ? Row->Act(Request.Index, Name) : ArmPlayer(Request.Index, Name, Keyword, false);
+                                  [&](const ArmAction& Action) { return Action.Keyword == Keyword; });
+    const bool IsKnown = Row != std::end(ArmActions);
+    const bool Done =
+        IsKnown ? Row->Act(Request.Profile, Name) : ArmPlayer(Request.Profile, Name, Keyword, false);
     if (!Done) return false;
-    WriteAdminLog(Request.Profile,
-                  (Known ? std::wstring(Row->LogText) : Keyword + L" Player") + L" (" + Name);
+    WriteAdminLog(Request.HostData,
+                  (IsKnown ? std::wstring(Row->LogText) : Keyword + L" Player") + L" (" + Name);
     return true;
 }
 
-void RemoveName(Long Index, const std::wstring& Name, bool WithLinks) {
-    DeleteBannedName(Index, Name + std::wstring(WholeName));
-    DeleteBannedName(Index, Name + std::wstring(PartOfName));
-    if (!WithLinks) return;
-    UnlinkName(Index, Name, [&](const std::wstring& Address) { DeleteBannedIp(Index, Address); });
+// --- Ban lists
+
+void RemoveName(Long Profile, const std::wstring& Name, bool WithLinks) {
+    const BanFiles Files(Profile);
+    RemoveBannedName(Files, BannedName::Whole(Name));
+    RemoveBannedName(Files, BannedName::Part(Name));
+    if (WithLinks)
+        UnlinkName(Files, Name, [&](const std::wstring& Address) { RemoveBannedIp(Files, Address); });
 }
 
-void RemoveIp(Long Index, const std::wstring& Address, bool WithLinks) {
-    DeleteBannedIp(Index, Address);
-    if (!WithLinks) return;
-    UnlinkAddress(Index, Address,
-                  [&](const std::wstring& Name) { DeleteBannedName(Index, Name + std::wstring(WholeName)); });
+void RemoveIp(Long Profile, const std::wstring& Address, bool WithLinks) {
+    const BanFiles Files(Profile);
+    RemoveBannedIp(Files, Address);
+    if (WithLinks)
+        UnlinkAddress(Files, Address,
+                      [&](const std::wstring& Name) { RemoveBannedName(Files, BannedName::Whole(Name)); });
 }
 
 bool RemoveBanned(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 2);
-    const std::wstring Value = Decoded(Fields[0]);
-    const std::wstring& Kind = Fields[1];
+    const std::wstring Key = DecodedKey(Fields[0]);
+    const std::wstring& Kind = Plain(Fields[1]);
     const bool WithLinks = Fields.size() > 2 && Fields[2] == L"1";
-    if (Kind == L"Name")
-        RemoveName(Request.Index, Value, WithLinks);
-    else
-        RemoveIp(Request.Index, Value, WithLinks);
-    WriteAdminLog(Request.Profile, L"Remove Banned " + Kind + L" (" + Value);
+    (Kind == L"Name" ? RemoveName : RemoveIp)(Request.Profile, Key, WithLinks);
+    WriteAdminLog(Request.HostData, L"Remove Banned " + Kind + L" (" + Key);
     return true;
+}
+
+// The key of a name carries its tag.
+void AddName(Long Profile, const std::wstring& Key, const std::wstring& Reason) {
+    if (!StoreBannedName(BanFiles(Profile), BannedName::OfKey(Key), TimeStamp(), Reason))
+        Fail(ErrorNumber::InvalidCall, L"The name could not be stored in the ban list.");
 }
 
 bool AddBanned(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 3);
-    const std::wstring Key = Decoded(Fields[0]);
+    const std::wstring Key = DecodedKey(Fields[0]);
     const std::wstring Reason = Decoded(Fields[1]);
-    const std::wstring& Kind = Fields[2];
-    const bool IsName = Kind == L"Name";
-    if (!IsName && !IsValidIp(Key)) return false;
-    if (!IsName)
-        StoreBannedIp(Request.Index, Key, TimeStamp());
-    else if (!StoreBannedName(Request.Index, Key, TimeStamp(), Reason))
-        Fail(ErrorNumber::InvalidCall, L"The name could not be stored in the ban list.");
-    WriteAdminLog(Request.Profile, L"Add Banned " + Kind + L" (" + Key);
+    const std::wstring& Kind = Plain(Fields[2]);
+    if (Kind == L"Name")
+        AddName(Request.Profile, Key, Reason);
+    else if (!IsValidIp(Key) || !StoreBannedIp(BanFiles(Request.Profile), Key, TimeStamp()))
+        return false;
+    WriteAdminLog(Request.HostData, L"Add Banned " + Kind + L" (" + Key);
     return true;
+}
+
+// --- Slap messages
+
+void Slap(const RemoteRequest& Request, const std::wstring& Message) {
+    SendServerMessage(Request.Profile, Message, 1);
+    WriteAdminLog(Request.HostData, L"Slap Player (Message: " + Message);
+}
+
+void AppendSlap(const RemoteRequest& Request, const std::wstring& Message) {
+    if (!Message.empty()) AddSlap(Request.Profile, Message);
+    WriteAdminLog(Request.HostData, L"Add Slap Message (Message: " + Message);
+}
+
+void RemoveSlap(const RemoteRequest& Request, const std::wstring& Message) {
+    DeleteSlap(Request.Profile, Message);
+    WriteAdminLog(Request.HostData, L"Delete Slap Message (Message: " + Message);
 }
 
 void ReplaceSlap(const RemoteRequest& Request, const std::wstring& Text) {
@@ -151,91 +215,42 @@ void ReplaceSlap(const RemoteRequest& Request, const std::wstring& Text) {
     if (Bar == std::wstring::npos) Fail(ErrorNumber::SubscriptOutOfRange);
     const std::wstring Old = Text.substr(0, Bar);
     const std::wstring New = Text.substr(Bar + 1);
-    if (!New.empty()) EditSlap(Request.Index, Old, New);
-    WriteAdminLog(Request.Profile, L"Edit Slap Message (Old Message: " + Old + L", New Message: " + New);
+    if (!New.empty()) EditSlap(Request.Profile, Old, New);
+    WriteAdminLog(Request.HostData, L"Edit Slap Message (Old Message: " + Old + L", New Message: " + New);
+}
+
+// --- Settings. The value is stored as it came; the line of the log wants a number, so that any other text is
+// stored and then reported.
+
+void StoreBanMethod(const RemoteRequest& Request, const std::wstring& Value) {
+    WriteSetting(Request.Profile, Settings::BanMethod, Value);
+    const TextView Method = ToNumber(Value) != 0 ? L"Kernel Driver" : L"Game Command Line";
+    WriteAdminLog(Request.HostData, L"Change Ban Method (New Method: " + std::wstring(Method));
+}
+
+void StoreIdlePunt(const RemoteRequest& Request, const std::wstring& Value) {
+    WriteSetting(Request.Profile, Settings::IdlePunt, Value);
+    WriteAdminLog(Request.HostData, ToNumber(Value) != 0 ? L"Enable Idle Punt" : L"Disable Idle Punt",
+                  L" from ");
+}
+
+void StoreIdleMax(const RemoteRequest& Request, const std::wstring& Value) {
+    WriteSetting(Request.Profile, Settings::IdleMax, Value);
+    ToNumber(Value);
+    WriteAdminLog(Request.HostData, L"Set Idle Max Time (Minutes: " + Value);
 }
 
 } // namespace
 
-std::wstring GetPlayersRem(const RemoteRequest& Request) noexcept {
-    std::wstring Reply;
-    Trapped(L"GetPlayersRem", Request.Index, [&] {
-        if (!SetProfileData(Request.Index, Request.Profile)) return;
-        if (ReadMapped(Request.Index, L"GameState") < 1)
-            Reply = L"Failed";
-        else
-            BuildReply(Request.Index, Reply);
-    });
-    return Reply;
-}
-
-Long PuntPlayerRem(const RemoteRequest& Request) noexcept {
-    return Member(L"PuntPlayerRem", Request, [&](const std::wstring& Text) { return Punt(Request, Text); });
-}
-
-Long ArmPlayerRem(const RemoteRequest& Request) noexcept {
-    return Member(L"ArmPlayerRem", Request, [&](const std::wstring& Text) { return Arm(Request, Text); });
-}
-
-Long RemoveBannedRem(const RemoteRequest& Request) noexcept {
-    return Member(L"RemoveBannedRem", Request,
-                  [&](const std::wstring& Text) { return RemoveBanned(Request, Text); });
-}
-
-Long AddBannedRem(const RemoteRequest& Request) noexcept {
-    return Member(L"AddBannedRem", Request,
-                  [&](const std::wstring& Text) { return AddBanned(Request, Text); });
-}
-
-Long SlapPlayerRem(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"SlapPlayerRem", Request, [&](const std::wstring& Message) {
-        SendServerMessage(Request.Index, Message, 1);
-        WriteAdminLog(Request.Profile, L"Slap Player (Message: " + Message);
-    });
-}
-
-Long AddSlapRem(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"AddSlapRem", Request, [&](const std::wstring& Message) {
-        if (!Message.empty()) AddSlap(Request.Index, Message);
-        WriteAdminLog(Request.Profile, L"Add Slap Message (Message: " + Message);
-    });
-}
-
-Long DeleteSlapRem(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"DeleteSlapRem", Request, [&](const std::wstring& Message) {
-        DeleteSlap(Request.Index, Message);
-        WriteAdminLog(Request.Profile, L"Delete Slap Message (Message: " + Message);
-    });
-}
-
-Long EditSlapRem(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"EditSlapRem", Request,
-                        [&](const std::wstring& Text) { ReplaceSlap(Request, Text); });
-}
-
-// In the three settings the value is stored as it came; the line of the log wants a number, so that any other
-// text is stored and then reported.
-
-Long SetBanMethod(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"SetBanMethod", Request, [&](const std::wstring& Value) {
-        WriteSetting(Request.Index, Setting::BanMethod, Value);
-        const TextView Method = ToNumber(Value) != 0 ? L"Kernel Driver" : L"Game Command Line";
-        WriteAdminLog(Request.Profile, L"Change Ban Method (New Method: " + std::wstring(Method));
-    });
-}
-
-Long SetIdlePunt(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"SetIdlePunt", Request, [&](const std::wstring& Value) {
-        WriteSetting(Request.Index, Setting::IdlePunt, Value);
-        WriteAdminLog(Request.Profile, ToNumber(Value) != 0 ? L"Enable Idle Punt" : L"Disable Idle Punt",
-                      L" from ");
-    });
-}
-
-Long SetIdleMax(const RemoteRequest& Request) noexcept {
-    return SilentMember(L"SetIdleMax", Request, [&](const std::wstring& Value) {
-        WriteSetting(Request.Index, Setting::IdleMax, Value);
-        ToNumber(Value);
-        WriteAdminLog(Request.Profile, L"Set Idle Max Time (Minutes: " + Value);
-    });
-}
+constinit const RemoteMember<std::wstring> GetPlayersRem{L"GetPlayersRem", SendPlayers};
+constinit const RemoteMember<Long> PuntPlayerRem{L"PuntPlayerRem", Telling<Punt>};
+constinit const RemoteMember<Long> ArmPlayerRem{L"ArmPlayerRem", Telling<Arm>};
+constinit const RemoteMember<Long> RemoveBannedRem{L"RemoveBannedRem", Telling<RemoveBanned>};
+constinit const RemoteMember<Long> AddBannedRem{L"AddBannedRem", Telling<AddBanned>};
+constinit const RemoteMember<Long> SlapPlayerRem{L"SlapPlayerRem", Silent<Slap>};
+constinit const RemoteMember<Long> AddSlapRem{L"AddSlapRem", Silent<AppendSlap>};
+constinit const RemoteMember<Long> DeleteSlapRem{L"DeleteSlapRem", Silent<RemoveSlap>};
+constinit const RemoteMember<Long> EditSlapRem{L"EditSlapRem", Silent<ReplaceSlap>};
+constinit const RemoteMember<Long> SetBanMethod{L"SetBanMethod", Silent<StoreBanMethod>};
+constinit const RemoteMember<Long> SetIdlePunt{L"SetIdlePunt", Silent<StoreIdlePunt>};
+constinit const RemoteMember<Long> SetIdleMax{L"SetIdleMax", Silent<StoreIdleMax>};

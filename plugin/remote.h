@@ -1,30 +1,36 @@
 // The members that remote consoles reach through the host. Each refreshes the profile from the request's
 // PDAT, so that it works for a profile that was never loaded, decodes the request, acts, and writes one line
-// to the administration log. Each reports under its own name.
+// to the administration log.
 #pragma once
 
+#include "game/show_msg.h"
 #include "plugin/pdat.h"
 
 struct RemoteRequest {
-    Long Index; // 0 to MaxProfileIndex
-    Pdat Profile;
+    Long Profile; // 0 to MaxProfileIndex
+    Pdat HostData;
     std::optional<HostValue> Data; // absent when the caller left it out
 };
 
+// A member by the name that it reports failures under. Run sets Result as far as it comes.
+template <class T> struct RemoteMember {
+    TextView Name;
+    void (*Run)(const RemoteRequest& Request, T& Result);
+};
+
+// Runs a member on the request that MakeRequest returns. A failure of either is reported under the member's
+// name; Result is then what the member had set.
+template <class T, class F>
+void CallMember(const RemoteMember<T>& Member, Long Profile, T& Result, F&& MakeRequest) noexcept {
+    Trapped(Member.Name, Profile, [&] { Member.Run(std::forward<F>(MakeRequest)(), Result); });
+}
+
 // The bundle of players, lists and settings, or "Failed" while no game runs; empty after a failure.
-std::wstring GetPlayersRem(const RemoteRequest& Request) noexcept;
+extern const RemoteMember<std::wstring> GetPlayersRem;
 
 // 1 when the member ran to its end, also when it found nothing to do; 0 when it failed or refused.
-Long PuntPlayerRem(const RemoteRequest& Request) noexcept;
-Long ArmPlayerRem(const RemoteRequest& Request) noexcept;
-Long RemoveBannedRem(const RemoteRequest& Request) noexcept;
-Long AddBannedRem(const RemoteRequest& Request) noexcept;
+extern const RemoteMember<Long> PuntPlayerRem, ArmPlayerRem, RemoveBannedRem, AddBannedRem;
 
 // Always 0: the consoles have never been told more.
-Long SlapPlayerRem(const RemoteRequest& Request) noexcept;
-Long AddSlapRem(const RemoteRequest& Request) noexcept;
-Long DeleteSlapRem(const RemoteRequest& Request) noexcept;
-Long EditSlapRem(const RemoteRequest& Request) noexcept;
-Long SetBanMethod(const RemoteRequest& Request) noexcept;
-Long SetIdlePunt(const RemoteRequest& Request) noexcept;
-Long SetIdleMax(const RemoteRequest& Request) noexcept;
+extern const RemoteMember<Long> SlapPlayerRem, AddSlapRem, DeleteSlapRem, EditSlapRem, SetBanMethod,
+    SetIdlePunt, SetIdleMax;

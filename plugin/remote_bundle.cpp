@@ -24,40 +24,40 @@ void AppendFileBytes(Platform::Bytes& Bundle, Platform::Bytes& Buffer, const std
     Bundle.insert(Bundle.end(), Buffer.begin(), Buffer.end());
 }
 
-std::wstring SettingsText(Long Index) {
-    std::wstring BanMethod = ReadSetting(Index, Setting::BanMethod);
-    std::wstring IdlePunt = ReadSetting(Index, Setting::IdlePunt);
-    std::wstring IdleMax = ReadSetting(Index, Setting::IdleMax);
-    if (BanMethod.empty()) BanMethod = L"0";
-    if (IdlePunt.empty()) IdlePunt = L"0";
-    if (!IsNumeric(IdleMax)) IdleMax = L"5";
+std::wstring SettingText(Long Profile, const Setting& Sent) {
+    const std::wstring Text = ReadSetting(Profile, Sent);
     // No separator between name and value: the consoles cut by the length of the name.
-    return L"[Settings]\r\nBanMethod" + BanMethod + L"\r\nIdlePunt" + IdlePunt + L"\r\nIdleMax" + IdleMax;
+    return L"\r\n" + std::wstring(Sent.Name) +
+           (Sent.IsValidForConsoles(Text) ? Text : std::wstring(Sent.Default));
 }
 
-void WriteBundle(Long Index, const std::wstring& PlayersFile, const std::wstring& BundleFile) {
+std::wstring SettingsText(Long Profile) {
+    return L"[Settings]" + SettingText(Profile, Settings::BanMethod) +
+           SettingText(Profile, Settings::IdlePunt) + SettingText(Profile, Settings::IdleMax);
+}
+
+void WriteBundle(Long Profile, const std::wstring& PlayersFile, const std::wstring& BundleFile) {
     Platform::Bytes Bundle;
     Platform::Bytes Buffer;
-    for (const std::wstring& Path : {PlayersFile, mdlVNT::BannedNamesPath(Index),
-                                     mdlVNT::BannedIpsPath(Index), mdlVNT::SlapsPath(Index)})
+    const BanFiles Files(Profile);
+    for (const std::wstring& Path : {PlayersFile, Files.Names, Files.Ips, mdlVNT::SlapsPath(Profile)})
         AppendFileBytes(Bundle, Buffer, Path);
-    const Platform::Bytes Settings = Platform::SingleByteText(SettingsText(Index));
-    Bundle.insert(Bundle.end(), Settings.begin(), Settings.end());
+    const Platform::Bytes Tail = Platform::SingleByteText(SettingsText(Profile));
+    Bundle.insert(Bundle.end(), Tail.begin(), Tail.end());
     Platform::WriteBytes(BundleFile, Bundle);
 }
 
 } // namespace
 
-void BuildReply(Long Index, std::wstring& Reply) {
-    // Players who were read are worth having although another one could not be; a failure is reported
-    // already.
-    const PlayerArray Players = GetPlayerList(Index, L"REMOTE");
+void BuildReply(Long Profile, std::wstring& Reply) {
+    // Send the players that could be read; a failed read is reported already.
+    const PlayerTable Players = GetPlayerList(Profile, L"REMOTE");
     if (Players.BySlot.empty()) return;
-    EnsureSettingsFolder(Index);
-    const std::wstring PlayersFile = mdlVNT::SettingsFolder(Index) + L"\\tmpplayerlist.txt";
-    const std::wstring BundleFile = mdlVNT::SettingsFolder(Index) + L"\\tmpplayerlistzip.txt";
+    EnsureSettingsFolder(Profile);
+    const std::wstring PlayersFile = mdlVNT::SettingsFolder(Profile) + L"\\tmpplayerlist.txt";
+    const std::wstring BundleFile = mdlVNT::SettingsFolder(Profile) + L"\\tmpplayerlistzip.txt";
     FileHelper::WriteFile(PlayersFile, Join(Players.BySlot, CrLf));
-    WriteBundle(Index, PlayersFile, BundleFile);
+    WriteBundle(Profile, PlayersFile, BundleFile);
     const std::wstring Text = Join(FileHelper::ReadFile(BundleFile), CrLf);
     Reply = std::to_wstring(Text.size()) + std::wstring(LengthMark) + FileHelper::CompressString(Text);
     Platform::DeleteFileAt(PlayersFile);

@@ -7,4 +7,4 @@
 // Builds "<length of the text>[-]Tessoral[-]<compressed text>" through two temporary files in the profile's
 // settings folder. Reply is set before the temporary files are deleted. Of players that could not all be
 // read it holds those that were; it stays empty when there is no table to read.
-void BuildReply(Long Index, std::wstring& Reply);
+void BuildReply(Long Profile, std::wstring& Reply);

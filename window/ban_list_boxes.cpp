@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::size_t ItemPrefix = 4; // "[1] "
-
 void FillList(const DetailedList& List, const std::optional<Lines>& Items) {
     if (!Items) return;
     List.Box.Fill(*Items);
@@ -25,7 +23,7 @@ void ClearBanLists() {
 }
 
 void AppendBannedName(TextView Item) {
-    lstBannedNames.SetItemData(lstBannedNames.Add(Item), Item.starts_with(PartOfName) ? 2 : 1);
+    lstBannedNames.SetItemData(lstBannedNames.Add(Item), BannedName::OfItem(Item).IsPart() ? 2 : 1);
 }
 
 void AppendBannedIp(TextView Address) { lstBannedIps.Add(Address); }
@@ -34,18 +32,21 @@ bool BanListsShow(Long Profile) { return Profile == mdlVNT::CurrentProfile; }
 
 void ShowNewBan(Long Profile, const std::wstring& Name, const std::wstring& Ip) {
     if (!BanListsShow(Profile)) return;
-    const std::wstring Key = Name + std::wstring(WholeName);
-    if (!HasItem(lstBannedNames, ItemOfKey(Key)) && !BannedNameDetails(Profile, Key).Date.empty())
-        AppendBannedName(ItemOfKey(Key));
+    const BannedName Banned = BannedName::Whole(Name);
+    if (!HasItem(lstBannedNames, Banned.Item()) && !BannedNameDetails(Profile, Banned).Date.empty())
+        AppendBannedName(Banned.Item());
     if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Profile, Ip).empty()) AppendBannedIp(Ip);
 }
 
 void ShowNameDetails() {
     const int Selected = lstBannedNames.Selected();
-    const std::wstring Item = lstBannedNames.Item(Selected);
+    BannedName Banned;
     BanDetails Details;
-    if (Selected >= 0) Details = BannedNameDetails(mdlVNT::CurrentProfile, KeyOfItem(Item));
-    lblName.SetText(Selected >= 0 ? TextView(Item).substr(ItemPrefix) : TextView());
+    if (Selected >= 0) {
+        Banned = BannedName::OfItem(lstBannedNames.Item(Selected));
+        Details = BannedNameDetails(mdlVNT::CurrentProfile, Banned);
+    }
+    lblName.SetText(Banned.Name);
     lblDate.SetText(Details.Date);
     lblReason.SetText(Details.Reason);
 }

@@ -10,12 +10,11 @@
 
 namespace {
 
-void RemoveLinkedName(Long Profile, const std::wstring& Name) {
+void RemoveNameWithItem(Long Profile, const std::wstring& Name) {
     // The list loses the first item that begins so ("[1] Bob" finds "[1] Bobby"), the file exactly the name.
     if (BanListsShow(Profile))
-        RemoveItem(BannedNamesList, lstBannedNames.FindPrefix(std::wstring(WholeName) + L" " + Trim(Name)));
-    FileHelper::WriteIniKey(NamesSection, Name + std::wstring(WholeName), std::nullopt,
-                            mdlVNT::BannedNamesPath(Profile));
+        RemoveItem(BannedNamesList, lstBannedNames.FindPrefix(BannedName::Whole(Trim(Name)).Item()));
+    RemoveLinkedName(BanFiles(Profile), Name);
 }
 
 } // namespace
@@ -24,11 +23,10 @@ void AddTypedIp() {
     const Long Profile = mdlVNT::CurrentProfile;
     if (txtAddIp.Text().empty()) return;
     const std::wstring Address = Trim(txtAddIp.Text()); // as it will be stored
-    if (!IsValidIp(Address)) {
+    if (!IsValidIp(Address) || !StoreBannedIp(BanFiles(Profile), Address, TimeStamp())) {
         ShowMsg(MsgKind::Failed, L"IP Address format is invalid.", Profile);
         return;
     }
-    StoreBannedIp(Profile, Address, TimeStamp());
     AppendBannedIp(Address);
     txtAddIp.SetText(L"");
     // Before the box: a sweep behind it must know already.
@@ -41,12 +39,13 @@ void RemoveSelectedIp() {
     const int Selected = lstBannedIps.Selected();
     if (Selected < 0) return;
     const std::wstring Address = lstBannedIps.Item(Selected);
-    DeleteBannedIp(Profile, Address);
+    RemoveBannedIp(BanFiles(Profile), Address);
     mdlVNT::IpListChanged(Profile) = true;
     RemoveItem(BannedIpsList, Selected);
     if (Platform::AskYesNo(L"Would you like to remove all associated names with this IP Address aswell?",
                            L"Remove Banned IP Address"))
-        UnlinkAddress(Profile, Address, [&](const std::wstring& Name) { RemoveLinkedName(Profile, Name); });
+        UnlinkAddress(BanFiles(Profile), Address,
+                      [&](const std::wstring& Name) { RemoveNameWithItem(Profile, Name); });
     ShowMsg(MsgKind::Success, L"IP Address Removed Successfully.", Profile);
 }
 

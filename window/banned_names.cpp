@@ -10,13 +10,11 @@
 
 namespace {
 
-constexpr std::size_t TagLength = 3; // "[1]"
-
-void RemoveLinkedIp(Long Profile, const std::wstring& Address) {
+void RemoveIpWithItem(Long Profile, const std::wstring& Address) {
     if (Address.empty()) return; // a damaged link: every item begins with nothing
     // The list loses the first item that begins with the address, the file exactly the address.
     if (BanListsShow(Profile)) RemoveItem(BannedIpsList, lstBannedIps.FindPrefix(Address));
-    FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, mdlVNT::BannedIpsPath(Profile));
+    RemoveLinkedIp(BanFiles(Profile), Address);
 }
 
 } // namespace
@@ -25,13 +23,13 @@ void AddTypedName() {
     const Long Profile = mdlVNT::CurrentProfile;
     const std::wstring Name = txtBannedName.Text();
     if (Name.empty()) return;
-    const std::wstring Tag(optBanned.Chosen() == 1 ? PartOfName : WholeName);
+    const BannedName Banned = optBanned.Chosen() == 1 ? BannedName::Part(Name) : BannedName::Whole(Name);
     if (txtBanReason.Text().empty()) txtBanReason.SetText(L"None");
-    if (!StoreBannedName(Profile, Name + Tag, TimeStamp(), txtBanReason.Text())) {
+    if (!StoreBannedName(BanFiles(Profile), Banned, TimeStamp(), txtBanReason.Text())) {
         ShowMsg(MsgKind::Failed, L"The name could not be stored in the ban list.", Profile);
         return;
     }
-    AppendBannedName(Tag + L" " + Name);
+    AppendBannedName(Banned.Item());
     txtBannedName.SetText(L"");
     txtBanReason.SetText(L"");
     optBanned.Choose(0);
@@ -42,13 +40,13 @@ void RemoveSelectedName() {
     const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstBannedNames.Selected();
     if (Selected < 0) return;
-    const std::wstring Key = KeyOfItem(lstBannedNames.Item(Selected));
-    DeleteBannedName(Profile, Key);
+    const BannedName Banned = BannedName::OfItem(lstBannedNames.Item(Selected));
+    RemoveBannedName(BanFiles(Profile), Banned);
     RemoveItem(BannedNamesList, Selected);
     if (Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
                            L"Remove Banned Name"))
-        UnlinkName(Profile, TextView(Key).substr(0, Key.size() - TagLength),
-                   [&](const std::wstring& Address) { RemoveLinkedIp(Profile, Address); });
+        UnlinkName(BanFiles(Profile), Banned.Name,
+                   [&](const std::wstring& Address) { RemoveIpWithItem(Profile, Address); });
     ShowMsg(MsgKind::Success, L"Name Removed Successfully.", Profile);
 }
 

@@ -1,8 +1,8 @@
 // The actions of the grid's pop-up menu.
 #include "window/player_menu.h"
 
+#include "game/game_state.h"
 #include "game/mdlVNT.h"
-#include "game/memory_map.h"
 #include "game/player_actions.h"
 #include "game/show_msg.h"
 #include "host/platform.h"
@@ -33,16 +33,21 @@ bool SlotShows(Long Profile, TextView Mode, Long Slot, TextView Text) {
 
 // A slot number outlives its player. The address is compared, too, because two players may bear one name.
 bool IsStillThere(Long Profile, const ListedPlayer& Player) {
-    const Long Slot = ToWhole(Player.Slot);
     const TextView Name = Trim(Player.Name).empty() ? NamelessPlayer : TextView(Player.Name);
-    return SlotShows(Profile, L"ARRAY", Slot, Name) && SlotShows(Profile, L"IPARRAY", Slot, Player.Ip);
+    return SlotShows(Profile, L"ARRAY", Player.Slot, Name) &&
+           SlotShows(Profile, L"IPARRAY", Player.Slot, Player.Ip);
 }
 
 void PuntFromSlot(Long Profile, const ListedPlayer& Player, bool Ban, TextView Reason) {
     const Hourglass AfterTheReasonBox;
     const bool There = IsStillThere(Profile, Player);
-    if (There && PuntPlayer(Profile, Player.Name, Player.Ip, Player.Slot, Ban, Reason, false) && Ban)
-        ShowNewBan(Profile, WithoutLineBreaks(Player.Name), Player.Ip);
+    const PuntRequest Punt{.Profile = Profile,
+                           .Name = Player.Name,
+                           .Ip = Player.Ip,
+                           .Slot = Player.Slot,
+                           .Ban = Ban,
+                           .Reason = Reason};
+    if (There && PuntPlayer(Punt) && Ban) ShowNewBan(Profile, WithoutLineBreaks(Player.Name), Player.Ip);
     RefreshGrid();
     if (!There) ShowMsg(MsgKind::Failed, L"The selected player is no longer in this slot!", Profile);
 }
@@ -83,7 +88,7 @@ void BanSelected() {
 void SwitchSelected() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
         if (Player.Team != 1 && Player.Team != 2) return;
-        if (ReadMapped(Profile, L"GameState") >= 1) {
+        if (ReadGameState(Profile) != GameState::NoGame) {
             SwitchTeam(Profile, Player.Name);
             return;
         }

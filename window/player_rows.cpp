@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "game/mdlVNT.h"
-#include "game/player_grid.h"
 #include "window/controls.h"
 #include "window/row_order.h"
 
@@ -19,7 +18,7 @@ struct Column {
 };
 constexpr Column Columns[] = {
     {{L"Slot", L"Slot", 0, Align::Left},
-     [](const ListedPlayer& Player) { return Player.Slot; },
+     [](const ListedPlayer& Player) { return TwoDigits(Player.Slot); },
      CompareNumbers},
     {{L"Player", L"Player", 65, Align::Left},
      [](const ListedPlayer& Player) { return Player.Name; },
@@ -35,7 +34,6 @@ constexpr int ColumnCount = std::size(Columns);
 
 enum class Direction : unsigned char { None, Ascending, Descending };
 
-Rows Incoming;        // what the reader has added so far
 Rows Shown;           // what is on the screen, in its order
 Long ShownProfile;    // whose players
 int SelectedRow = -1; // as last chosen; -1 before the first choice
@@ -55,38 +53,38 @@ void SortRows(Rows& Players) {
 }
 
 // Writes only what differs from the screen: a refresh with the same players touches nothing.
-void ShowRow(int Row, const ListedPlayer& Player) {
+void ShowRow(int Row, const ListedPlayer& Player, bool IsNew) {
     ListedPlayer& Old = Shown[static_cast<std::size_t>(Row)];
     for (int Number = 0; Number < ColumnCount; ++Number) {
         const std::wstring Text = Columns[Number].Text(Player);
-        if (Columns[Number].Text(Old) != Text) mfg.SetCell(Row, Number, Text);
+        if (IsNew || Columns[Number].Text(Old) != Text) mfg.SetCell(Row, Number, Text);
     }
     if (Old.Team != Player.Team) mfg.SetTeam(Row, Player.Team);
     Old = Player;
 }
 
 void ShowRows(const Rows& Players) {
-    const bool OtherCount = Players.size() != Shown.size();
-    if (OtherCount) {
+    const std::size_t Before = Shown.size();
+    if (Players.size() != Before) {
         mfg.SetRowCount(static_cast<int>(Players.size()));
         Shown.resize(Players.size());
     }
-    int Row = 0;
-    for (const ListedPlayer& Player : Players) ShowRow(Row++, Player);
-    if (OtherCount) ShowSelectedRow();
+    for (std::size_t Row = 0; Row < Players.size(); ++Row)
+        ShowRow(static_cast<int>(Row), Players[Row], Row >= Before);
+    if (Players.size() != Before) ShowSelectedRow();
+}
+
+// A table whose read failed on the way shows the rows that came. When not even the game state could be read,
+// the rows stay and the summary becomes empty.
+void ShowTable(PlayerTable& Table) {
+    if (Table.Begun) {
+        SortRows(Table.Rows);
+        ShowRows(Table.Rows);
+    }
+    if ((Table.Complete || !Table.Begun) && lblTeams.Text() != Table.Summary) lblTeams.SetText(Table.Summary);
 }
 
 } // namespace
-
-void BeginPlayerGrid() { Incoming.clear(); }
-
-void AddPlayerRow(const ListedPlayer& Player) { Incoming.push_back(Player); }
-
-void EndPlayerGrid(TextView Summary) {
-    SortRows(Incoming);
-    ShowRows(Incoming);
-    if (!Summary.empty() && lblTeams.Text() != Summary) lblTeams.SetText(Summary);
-}
 
 std::optional<ChosenPlayer> SelectedPlayer() {
     if (SelectedRow < 0 || static_cast<std::size_t>(SelectedRow) >= Shown.size()) return std::nullopt;
@@ -107,7 +105,8 @@ void RefreshGrid() {
     if (RefreshIsWanted) return;
     const GridHold WhileItIsRead;
     ShownProfile = mdlVNT::CurrentProfile;
-    GetPlayerList(ShownProfile, L"LIST");
+    PlayerTable Table = GetPlayerList(ShownProfile, L"LIST");
+    ShowTable(Table);
 }
 
 void CatchUpRefresh() {
@@ -135,7 +134,6 @@ void LayOutGridHeader() {
 }
 
 void ForgetPlayerRows() noexcept {
-    Incoming.clear();
     Shown.clear();
     ShownProfile = 0;
     SelectedRow = -1;

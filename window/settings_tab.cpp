@@ -12,21 +12,21 @@ namespace {
 constexpr double LongestMilliseconds = 2147483647; // of a system timer
 
 std::wstring StoredBanMethod(Long Profile) {
-    std::wstring Method = ReadSetting(Profile, Setting::BanMethod);
+    std::wstring Method = ReadSetting(Profile, Settings::BanMethod);
     if (Method.empty()) {
         Method = L"0";
-        WriteSetting(Profile, Setting::BanMethod, Method);
+        WriteSetting(Profile, Settings::BanMethod, Method);
     }
     return Method;
 }
 
-void SaveSwitch(TextView Setting, const CheckBox& Box) {
-    WriteSetting(mdlVNT::CurrentProfile, Setting, Box.Checked() ? L"1" : L"0");
+void SaveSwitch(const Setting& Saved, const CheckBox& Box) {
+    WriteSetting(mdlVNT::CurrentProfile, Saved, Box.Checked() ? L"1" : L"0");
 }
 
-void SaveNumber(TextView Setting, const TextBox& Box) {
+void SaveNumber(const Setting& Saved, const TextBox& Box) {
     const std::wstring Text = Box.Text();
-    if (IsNumeric(Text)) WriteSetting(mdlVNT::CurrentProfile, Setting, Text);
+    if (IsNumeric(Text)) WriteSetting(mdlVNT::CurrentProfile, Saved, Text);
 }
 
 } // namespace
@@ -46,24 +46,24 @@ void ShowSettings(Long Profile) {
     const bool Stored = PlayersIniExists();
     // As the sweep reads it: every text but "1" bans by the command line.
     optMethod.Choose(Stored && StoredBanMethod(Profile) == L"1" ? 1 : 0);
-    chkIdlePunt.Check(SwitchOr0(ReadSetting(Profile, Setting::IdlePunt)) == L"1");
-    txtIdleMax.SetText(PeriodOr5(ReadSetting(Profile, Setting::IdleMax)));
-    chkRefresh.Check(SwitchOr0(ReadSetting(Profile, Setting::AutoRefresh)) == L"1");
-    txtRefreshInterval.SetText(Stored ? PeriodOr5(ReadSetting(Profile, Setting::RefreshInterval)) : L"30");
+    chkIdlePunt.Check(ReadValidSetting(Profile, Settings::IdlePunt) == L"1");
+    txtIdleMax.SetText(ReadValidSetting(Profile, Settings::IdleMax));
+    chkRefresh.Check(ReadValidSetting(Profile, Settings::AutoRefresh) == L"1");
+    txtRefreshInterval.SetText(Stored ? ReadValidSetting(Profile, Settings::RefreshInterval) : L"30");
 }
 
-void SaveBanMethod(int Method) { WriteSetting(mdlVNT::CurrentProfile, Setting::BanMethod, ToText(Method)); }
+void SaveBanMethod(int Method) { WriteSetting(mdlVNT::CurrentProfile, Settings::BanMethod, ToText(Method)); }
 
-void SaveIdlePunt() { SaveSwitch(Setting::IdlePunt, chkIdlePunt); }
+void SaveIdlePunt() { SaveSwitch(Settings::IdlePunt, chkIdlePunt); }
 
-void SaveIdleMax() { SaveNumber(Setting::IdleMax, txtIdleMax); }
+void SaveIdleMax() { SaveNumber(Settings::IdleMax, txtIdleMax); }
 
 void SaveAutoRefresh() {
-    SaveSwitch(Setting::AutoRefresh, chkRefresh);
+    SaveSwitch(Settings::AutoRefresh, chkRefresh);
     if (chkRefresh.Checked())
         StartRefreshTimer();
     else
         tmrRefresh.Stop();
 }
 
-void SaveRefreshInterval() { SaveNumber(Setting::RefreshInterval, txtRefreshInterval); }
+void SaveRefreshInterval() { SaveNumber(Settings::RefreshInterval, txtRefreshInterval); }

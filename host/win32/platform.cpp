@@ -104,4 +104,6 @@ Moment Now() {
     return {Time.wYear, Time.wMonth, Time.wDay, Time.wHour, Time.wMinute, Time.wSecond};
 }
 
+std::int64_t Milliseconds() { return static_cast<std::int64_t>(GetTickCount64()); }
+
 } // namespace Platform

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "game/mdlVNT.h"
+#include "game/sub_main.h"
 #include "tests/fakes/faults.h"
 #include "tests/fakes/files.h"
 
@@ -14,6 +15,7 @@ Lines Reports;
 long Calls = 0;
 std::function<void(TextView)> BeforeCall;
 Moment Clock;
+std::int64_t Elapsed = 0;
 std::vector<bool> YesNoAnswers;
 Lines TextAnswers;
 std::optional<std::wstring> OpenFileAnswer;

@@ -27,6 +27,7 @@ template <class T> std::optional<T> TakeFirst(std::vector<T>& Answers) {
 std::wstring PluginFolder(Place) { return std::wstring(Outside::Base) + L"\\Plugins\\dlls\\Vantor"; }
 
 Moment Now() { return Outside::Clock; }
+std::int64_t Milliseconds() { return Outside::Elapsed; }
 
 void ShowBox(BoxIcon, TextView Text, TextView Title) {
     BoxOpens(L"Box " + std::wstring(Title) + L" " + std::wstring(Text));

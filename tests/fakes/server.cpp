@@ -1,5 +1,6 @@
 #include "tests/fakes/server.h"
 
+#include "game/mdlVNT.h"
 #include "plugin/lifecycle.h"
 #include "sandbox/game/records.h"
 #include "tests/fakes/fake_toolkit.h"
@@ -17,7 +18,7 @@ Server::Server(const ServerSettings& Settings) {
     Outside::AttachGame(ProcessRef, &World);
     Outside::PutFolder(L"C:\\Host\\profiles\\Server1\\settings");
     const bool Affiliate = Settings.Build == Layout::Build::Affiliate;
-    SetProfileData(Profile, HostData(L"Server1", Affiliate ? L"DF_AFF" : L"DF"));
+    SetProfileData(TestProfile, HostData(L"Server1", Affiliate ? L"DF_AFF" : L"DF"));
     Outside::Calls = 0;
 }
 
@@ -64,9 +65,29 @@ Pdat HostData(TextView Folder, TextView GameId, Long Process) {
 }
 
 RemoteRequest Request(std::wstring Data) {
-    RemoteRequest Made{Profile, HostData(), HostValue{}};
+    RemoteRequest Made{TestProfile, HostData(), HostValue{}};
     Made.Data->Text = std::move(Data);
     return Made;
+}
+
+Long Call(const RemoteMember<Long>& Member, const RemoteRequest& Sent) {
+    Long Result = 0;
+    CallMember(Member, Sent.Profile, Result, [&]() -> const RemoteRequest& { return Sent; });
+    return Result;
+}
+
+std::wstring CallGetPlayersRem(const RemoteRequest& Sent) {
+    std::wstring Reply;
+    CallMember(GetPlayersRem, Sent.Profile, Reply, [&]() -> const RemoteRequest& { return Sent; });
+    return Reply;
+}
+
+void Load(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
+    Trapped(L"LoadInterface", Index, [&] { LoadInterface(Index, pHwnd, Data); });
+}
+void UnLoad() { Trapped(L"UnLoadInterface", mdlVNT::CurrentProfile, UnLoadInterface); }
+void Disable(Long Index) {
+    Trapped(L"DisableProfile", Index, [&] { DisableProfile(Index); });
 }
 
 std::wstring SettingsFile(TextView Name) {

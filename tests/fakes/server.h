@@ -9,7 +9,7 @@
 #include "tests/fakes/private_memory.h"
 
 // The profile index of most tests, and what the host passes for it.
-inline constexpr Long Profile = 5;
+inline constexpr Long TestProfile = 5;
 inline constexpr Long ProcessRef = 4711;
 // The one window of the host that the controls in memory know.
 inline constexpr std::intptr_t HostWindow = 77;
@@ -52,6 +52,12 @@ Pdat HostData(TextView Folder = L"Server1", TextView GameId = L"DF", Long Proces
 
 // A remote console's request about the profile.
 RemoteRequest Request(std::wstring Data);
+// Runs a member as the class does, with its failures reported under its name.
+Long Call(const RemoteMember<Long>& Member, const RemoteRequest& Sent);
+std::wstring CallGetPlayersRem(const RemoteRequest& Sent);
+void Load(Long Index, std::intptr_t pHwnd, const Pdat& Data);
+void UnLoad();
+void Disable(Long Index);
 
 // Paths of the profile's files.
 std::wstring SettingsFile(TextView Name);

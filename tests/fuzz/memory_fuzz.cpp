@@ -6,6 +6,7 @@
 
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
+#include "game/memory_map.h"
 #include "game/player_actions.h"
 #include "game/player_records.h"
 #include "game/player_table.h"
@@ -92,27 +93,26 @@ void PutLists() {
     BanName(std::wstring(Part) + L"[2]");
     BanIp(Address);
     BanIp(Pattern);
-    mdlVNT::KillPermList(Profile).Add(L"Bob", L"Bob");
-    mdlVNT::DisarmPermList(Profile).Add(L"Bob", L"Bob");
-    mdlVNT::SwitchQueue(Profile).Add(L"Bob", L"Bob");
+    mdlVNT::KillPermList(TestProfile).Add(L"Bob", L"Bob");
+    mdlVNT::DisarmPermList(TestProfile).Add(L"Bob", L"Bob");
+    mdlVNT::SwitchQueue(TestProfile).Add(L"Bob", L"Bob");
 }
 
 // By the files themselves, to which the bans of this input have been added; a ban from the game is one of a
 // whole name.
 bool MayBePunted(const std::wstring& Name, const std::wstring& Ip) {
-    const std::wstring Key = Name + std::wstring(WholeName);
-    return !IsValidIp(Ip) ||
-           !Outside::IniValue(SettingsFile(L"BannedNames.ini"), NamesSection, Key).empty() ||
-           !Outside::IniValue(SettingsFile(L"BannedIps.ini"), IpsSection, Ip).empty() ||
+    const std::wstring Key = BannedName::Whole(Name).Key();
+    return !IsValidIp(Ip) || !Outside::IniValue(SettingsFile(L"BannedNames.ini"), L"Players", Key).empty() ||
+           !Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", Ip).empty() ||
            Name.find(Part) != std::wstring::npos || Name == NamelessPlayer ||
            Ip.starts_with(Pattern.substr(0, 4));
 }
 
 // Everybody who is punted in a tick by the lists is in one of them; PUNT_PLAYER stands for a name of blanks.
 void Tick() {
-    const Lines Names = GetPlayerList(Profile, L"ARRAY").BySlot;
-    const Lines Addrs = GetPlayerList(Profile, L"IPARRAY").BySlot;
-    Run("tick", MostCalls, MostReports, [] { tmrVN_Timer(Profile); });
+    const Lines Names = GetPlayerList(TestProfile, L"ARRAY").BySlot;
+    const Lines Addrs = GetPlayerList(TestProfile, L"IPARRAY").BySlot;
+    Run("tick", MostCalls, MostReports, [] { tmrVN_Timer(TestProfile); });
     if (Outside::IniValue(PlayersIni, L"IdlePunt", L"Server1") == L"1") return;
     for (const std::wstring& Command : Commands()) {
         const auto Slot = static_cast<std::size_t>(ToWhole(TextView(Command).substr(5, 2)));
@@ -123,7 +123,7 @@ void Tick() {
 
 void Read(TextView Mode) {
     Run("read", MostCalls, MostReports, [&] {
-        const PlayerArray Players = GetPlayerList(Profile, Mode);
+        const PlayerTable Players = GetPlayerList(TestProfile, Mode);
         Require(Players.BySlot.size() <= MaxPlayerEntries + 1, "the array is bounded");
         Require(Outside::Journal.size() == Outside::Recorded(L"ErrorBox").size(), "reading changes nothing");
     });
@@ -133,11 +133,18 @@ void Read(TextView Mode) {
 void Act(std::uint32_t Which, const std::wstring& Name) {
     Run("action", MostCalls, MostReports, [&] {
         switch (Which) {
-        case 0: PuntPlayer(Profile, Name, L"10.0.0.7", L"3", true, L"reason", false); break;
-        case 1: KillPlayer(Profile, Name, true); break;
-        case 2: ArmPlayer(Profile, Name, L"Disarm", false); break;
-        case 3: ArmPlayer(Profile, Name, L"Rearm", true); break;
-        default: SwitchTeam(Profile, Name);
+        case 0:
+            PuntPlayer({.Profile = TestProfile,
+                        .Name = Name,
+                        .Ip = L"10.0.0.7",
+                        .Slot = 3,
+                        .Ban = true,
+                        .Reason = L"reason"});
+            break;
+        case 1: KillPlayer(TestProfile, Name, true); break;
+        case 2: ArmPlayer(TestProfile, Name, L"Disarm", false); break;
+        case 3: ArmPlayer(TestProfile, Name, L"Rearm", true); break;
+        default: SwitchTeam(TestProfile, Name);
         }
     });
     Require(Outside::Recorded(L"WriteLong").size() <= 1, "an action writes one word");
@@ -158,7 +165,7 @@ void Step(Simulation::Game& World, Input& From) {
         Act(From.Below(5), From.Byte() & 1 ? L"Bob" : L"Alice");
     else {
         // By the name that the memory itself reports: the way of the window.
-        const Lines Names = GetPlayerList(Profile, L"ARRAY").BySlot;
+        const Lines Names = GetPlayerList(TestProfile, L"ARRAY").BySlot;
         const std::uint32_t Slot = From.Byte();
         if (Slot < Names.size()) Act(From.Below(5), Names[Slot]);
     }
@@ -175,7 +182,7 @@ ServerSettings SettingsOf(std::uint8_t Flags, std::uint8_t MaxPlayers) {
 void Begin(Server& Game, std::uint8_t Flags) {
     if (Flags & 16) Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", L"1");
     if (Flags & 32) Outside::PutIni(PlayersIni, L"IdlePunt", L"Server1", L"1");
-    if (Flags & 64) LoadInterface(Profile, HostWindow, HostData(L"Server1", Flags & 1 ? L"DF_AFF" : L"DF"));
+    if (Flags & 64) Load(TestProfile, HostWindow, HostData(L"Server1", Flags & 1 ? L"DF_AFF" : L"DF"));
     PutLists();
     constexpr std::pair<const char*, const char*> Joined[] = {{"Alice", "10.0.0.1"},
                                                               {"Bob", "10.0.0.7"},

@@ -39,10 +39,9 @@ std::wstring AsFile(const std::wstring& Text) {
 
 // --- Remote members.
 
-using Member = Long (*)(const RemoteRequest&) noexcept;
-constexpr Member Members[] = {PuntPlayerRem, ArmPlayerRem, RemoveBannedRem, AddBannedRem,
-                              SlapPlayerRem, AddSlapRem,   DeleteSlapRem,   EditSlapRem,
-                              SetBanMethod,  SetIdlePunt,  SetIdleMax};
+const RemoteMember<Long>* const Members[] = {&PuntPlayerRem, &ArmPlayerRem, &RemoveBannedRem, &AddBannedRem,
+                                             &SlapPlayerRem, &AddSlapRem,   &DeleteSlapRem,   &EditSlapRem,
+                                             &SetBanMethod,  &SetIdlePunt,  &SetIdleMax};
 
 std::size_t LogLines() {
     std::size_t Count = 0;
@@ -76,21 +75,22 @@ void ChangeHostData(Pdat& Data, Input& From) {
 void RemoteMembers(Input& From) {
     RemoteRequest Sent = Request({});
     const std::uint8_t Flags = From.Byte();
-    const Member Called = Members[From.Below(std::size(Members))];
-    if (Flags & 1) ChangeHostData(Sent.Profile, From);
-    if (Flags & 2) Sent.Profile[PdatElement::HostWideLogs].Flag = true;
+    const RemoteMember<Long>& Called = *Members[From.Below(std::size(Members))];
+    if (Flags & 1) ChangeHostData(Sent.HostData, From);
+    if (Flags & 2) Sent.HostData[PdatElement::HostWideLogs].Flag = true;
     const std::wstring Text = From.Text();
     Sent.Data->Text = Flags & 4 ? Encoded(Text) : Text;
     const std::size_t Before = LogLines();
     Run("remote member", 400, 3, [&] {
-        const Long Result = Called(Sent);
+        const Long Result = Call(Called, Sent);
         const std::size_t Written = LogLines() - Before;
         Require(Result == 0 || Result == 1, "the result is 0 or 1");
         Require(Result == 0 || Written > 0, "what is done is logged");
         Require(Written <= 2, "one line is logged"); // two when the file was missing
-        if (HoldsBreak(*Sent.Data->Text)) Require(Result == 0 && Written == 0, "a line break is refused");
+        if (HoldsBreak(*Sent.Data->Text) && Result == 0)
+            Require(Written == 0, "what is refused is not logged");
     });
-    Run("reply", 2000, 30, [&] { GetPlayersRem(Sent); });
+    Run("reply", 2000, 30, [&] { CallGetPlayersRem(Sent); });
 }
 
 // --- Files that somebody has edited by hand.
@@ -105,30 +105,30 @@ void HandEditedFiles(Input& From) {
     if (Flags & 2) Outside::PutIni(PlayersIni, L"IdlePunt", L"Server1", L"1");
     const long MostCalls = 2000 + 40 * static_cast<long>(Text.size());
     const std::size_t MostReports = 5;
-    Run("tick", MostCalls, MostReports, [] { tmrVN_Timer(Profile); });
-    Run("load", MostCalls, MostReports, [] { LoadInterface(Profile, HostWindow, HostData()); });
+    Run("tick", MostCalls, MostReports, [] { tmrVN_Timer(TestProfile); });
+    Run("load", MostCalls, MostReports, [] { Load(TestProfile, HostWindow, HostData()); });
     Run("lists", MostCalls, MostReports, [] {
-        for (const std::wstring& Item : GetBannedNames(Profile).value_or(Lines()))
-            Require(ItemOfKey(KeyOfItem(Item)) == Item, "an item and its key name each other");
-        GetBannedIps(Profile);
+        for (const std::wstring& Item : GetBannedNames(TestProfile).value_or(Lines()))
+            Require(BannedName::OfItem(Item).Item() == Item, "an item and its key name each other");
+        GetBannedIps(TestProfile);
     });
     Run("slaps", MostCalls, MostReports, [] {
-        AddSlap(Profile, L"one more");
-        DeleteSlap(Profile, L"one more");
-        const Lines Messages = ReadSlaps(Profile).value_or(Lines());
-        if (Messages.size() > 1) DeleteSlap(Profile, Messages.front());
-        const Lines Left = ReadSlaps(Profile).value_or(Lines());
+        AddSlap(TestProfile, L"one more");
+        DeleteSlap(TestProfile, L"one more");
+        const Lines Messages = ReadSlaps(TestProfile).value_or(Lines());
+        if (Messages.size() > 1) DeleteSlap(TestProfile, Messages.front());
+        const Lines Left = ReadSlaps(TestProfile).value_or(Lines());
         // A second section of the same name, unseen before, may come to light.
         for (std::size_t Each = 1; Each < Messages.size(); ++Each)
             Require(std::find(Left.begin(), Left.end(), Messages[Each]) != Left.end(), "no message is lost");
     });
     Run("links", MostCalls, MostReports, [] {
-        AddBanReference(mdlVNT::SettingsFolder(Profile), mdlVNT::BannedReferencePath(Profile), L"Bob",
-                        L"1.2.3.4");
-        UnlinkAddress(Profile, L"1.2.3.4", [](const std::wstring&) {});
-        UnlinkName(Profile, L"Bob", [](const std::wstring&) {});
+        const BanFiles Files(TestProfile);
+        AddBanReference(Files, L"Bob", L"1.2.3.4");
+        UnlinkAddress(Files, L"1.2.3.4", [](const std::wstring&) {});
+        UnlinkName(Files, L"Bob", [](const std::wstring&) {});
     });
-    Run("second tick", MostCalls, MostReports, [] { tmrVN_Timer(Profile); });
+    Run("second tick", MostCalls, MostReports, [] { tmrVN_Timer(TestProfile); });
 }
 
 // --- A ban file of another manager.
@@ -140,15 +140,16 @@ void ImportedFile(Input& From) {
     std::vector<ImportedEntry> Added;
     Run("import", MostCalls, 0, [&] {
         try {
-            const ImportCounts Counts = ImportBanFile(Profile, L"C:\\bans.txt", Added);
+            const ImportCounts Counts = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
             Require(Counts.Found == Counts.Added + Counts.Skipped, "what is found is added or skipped");
             Require(static_cast<std::size_t>(Counts.Added) == Added.size(), "what is added is shown");
         } catch (const Failure&) { // a line that is none of a ban file ends the import
         }
     });
     for (const ImportedEntry& Each : Added)
-        if (Each.IsName) Require(KeyOfItem(Each.Item).find(L'=') == std::wstring::npos, "a key is one key");
-    Run("tick", MostCalls + 2000, 5, [] { tmrVN_Timer(Profile); });
+        if (Each.IsName)
+            Require(BannedName::OfItem(Each.Item).Key().find(L'=') == std::wstring::npos, "a key is one key");
+    Run("tick", MostCalls + 2000, 5, [] { tmrVN_Timer(TestProfile); });
 }
 
 // --- The rules for addresses and numbers.
@@ -175,7 +176,7 @@ void Rules(Input& From) {
     Require(Join(Split(Text, L"|"), L"|") == Text, "what is split is joined again");
     Require(!HoldsBreak(WithoutLineBreaks(Text)), "line breaks are taken out");
 
-    const std::wstring Dotted = ConvertIP(Text, Profile);
+    const std::wstring Dotted = ConvertIP(Text, TestProfile);
     Long Packed = 0;
     const bool Converted = !Outside::Reports.empty() || ErrorOf([&] { Packed = IpToLong(Dotted); }) == 0;
     Require(Converted, "an address of the game is an address");
@@ -186,8 +187,7 @@ void Rules(Input& From) {
     Require(!Exact || Refusal == 0 ||
                 (Refusal == ErrorNumber::Overflow && Text.find(L'-') != std::wstring::npos),
             "a valid address has a number");
-    const std::wstring Period = PeriodOr5(Text);
-    Require(IsNumeric(Period) && (Period == Text || Period == L"5"), "a period is a number");
+    Require(!Settings::IsPeriod(Text) || ToNumber(Text) > 0, "a period is a number above 0");
 }
 
 } // namespace

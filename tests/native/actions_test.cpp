@@ -7,27 +7,20 @@
 
 namespace {
 
-TEST(Punt, SlotTextsBecomeTwoDigits) {
-    const std::pair<TextView, TextView> Table[] = {
-        {L"7", L"punt 07"}, {L"07", L"punt 07"}, {L"12", L"punt 12"}, {L" 3 ", L"punt 03"}};
-    for (const auto& [Slot, Command] : Table) {
-        Server Game;
-        EXPECT_TRUE(PuntPlayer(Profile, L"Bob", L"10.0.0.7", Slot, false, {}, true));
-        EXPECT_EQ(Commands(), Lines{std::wstring(Command)});
-    }
-    for (const TextView Slot : {L"", L"x", L"1.5", L"-1", L"7; kick", L"99999999999"}) {
-        Server Game;
-        EXPECT_FALSE(PuntPlayer(Profile, L"Bob", L"10.0.0.7", Slot, true, {}, true));
-        EXPECT_TRUE(Commands().empty());
-        EXPECT_FALSE(Outside::HasFile(SettingsFile(L"BannedNames.ini")));
-        EXPECT_EQ(Outside::Reports.size(), 1u);
-    }
+const PuntRequest PuntBob{.Profile = TestProfile, .Name = L"Bob", .Ip = L"10.0.0.7", .Slot = 7};
+
+PuntRequest BanBob(TextView Reason = {}, bool Quiet = true) {
+    PuntRequest Ban = PuntBob;
+    Ban.Ban = true;
+    Ban.Reason = Reason;
+    Ban.Quiet = Quiet;
+    return Ban;
 }
 
 TEST(Punt, NothingHappensWhileNoGameRuns) {
     for (const Long State : {0, 1, -1}) {
         Server Game({.State = State});
-        EXPECT_TRUE(PuntPlayer(Profile, L"Bob", L"10.0.0.7", L"7", true, L"why", false));
+        EXPECT_TRUE(PuntPlayer(BanBob(L"why", false)));
         EXPECT_TRUE(Outside::Journal.empty());
     }
 }
@@ -35,7 +28,7 @@ TEST(Punt, NothingHappensWhileNoGameRuns) {
 TEST(Punt, AnnouncesUnlessQuiet) {
     Server Game({.Build = Layout::Build::Affiliate});
     Game.Join(7, "Bob");
-    PuntPlayer(Profile, L"Bob", L"10.0.0.7", L"7", false, {}, false);
+    PuntPlayer(PuntBob);
     EXPECT_EQ(Outside::Journal, (Lines{L"CMD 1 punt 07 (affiliate)",
                                        L"MSG 3 Bob has been punted by the Server Admin! (affiliate)"}));
     EXPECT_FALSE(Game.World.Players[7].Present);
@@ -44,55 +37,115 @@ TEST(Punt, AnnouncesUnlessQuiet) {
 TEST(Ban, WritesLinkNameAndAddressThenPunts) {
     Server Game;
     Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
-    EXPECT_TRUE(PuntPlayer(Profile, L"Bob", L"10.0.0.7", L"7", true, L"aimbot", false));
+    EXPECT_TRUE(PuntPlayer(BanBob(L"aimbot", false)));
     EXPECT_EQ(Outside::Journal,
               (Lines{L"CreateFolder C:\\Host\\profiles\\Server1\\settings", L"WriteIniKey [Bob] 0=10.0.0.7",
                      L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]aimbot",
                      L"WriteIniKey [IpAddresses] 10.0.0.7=2024-05-06 7:08:09", L"CMD 1 punt 07",
                      L"MSG 3 Bob has been banned by the Server Admin!"}));
     // The same again with a blank reason: the link is there already; a second address gets the next key.
-    PuntPlayer(Profile, L"Bob", L"10.0.0.9", L"7", true, L"  ", true);
-    PuntPlayer(Profile, L"Bob", L"10.0.0.7", L"7", true, L"", true);
+    PuntRequest Elsewhere = BanBob(L"  ");
+    Elsewhere.Ip = L"10.0.0.9";
+    PuntPlayer(Elsewhere);
+    PuntPlayer(BanBob());
     EXPECT_EQ(Outside::FileText(SettingsFile(L"BannedReference.ini")),
               L"[Bob]\r\n0=10.0.0.7\r\n1=10.0.0.9\r\n");
     EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedNames.ini"), L"Players", L"Bob[1]"),
               L"2024-05-06 7:08:09[-]None");
 }
 
-TEST(Ban, APlayerWithoutAKnownAddressIsBannedByNameAlone) {
-    for (const TextView Ip : {L"", L" ", L"0.0.0.0"}) {
-        Server Game;
-        EXPECT_TRUE(PuntPlayer(Profile, L"Bob", Ip, L"7", true, {}, true));
-        EXPECT_EQ(Commands(), Lines{L"punt 07"});
-        EXPECT_FALSE(Outside::HasFile(SettingsFile(L"BannedIps.ini")) ||
-                     Outside::HasFile(SettingsFile(L"BannedReference.ini")));
-    }
-}
-
 TEST(Ban, ABareKeyInTheNamesFileStopsIt) {
     Server Game;
     Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", L"Bob", L"by hand");
-    EXPECT_TRUE(PuntPlayer(Profile, L"Bob", L"10.0.0.7", L"7", true, {}, false));
+    EXPECT_TRUE(PuntPlayer(BanBob({}, false)));
     EXPECT_TRUE(Commands().empty());
     EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"0"), L"10.0.0.7");
 }
 
-TEST(Ban, ANameThatTheFileCannotHoldIsToldAndStillPunted) {
-    for (const bool Quiet : {true, false}) {
+// Half a ban is a ban. What can be stored is, with a link where name and address are both there.
+struct HalfBan {
+    const char* What;
+    TextView Name, Ip, Part;
+    Lines Entries; // of the three files
+    TextView Missing;
+};
+
+TEST(Ban, StoresWhatCanBeStoredAndTellsTheRest) {
+    const TextView NoName = L"The name could not be stored in the ban list.";
+    const TextView NoIp = L"The address could not be stored in the ban list.";
+    const TextView Neither = L"Neither the name nor the address could be stored in the ban list.";
+    const HalfBan Table[] = {
+        {"clan tag", L"[a]b=c", L"10.0.0.7", {}, {L"[a]b=c 10.0.0.7", L"10.0.0.7"}, NoName},
+        {"comment", L";Bob", L"10.0.0.7", {}, {L";Bob 10.0.0.7", L"10.0.0.7"}, NoName},
+        {"not in the code page", L"\x416", L"10.0.0.7", {}, {L"\x416 10.0.0.7", L"10.0.0.7"}, NoName},
+        {"part instead",
+         L"[ABC]Bob",
+         L"10.0.0.7",
+         L"ABC]Bob",
+         {L"ABC]Bob 10.0.0.7", L"ABC]Bob[2]", L"10.0.0.7"},
+         {}},
+        {"blank name", L" ", L"10.0.0.7", {}, {L"10.0.0.7"}, NoName},
+        {"no address", L"Bob", L"", {}, {L"Bob[1]"}, {}},
+        {"blank address", L"Bob", L" ", {}, {L"Bob[1]"}, {}},
+        {"address not known", L"Bob", L"0.0.0.0", {}, {L"Bob[1]"}, {}},
+        {"address that is no key", L"Bob", L"5.*=", {}, {L"Bob[1]"}, NoIp},
+        {"neither", L"a=b", L"5.*=", {}, {}, Neither},
+        {"neither, not known", L"a=b", L"0.0.0.0", {}, {}, NoName},
+    };
+    for (const HalfBan& Row : Table) {
+        for (const bool Quiet : {true, false}) {
+            Server Game;
+            PuntRequest Ban = BanBob({}, Quiet);
+            Ban.Name = Row.Name;
+            Ban.Ip = Row.Ip;
+            Ban.Part = Row.Part;
+            const bool IsBan = !Row.Entries.empty();
+            EXPECT_EQ(PuntPlayer(Ban), IsBan) << Row.What;
+            EXPECT_EQ(Commands(), IsBan ? Lines{L"punt 07"} : Lines{}) << Row.What;
+            Lines Entries;
+            for (const std::wstring& Name : Lines{std::wstring(Row.Name), std::wstring(Row.Part)})
+                if (!Outside::IniValue(SettingsFile(L"BannedReference.ini"), Name, L"0").empty())
+                    Entries.push_back(Name + L" 10.0.0.7");
+            for (const std::wstring& Written : Outside::Recorded(L"WriteIniKey [Players] "))
+                Entries.push_back(Written.substr(22, Written.find(L'=') - 22));
+            for (const std::wstring& Written : Outside::Recorded(L"WriteIniKey [IpAddresses] "))
+                Entries.push_back(Written.substr(26, Written.find(L'=') - 26));
+            EXPECT_EQ(Entries, Row.Entries) << Row.What;
+            const bool Told = !Row.Missing.empty();
+            EXPECT_EQ(Outside::Recorded(L"Box Failed! " + std::wstring(Row.Missing)).size(),
+                      Told && !Quiet ? 1u : 0u)
+                << Row.What;
+            EXPECT_EQ(Outside::Reports,
+                      Told && Quiet ? Lines{L"PuntPlayer: 5 " + std::wstring(Row.Missing)} : Lines{})
+                << Row.What;
+        }
+    }
+}
+
+TEST(Ban, AWriteThatFailsLeavesTheOtherHalf) {
+    const std::pair<int, TextView> Table[] = {{1, {}}, // the link alone: reported under its own name
+                                              {2, L"The name could not be stored in the ban list."},
+                                              {3, L"The address could not be stored in the ban list."}};
+    for (const auto& [Failing, Missing] : Table) {
         Server Game;
-        EXPECT_TRUE(PuntPlayer(Profile, L"[a]b=c", L"10.0.0.7", L"7", true, {}, Quiet));
+        int Writes = 0;
+        Outside::BeforeCall = [&](TextView Name) {
+            if (Name == L"WriteIniKey" && ++Writes == Failing) Fail(1004, L"locked");
+        };
+        EXPECT_TRUE(PuntPlayer(BanBob()));
+        Outside::BeforeCall = nullptr;
         EXPECT_EQ(Commands(), Lines{L"punt 07"});
-        EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.7"),
-                  L"2024-05-06 7:08:09");
-        const TextView Told = L"The name could not be stored in the ban list.";
-        EXPECT_EQ(Outside::Recorded(L"Box Failed! " + std::wstring(Told)).size(), Quiet ? 0u : 1u);
-        EXPECT_EQ(Outside::Reports.size(), Quiet ? 1u : 0u);
+        EXPECT_EQ(Outside::Recorded(L"WriteIniKey").size(), 2u);
+        EXPECT_EQ(Outside::Reports, Lines{Failing == 1 ? L"AddBanReference: 1004 locked"
+                                                       : L"PuntPlayer: 5 " + std::wstring(Missing)});
     }
 }
 
 TEST(Ban, LineBreaksInANameDoNotReachTheFiles) {
     Server Game;
-    PuntPlayer(Profile, L"Bob\r\n[Players]", L"10.0.0.7", L"7", true, {}, true);
+    PuntRequest Ban = BanBob();
+    Ban.Name = L"Bob\r\n[Players]";
+    PuntPlayer(Ban);
     EXPECT_EQ(Outside::FileText(SettingsFile(L"BannedNames.ini")).find(L"\r\n[Players]\r\n"),
               std::wstring::npos);
     EXPECT_EQ(Commands(), Lines{L"punt 07"});
@@ -121,7 +174,7 @@ TEST(Kill, ByLifeState) {
         Server Game;
         Game.Join(7, "Bob");
         Game.SetLife(7, Each.Life);
-        EXPECT_TRUE(KillPlayer(Profile, L"Bob", Each.ShowBoxes));
+        EXPECT_TRUE(KillPlayer(TestProfile, L"Bob", Each.ShowBoxes));
         EXPECT_EQ(Outside::Journal, Each.Journal);
         EXPECT_EQ(Game.Life(7), Each.LifeAfter);
     }
@@ -153,7 +206,7 @@ TEST(Arm, ByModeAndFlag) {
         Server Game;
         Game.Join(7, "Bob");
         Game.SetStats(7, Layout::Statistics::Armed, Each.Flag);
-        EXPECT_TRUE(ArmPlayer(Profile, L"Bob", Each.Mode, true));
+        EXPECT_TRUE(ArmPlayer(TestProfile, L"Bob", Each.Mode, true));
         EXPECT_EQ(Outside::Journal, Each.Journal);
         EXPECT_EQ(Game.Stats(7, Layout::Statistics::Armed), Each.FlagAfter);
     }
@@ -163,16 +216,16 @@ TEST(Search, DedicatedServersOwnRecordIsFoundBySwitchAlone) {
     Server Game({.Dedicated = true});
     const std::uint32_t Name = Game.World.Memory.Statistics.Address + Layout::Statistics::Name;
     Simulation::WriteText(Game.World.Memory, Name, "Boss", 16);
-    KillPlayer(Profile, L"Boss", false);
-    ArmPlayer(Profile, L"Boss", L"Disarm", false);
+    KillPlayer(TestProfile, L"Boss", false);
+    ArmPlayer(TestProfile, L"Boss", L"Disarm", false);
     EXPECT_TRUE(Outside::Journal.empty());
     Game.SetStats(0, Layout::Statistics::Team, 0);
-    SwitchTeam(Profile, L"Boss");
+    SwitchTeam(TestProfile, L"Boss");
     EXPECT_EQ(Game.Stats(0, Layout::Statistics::Team), 1);
     // Nobody is found by an empty name, although free records have one; case counts.
     Outside::Journal.clear();
-    KillPlayer(Profile, L"", false);
-    SwitchTeam(Profile, L"boss");
+    KillPlayer(TestProfile, L"", false);
+    SwitchTeam(TestProfile, L"boss");
     EXPECT_TRUE(Outside::Journal.empty());
 }
 
@@ -182,12 +235,12 @@ TEST(Switch, ToTheOtherTeamWhereThereAreTeams) {
         Server Game;
         Game.Join(7, "Bob");
         Game.SetStats(7, Layout::Statistics::Team, Before);
-        EXPECT_TRUE(SwitchTeam(Profile, L"Bob"));
+        EXPECT_TRUE(SwitchTeam(TestProfile, L"Bob"));
         EXPECT_EQ(Game.Stats(7, Layout::Statistics::Team), After);
     }
     Server Game({.GameType = 0});
     Game.Join(7, "Bob");
-    SwitchTeam(Profile, L"Bob");
+    SwitchTeam(TestProfile, L"Bob");
     EXPECT_TRUE(Outside::Journal.empty());
 }
 

@@ -41,46 +41,49 @@ Scenario OnItem(const char* Name, TextView Reporters, int List, int Item, int Id
 }
 
 const Scenario Scenarios[] = {
-    {"tick by the command line", Sweepers, [] { tmrVN_Timer(Profile); }},
+    {"tick by the command line", Sweepers, [] { tmrVN_Timer(TestProfile); }},
     {"tick by the kernel driver", Sweepers,
      [] {
          Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", L"1");
-         mdlVNT::IpListChanged(Profile) = true;
-         tmrVN_Timer(Profile);
+         mdlVNT::IpListChanged(TestProfile) = true;
+         tmrVN_Timer(TestProfile);
      }},
     {"load and unload",
      L"FormReload UnLoadInterface GetPlayerList GetPing GetPlayerExtras GetBannedNames GetBannedIps GetSlaps "
      L"LoadSlapMenu lstBannedNames lstBannedIps",
      [] {
-         LoadInterface(Profile, HostWindow, HostData());
-         UnLoadInterface();
-         SetProfileData(Profile, HostData());
+         Load(TestProfile, HostWindow, HostData());
+         UnLoad();
+         SetProfileData(TestProfile, HostData());
      }},
 
-    {"GetPlayersRem", L"GetPlayersRem GetPlayerList GetPing", [] { GetPlayersRem(Request(L"")); }},
-    {"ban by PuntPlayerRem", L"PuntPlayerRem PuntPlayer",
-     [] { PuntPlayerRem(Request(std::wstring(Bob) + L"|10.0.0.7|3|x|" + Bob)); }},
+    {"GetPlayersRem", L"GetPlayersRem GetPlayerList GetPing", [] { CallGetPlayersRem(Request(L"")); }},
+    {"ban by PuntPlayerRem", L"PuntPlayerRem PuntPlayer AddBanReference",
+     [] { Call(PuntPlayerRem, Request(std::wstring(Bob) + L"|10.0.0.7|3|x|" + Bob)); }},
     {"ArmPlayerRem", L"ArmPlayerRem ArmPlayer",
-     [] { ArmPlayerRem(Request(std::wstring(Bob) + L"|Disarm")); }},
-    {"SlapPlayerRem", L"SlapPlayerRem", [] { SlapPlayerRem(Request(L"go")); }},
-    {"AddSlapRem", L"AddSlapRem", [] { AddSlapRem(Request(L"three")); }},
-    {"DeleteSlapRem", L"DeleteSlapRem", [] { DeleteSlapRem(Request(L"one")); }},
-    {"EditSlapRem", L"EditSlapRem", [] { EditSlapRem(Request(L"one|four")); }},
-    {"ban of a name", L"AddBannedRem", [] { AddBannedRem(Request(std::wstring(EveKey) + L"||Name")); }},
-    {"ban of an address", L"AddBannedRem", [] { AddBannedRem(Request(std::wstring(Nines) + L"||IP")); }},
+     [] { Call(ArmPlayerRem, Request(std::wstring(Bob) + L"|Disarm")); }},
+    {"SlapPlayerRem", L"SlapPlayerRem", [] { Call(SlapPlayerRem, Request(L"go")); }},
+    {"AddSlapRem", L"AddSlapRem", [] { Call(AddSlapRem, Request(L"three")); }},
+    {"DeleteSlapRem", L"DeleteSlapRem", [] { Call(DeleteSlapRem, Request(L"one")); }},
+    {"EditSlapRem", L"EditSlapRem", [] { Call(EditSlapRem, Request(L"one|four")); }},
+    {"ban of a name", L"AddBannedRem", [] { Call(AddBannedRem, Request(std::wstring(EveKey) + L"||Name")); }},
+    {"ban of an address", L"AddBannedRem",
+     [] { Call(AddBannedRem, Request(std::wstring(Nines) + L"||IP")); }},
     {"end of a name's ban", L"RemoveBannedRem",
-     [] { RemoveBannedRem(Request(std::wstring(Eve) + L"|Name|1")); }},
+     [] { Call(RemoveBannedRem, Request(std::wstring(Eve) + L"|Name|1")); }},
     {"end of an address's ban", L"RemoveBannedRem",
-     [] { RemoveBannedRem(Request(std::wstring(Nines) + L"|IP|1")); }},
-    {"SetBanMethod", L"SetBanMethod", [] { SetBanMethod(Request(L"0")); }},
-    {"SetIdlePunt", L"SetIdlePunt", [] { SetIdlePunt(Request(L"0")); }},
-    {"SetIdleMax", L"SetIdleMax", [] { SetIdleMax(Request(L"9")); }},
+     [] { Call(RemoveBannedRem, Request(std::wstring(Nines) + L"|IP|1")); }},
+    {"SetBanMethod", L"SetBanMethod", [] { Call(SetBanMethod, Request(L"0")); }},
+    {"SetIdlePunt", L"SetIdlePunt", [] { Call(SetIdlePunt, Request(L"0")); }},
+    {"SetIdleMax", L"SetIdleMax", [] { Call(SetIdleMax, Request(L"9")); }},
 
     // The two permanent entries make no call: what they add, the ticks carry out.
     ForBob("mnuRefresh", Readers, ID_mnuRefresh),
     ForBob("mnuPunt", L"GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuPunt),
-    ForBob("mnuBan1", L"mnuBan1 GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuBan1),
-    ForBob("mnuBan2", L"mnuBan2 GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuBan2),
+    ForBob("mnuBan1", L"mnuBan1 GetPlayerList GetPing GetPlayerExtras PuntPlayer AddBanReference",
+           ID_mnuBan1),
+    ForBob("mnuBan2", L"mnuBan2 GetPlayerList GetPing GetPlayerExtras PuntPlayer AddBanReference",
+           ID_mnuBan2),
     ForBob("mnuSwitch", L"mnuSwitch SwitchTeam", ID_mnuSwitch),
     ForBob("mnuKill", L"KillPlayer", ID_mnuKill),
     ForBob("mnuDisarm", L"ArmPlayer", ID_mnuDisarm),
@@ -101,7 +104,7 @@ const Scenario Scenarios[] = {
          FakeWindow::PressEnter(ID_txtSlap);
      },
      true},
-    {"import, which ends in silence", L"",
+    {"import, which ends in silence", L"AddBanReference",
      [] {
          FakeWindow::MenuChoices = {ID_mnuMerrow300};
          FakeWindow::RightClick(ID_lstBannedIps);
@@ -130,12 +133,12 @@ struct BusyServer : Server {
         Outside::OpenFileAnswer = L"C:\\ban.txt";
         Outside::YesNoAnswers = {true};
         Outside::TextAnswers = {L"cheat"};
-        mdlVNT::KillPermList(Profile).Add(L"Carol", L"Carol");
+        mdlVNT::KillPermList(TestProfile).Add(L"Carol", L"Carol");
     }
 };
 
 void Begin(const Scenario& Each) {
-    if (Each.InWindow) LoadInterface(Profile, HostWindow, HostData());
+    if (Each.InWindow) Load(TestProfile, HostWindow, HostData());
     Outside::Calls = 0;
 }
 
@@ -159,8 +162,8 @@ void ExpectListsWhole(Outside::Fault Kind) {
 void ExpectTheNextTickWorks(BusyServer& Game, Outside::Fault Kind) {
     Outside::FailCall(0, Kind);
     Outside::Reports.clear();
-    SetProfileData(Profile, HostData());
-    tmrVN_Timer(Profile);
+    SetProfileData(TestProfile, HostData());
+    tmrVN_Timer(TestProfile);
     EXPECT_TRUE(Outside::Reports.empty());
     EXPECT_FALSE(Game.World.Players[1].Present);
     // An empty text in place of a name is a nameless player, whom the sweep punts.
@@ -203,14 +206,14 @@ TEST(Faults, TenThousandTicksOfEightProfilesLeaveNothingBehind) {
     Server Game;
     for (Long Index = 1; Index <= 8; ++Index) SetProfileData(Index, HostData());
     BanName(L"lic[2]");
-    mdlVNT::KillPermList(Profile).Add(L"Nobody", L"Nobody");
+    mdlVNT::KillPermList(TestProfile).Add(L"Nobody", L"Nobody");
     for (int Tick = 0; Tick < 10000; ++Tick) {
         if (Tick % 100 == 0) Game.Join(1 + Tick / 100 % 16, "Alice" + std::to_string(Tick));
         tmrVN_Timer(1 + Tick % 8);
         Outside::Journal.clear();
     }
     EXPECT_TRUE(Outside::Reports.empty());
-    EXPECT_EQ(mdlVNT::KillPermList(Profile).Count(), 0u);
+    EXPECT_EQ(mdlVNT::KillPermList(TestProfile).Count(), 0u);
 }
 
 } // namespace

@@ -1,8 +1,11 @@
 // The idle punt: who is idle, and after how many ticks.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
+#include "sandbox/game/records.h"
 #include "tests/fakes/server.h"
 
 namespace {
@@ -15,7 +18,7 @@ void SetIdle(TextView On, TextView Max) {
 // The tick, counted from 1, that punts somebody who never moves; 0 when none of the first Most does.
 int TickOfPunt(int Most) {
     for (int Tick = 1; Tick <= Most; ++Tick) {
-        tmrVN_Timer(Profile);
+        tmrVN_Timer(TestProfile);
         if (!Commands().empty()) return Tick;
     }
     return 0;
@@ -35,12 +38,27 @@ TEST(Idle, LimitInMinutes) {
     }
 }
 
-TEST(Idle, NothingIsAnnouncedWhileNoGameRuns) {
-    Server Game(ServerSettings{.State = 0});
+TEST(Idle, AnnouncedWhateverBecameOfThePunt) {
+    Server Game(ServerSettings{.State = 0}); // no game: the punt does nothing
     Game.Join(3, "Bob");
     SetIdle(L"1", L"1");
-    EXPECT_EQ(TickOfPunt(20), 0);
-    EXPECT_TRUE(Outside::Recorded(L"MSG").empty());
+    EXPECT_EQ(TickOfPunt(13), 0);
+    EXPECT_EQ(Outside::Recorded(L"MSG"), Lines{L"MSG 3 Bob has been punted for being idle!"});
+}
+
+// Ids 1 and 150 have an entry of the table, 0 and 151 have none.
+TEST(Idle, IdsAtTheEndsOfTheTable) {
+    for (const int Id : {0, 1, 150, 151}) {
+        Server Game;
+        Game.Join(3, "Bob");
+        SetIdle(L"1", L"1");
+        Simulation::WriteByte(Game.World.Memory, Simulation::EntryAt(Game.World, 3) + Layout::Entry::Slot,
+                              static_cast<std::uint8_t>(Id));
+        tmrVN_Timer(TestProfile);
+        const auto& Names = mdlVNT::IdleTables(TestProfile).IdleName;
+        EXPECT_EQ(std::count(Names.begin(), Names.end(), L"Bob"), Id == 1 || Id == 150) << Id;
+        EXPECT_TRUE(Outside::Reports.empty());
+    }
 }
 
 TEST(Idle, OnlyWhenSwitchedOnWithExactlyOne) {
@@ -76,14 +94,14 @@ TEST(Idle, CountersFreezeWhileSwitchedOffAndClearWhenTheRecordIsFree) {
     EXPECT_EQ(TickOfPunt(10), 0);
     SetIdle(L"0", L"1");
     EXPECT_EQ(TickOfPunt(50), 0);
-    EXPECT_EQ(mdlVNT::IdleTables(Profile).IdleSeconds[3], 45);
+    EXPECT_EQ(mdlVNT::IdleTables(TestProfile).IdleSeconds[3], 45);
     SetIdle(L"1", L"1");
     EXPECT_EQ(TickOfPunt(5), 3);
     // The seconds stay after a punt, and go with the player.
-    EXPECT_EQ(mdlVNT::IdleTables(Profile).IdleSeconds[3], 60);
-    tmrVN_Timer(Profile);
-    EXPECT_TRUE(mdlVNT::IdleTables(Profile).IdleName[3].empty());
-    EXPECT_EQ(mdlVNT::IdleTables(Profile).IdleSeconds[3], 0);
+    EXPECT_EQ(mdlVNT::IdleTables(TestProfile).IdleSeconds[3], 60);
+    tmrVN_Timer(TestProfile);
+    EXPECT_TRUE(mdlVNT::IdleTables(TestProfile).IdleName[3].empty());
+    EXPECT_EQ(mdlVNT::IdleTables(TestProfile).IdleSeconds[3], 0);
 }
 
 } // namespace

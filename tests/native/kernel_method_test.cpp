@@ -13,7 +13,7 @@ struct KernelServer : Server {
     KernelServer() { Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", L"1"); }
     Lines Tick() {
         Outside::Journal.clear();
-        tmrVN_Timer(Profile);
+        tmrVN_Timer(TestProfile);
         Lines Calls;
         for (const std::wstring& Each : Outside::Journal)
             if (!Each.starts_with(L"ErrorBox")) Calls.push_back(Each);
@@ -35,19 +35,19 @@ TEST(KernelMethod, RebuildsAfterAChangeWithExactAddressesOnly) {
     EXPECT_EQ(Game.Tick(), AskedThen({L"ClearFilters \\\\.\\DrvFltIp", L"SetFilters 67305985 -25536",
                                       L"SetFilters 150994944 -25536"}));
     EXPECT_EQ(Game.Tick(), Asked); // nothing has changed
-    mdlVNT::IpListChanged(Profile) = true;
+    mdlVNT::IpListChanged(TestProfile) = true;
     EXPECT_EQ(Game.Tick().size(), 5u);
 }
 
 TEST(KernelMethod, AMissingFileClearsAndClearsTheFlag) {
     KernelServer Game;
     EXPECT_EQ(Game.Tick(), AskedThen({L"ClearFilters \\\\.\\DrvFltIp"}));
-    EXPECT_FALSE(mdlVNT::IpListChanged(Profile));
+    EXPECT_FALSE(mdlVNT::IpListChanged(TestProfile));
 }
 
 TEST(KernelMethod, LoadsTheDriverOnEveryTickThatFindsItStopped) {
     KernelServer Game;
-    mdlVNT::IpListChanged(Profile) = false;
+    mdlVNT::IpListChanged(TestProfile) = false;
     Outside::ServiceState = 4;
     const Lines Loaded = AskedThen(
         {L"LoadFWDriver \\\\.\\DrvFltIp DrvFltIp2 C:\\Host\\DrvFltIp.sys", L"StartFW \\\\.\\DrvFltIp"});
@@ -60,9 +60,23 @@ TEST(KernelMethod, AnAddressThatIsNoneEndsTheTickAndIsTriedAgain) {
     for (const TextView Each : {L"1.2.3.4", L"300.1.1.1", L"9.9.9.9"}) BanIp(Each);
     const Lines First = AskedThen({L"ClearFilters \\\\.\\DrvFltIp", L"SetFilters 67305985 -32768"});
     EXPECT_EQ(Game.Tick(), First);
-    EXPECT_TRUE(mdlVNT::IpListChanged(Profile));
+    EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
     EXPECT_EQ(Game.Tick(), First);
     EXPECT_EQ(Outside::Reports, (Lines{L"tmrVN: 6 Overflow", L"tmrVN: 6 Overflow"}));
+}
+
+TEST(KernelMethod, AnAddressAddedWhileTheRulesAreSentIsNotForgotten) {
+    KernelServer Game;
+    BanIp(L"1.2.3.4");
+    Outside::BeforeCall = [](TextView Name) {
+        if (Name != L"SetFilters") return;
+        Outside::BeforeCall = nullptr;
+        BanIp(L"1.2.3.5");
+        mdlVNT::IpListChanged(TestProfile) = true;
+    };
+    Game.Tick();
+    EXPECT_EQ(Game.Tick(), AskedThen({L"ClearFilters \\\\.\\DrvFltIp", L"SetFilters 67305985 -32768",
+                                      L"SetFilters 84083201 -32768"}));
 }
 
 TEST(KernelMethod, AMissingLibraryIsReportedUnderTheTick) {
@@ -77,9 +91,9 @@ TEST(KernelMethod, AMissingLibraryIsReportedUnderTheTick) {
 TEST(KernelMethod, TheFilterIsLeftAloneUnderTheCommandLine) {
     Server Game;
     BanIp(L"1.2.3.4");
-    tmrVN_Timer(Profile);
+    tmrVN_Timer(TestProfile);
     EXPECT_TRUE(Outside::Journal.empty());
-    EXPECT_TRUE(mdlVNT::IpListChanged(Profile)); // waits until the method is chosen
+    EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile)); // waits until the method is chosen
 }
 
 } // namespace

@@ -18,24 +18,26 @@ std::wstring References() { return Outside::FileText(SettingsFile(L"BannedRefere
 
 TEST(BanLists, OnlyWellFormedNamesAreListed) {
     Server Game;
-    EXPECT_FALSE(GetBannedNames(Profile).has_value());
-    EXPECT_FALSE(GetBannedIps(Profile).has_value());
+    EXPECT_FALSE(GetBannedNames(TestProfile).has_value());
+    EXPECT_FALSE(GetBannedIps(TestProfile).has_value());
     Outside::PutFile(SettingsFile(L"BannedNames.ini"),
                      L"[Players]\r\nBob[1]=x[-]y\r\nfrag[2]=x[-]\r\nno "
                      L"tag=x[-]y\r\nNoValue[1]=x\r\n[Other]\r\nEve[1]=x[-]y\r\n");
-    EXPECT_EQ(GetBannedNames(Profile), (Lines{L"[1] Bob", L"[2] frag"}));
+    EXPECT_EQ(GetBannedNames(TestProfile), (Lines{L"[1] Bob", L"[2] frag"}));
     BanIp(L"10.0.0.7");
     BanIp(L"10.*");
-    EXPECT_EQ(GetBannedIps(Profile), (Lines{L"10.0.0.7", L"10.*"}));
+    EXPECT_EQ(GetBannedIps(TestProfile), (Lines{L"10.0.0.7", L"10.*"}));
 }
 
 TEST(BanLists, ItemsAndKeys) {
     for (const TextView Name : {L"Bob", L"", L" Bob ", L"[1] Bob", L"a=b", L"%s|;"}) {
-        const std::wstring Key = std::wstring(Name) + L"[2]";
-        EXPECT_EQ(KeyOfItem(ItemOfKey(Key)), Key);
+        const BannedName Banned = BannedName::Part(Name);
+        EXPECT_EQ(BannedName::OfItem(Banned.Item()).Key(), Banned.Key());
+        EXPECT_EQ(BannedName::OfKey(Banned.Key()).Item(), Banned.Item());
     }
-    EXPECT_EQ(ItemOfKey(L"Bob[1]"), L"[1] Bob");
-    EXPECT_THROW(KeyOfItem(L"x"), Failure);
+    EXPECT_EQ(BannedName::Whole(L"Bob").Item(), L"[1] Bob");
+    EXPECT_THROW(BannedName::OfItem(L"[1]"), Failure);
+    EXPECT_THROW(BannedName::OfKey(L"x"), Failure);
 }
 
 TEST(References, UnlinkingRenumbersWhatStays) {
@@ -44,13 +46,15 @@ TEST(References, UnlinkingRenumbersWhatStays) {
         SettingsFile(L"BannedReference.ini"),
         L"[Bob]\r\n0=1.1.1.1\r\n1=2.2.2.2\r\n2=3.3.3.3\r\n[Eve]\r\n0=2.2.2.2\r\n[Ann]\r\n0=4.4.4.4\r\n");
     Lines Linked;
-    UnlinkAddress(Profile, L"2.2.2.2", [&](const std::wstring& Name) { Linked.push_back(Name); });
+    UnlinkAddress(BanFiles(TestProfile), L"2.2.2.2",
+                  [&](const std::wstring& Name) { Linked.push_back(Name); });
     EXPECT_EQ(Linked, (Lines{L"Bob", L"Eve"}));
     EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"1"), L"3.3.3.3");
     EXPECT_EQ(References().find(L"2.2.2.2"), std::wstring::npos);
     EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Ann", L"0"), L"4.4.4.4");
     Linked.clear();
-    UnlinkName(Profile, L"Bob", [&](const std::wstring& Address) { Linked.push_back(Address); });
+    UnlinkName(BanFiles(TestProfile), L"Bob",
+               [&](const std::wstring& Address) { Linked.push_back(Address); });
     EXPECT_EQ(Linked, (Lines{L"1.1.1.1", L"3.3.3.3"}));
     EXPECT_EQ(References().find(L"1.1.1.1"), std::wstring::npos);
 }
@@ -58,11 +62,11 @@ TEST(References, UnlinkingRenumbersWhatStays) {
 TEST(References, BlanksAroundANameAndGapsCostNoLink) {
     Server Game;
     Outside::PutFile(SettingsFile(L"BannedReference.ini"), L"[Ann]\r\n0=1.1.1.1\r\n2=2.2.2.2\r\n");
-    const std::wstring File = SettingsFile(L"BannedReference.ini");
     for (const TextView Address : {L"3.3.3.3", L"4.4.4.4", L"3.3.3.3"})
-        AddBanReference(mdlVNT::SettingsFolder(Profile), File, L"Ann ", Address);
+        AddBanReference(BanFiles(TestProfile), L"Ann ", Address);
     Lines Linked;
-    UnlinkName(Profile, L"Ann ", [&](const std::wstring& Address) { Linked.push_back(Address); });
+    UnlinkName(BanFiles(TestProfile), L"Ann ",
+               [&](const std::wstring& Address) { Linked.push_back(Address); });
     EXPECT_EQ(Linked, (Lines{L"1.1.1.1", L"2.2.2.2", L"3.3.3.3", L"4.4.4.4"}));
     EXPECT_EQ(References(), L"");
 }
@@ -82,7 +86,8 @@ TEST(NumberedSections, NoValueIsMissingWhicheverWriteFails) {
             Outside::PutFile(File, std::wstring(Text));
             int Writes = 0;
             Outside::BeforeCall = [&](TextView Name) {
-                if (Name == L"WriteIniKey" && ++Writes == Failing) Fail(1004, L"locked");
+                const bool IsWrite = Name == L"WriteIniKey" || Name == L"ClearIniSection";
+                if (IsWrite && ++Writes == Failing) Fail(1004, L"locked");
             };
             bool Failed = false;
             try {
@@ -104,20 +109,20 @@ TEST(NumberedSections, NoValueIsMissingWhicheverWriteFails) {
 
 TEST(Slaps, KeysFollowTheOrderAndNothingIsOverwritten) {
     Server Game;
-    EXPECT_FALSE(ReadSlaps(Profile).has_value());
-    for (const TextView Each : {L"one", L"two", L"three"}) AddSlap(Profile, Each);
-    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"one", L"two", L"three"}));
-    DeleteSlap(Profile, L"two", 1);
+    EXPECT_FALSE(ReadSlaps(TestProfile).has_value());
+    for (const TextView Each : {L"one", L"two", L"three"}) AddSlap(TestProfile, Each);
+    EXPECT_EQ(ReadSlaps(TestProfile), (Lines{L"one", L"two", L"three"}));
+    DeleteSlap(TestProfile, L"two", 1);
     EXPECT_EQ(Outside::FileText(SettingsFile(L"Slaps.ini")), L"[Messages]\r\n0=one\r\n1=three\r\n");
-    EXPECT_TRUE(EditSlap(Profile, L"three", L"last", 2)) << "moved up meanwhile";
-    EXPECT_FALSE(EditSlap(Profile, L"two", L"nowhere", 1));
-    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"one", L"last"}));
+    EXPECT_TRUE(EditSlap(TestProfile, L"three", L"last", 2)) << "moved up meanwhile";
+    EXPECT_FALSE(EditSlap(TestProfile, L"two", L"nowhere", 1));
+    EXPECT_EQ(ReadSlaps(TestProfile), (Lines{L"one", L"last"}));
     // A file edited by hand, with a gap.
     Outside::PutFile(SettingsFile(L"Slaps.ini"), L"[Messages]\r\n0=a\r\n2=b\r\n");
-    AddSlap(Profile, L"c");
-    EditSlap(Profile, L"b", L"a");
-    EXPECT_EQ(ReadSlaps(Profile), (Lines{L"a", L"a", L"c"}));
-    DeleteSlap(Profile, L"a", 1);
+    AddSlap(TestProfile, L"c");
+    EditSlap(TestProfile, L"b", L"a");
+    EXPECT_EQ(ReadSlaps(TestProfile), (Lines{L"a", L"a", L"c"}));
+    DeleteSlap(TestProfile, L"a", 1);
     EXPECT_EQ(Outside::FileText(SettingsFile(L"Slaps.ini")), L"[Messages]\r\n0=a\r\n1=c\r\n");
 }
 
@@ -133,31 +138,31 @@ std::wstring ForeignLine(TextView Address, TextView Name, TextView Reason) {
 TEST(Import, CountsAddsAndLinks) {
     Server Game;
     BanIp(L"10.0.0.6");
-    mdlVNT::IpListChanged(Profile) = false;
+    mdlVNT::IpListChanged(TestProfile) = false;
     Outside::PutFile(L"C:\\bans.txt", ForeignLine(L"10.0.0.5", L"Bob;", L"cheat;") + L"\r\n\r\n" +
                                           ForeignLine(L"10.0.0.6", L"*Eve;", L";") + L"\r\n" +
                                           ForeignLine(L"", L"Ann*;", L"x;") + L"\r\n" +
                                           ForeignLine(L"", L";", L"x;") + L"\r\n" +
                                           ForeignLine(L"not an address", L";", L"x;") + L"\r\n");
     std::vector<ImportedEntry> Added;
-    const ImportCounts Counts = ImportBanFile(Profile, L"C:\\bans.txt", Added);
+    const ImportCounts Counts = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
     EXPECT_EQ(ImportSummary(Counts),
               L"Ban File Parsed Successfully\r\n\r\nTotal Items Found: 6\r\nTotal Items Added: 5\r\n"
               L"Total Items Skipped: 1\r\nTotal Invalid Items: 1");
-    EXPECT_EQ(GetBannedNames(Profile), (Lines{L"[1] Bob", L"[2] *Eve", L"[2] Ann*"}));
-    EXPECT_EQ(GetBannedIps(Profile), (Lines{L"10.0.0.6", L"10.0.0.5", L"not an address"}));
-    EXPECT_EQ(BannedNameDetails(Profile, L"Bob[1]").Reason, L"cheat");
-    EXPECT_EQ(BannedNameDetails(Profile, L"*Eve[2]").Reason, L"None");
+    EXPECT_EQ(GetBannedNames(TestProfile), (Lines{L"[1] Bob", L"[2] *Eve", L"[2] Ann*"}));
+    EXPECT_EQ(GetBannedIps(TestProfile), (Lines{L"10.0.0.6", L"10.0.0.5", L"not an address"}));
+    EXPECT_EQ(BannedNameDetails(TestProfile, BannedName::Whole(L"Bob")).Reason, L"cheat");
+    EXPECT_EQ(BannedNameDetails(TestProfile, BannedName::Part(L"*Eve")).Reason, L"None");
     EXPECT_EQ(References(), L"[Bob]\r\n0=10.0.0.5\r\n[*Eve]\r\n0=10.0.0.6\r\n");
-    EXPECT_TRUE(mdlVNT::IpListChanged(Profile));
+    EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
     EXPECT_EQ(Added.size(), 5u);
     // Again: names are refreshed, addresses skipped.
-    EXPECT_EQ(ImportBanFile(Profile, L"C:\\bans.txt", Added).Skipped, 3);
+    EXPECT_EQ(ImportBanFile(TestProfile, L"C:\\bans.txt", Added).Skipped, 3);
     // A name that no list can hold does not save its address.
     Outside::PutFile(L"C:\\bans.txt", ForeignLine(L"10.0.0.9", L"[clan]Eve;", L"x;") + L"\r\n");
-    const ImportCounts Clan = ImportBanFile(Profile, L"C:\\bans.txt", Added);
+    const ImportCounts Clan = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
     EXPECT_EQ(Clan.Added + Clan.Invalid * 10, 11);
-    EXPECT_EQ(GetBannedIps(Profile)->back(), L"10.0.0.9");
+    EXPECT_EQ(GetBannedIps(TestProfile)->back(), L"10.0.0.9");
 }
 
 // The sample files, with the figures that are given for them. A field that is missing ends an import and
@@ -186,12 +191,12 @@ TEST(Import, TheSamplesShowWhatIsSaidOfThem) {
         std::vector<ImportedEntry> Added;
         std::optional<ImportCounts> Counts;
         try {
-            Counts = ImportBanFile(Profile, L"C:\\bans.txt", Added);
+            Counts = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
         } catch (const Failure&) { // ends it
         }
         EXPECT_EQ(Counts, Each.Counts) << Each.File;
-        EXPECT_EQ(GetBannedNames(Profile), Each.Names) << Each.File;
-        EXPECT_EQ(GetBannedIps(Profile), Each.Ips) << Each.File;
+        EXPECT_EQ(GetBannedNames(TestProfile), Each.Names) << Each.File;
+        EXPECT_EQ(GetBannedIps(TestProfile), Each.Ips) << Each.File;
         EXPECT_EQ(Added.size(), Each.Names.size() + Each.Ips.size()) << Each.File;
     }
 }

@@ -17,7 +17,7 @@ void PutEntry(Server& Game, int Number, TextView Name, int Team, int Slot) {
     Simulation::WriteByte(Game.World.Memory, Entry + Layout::Entry::Slot, static_cast<std::uint8_t>(Slot));
 }
 
-Lines Present(const PlayerArray& Players) {
+Lines Present(const PlayerTable& Players) {
     Lines Found;
     for (std::size_t Slot = 0; Slot < Players.BySlot.size(); ++Slot)
         if (!Players.BySlot[Slot].empty())
@@ -31,15 +31,15 @@ TEST(PlayerTable, ModesOfBothBuilds) {
         Game.Join(1, "Alice", "192.168.0.1", 1, 33);
         Game.Join(7, "Bob|x", "10.0.0.7", 2, 120);
         Game.Join(9, "  ", "1.2.3.4", 1, 5);
-        const PlayerArray Names = GetPlayerList(Profile, L"ARRAY");
+        const PlayerTable Names = GetPlayerList(TestProfile, L"ARRAY");
         EXPECT_EQ(Names.BySlot.size(), 17u);
         EXPECT_EQ(Present(Names), (Lines{L"1=Alice", L"7=Bob|x", L"9=PUNT_PLAYER"}));
-        EXPECT_EQ(Present(GetPlayerList(Profile, L"IPARRAY")),
+        EXPECT_EQ(Present(GetPlayerList(TestProfile, L"IPARRAY")),
                   (Lines{L"1=192.168.0.1", L"7=10.0.0.7", L"9=1.2.3.4"}));
-        EXPECT_EQ(Present(GetPlayerList(Profile, L"REMOTE")),
+        EXPECT_EQ(Present(GetPlayerList(TestProfile, L"REMOTE")),
                   (Lines{L"1=1|QWxpY2U=|1|192.168.0.1|33", L"7=7|Qm9ifHg=|2|10.0.0.7|120",
                          L"9=9|ICA=|1|1.2.3.4|5"}));
-        EXPECT_TRUE(GetPlayerList(Profile, L"array").BySlot.empty());
+        EXPECT_TRUE(GetPlayerList(TestProfile, L"array").BySlot.empty());
         EXPECT_TRUE(Outside::Reports.empty());
     }
 }
@@ -57,8 +57,9 @@ TEST(PlayerTable, WhoIsListed) {
     PutEntry(Game, 8, L"Last", 2, 16);    //
     PutEntry(Game, 9, L"Wrong", 1, 51);   // ends the scan
     PutEntry(Game, 10, L"Behind", 1, 10); // never seen
-    EXPECT_EQ(Present(GetPlayerList(Profile, L"ARRAY")), (Lines{L"0=Zero", L"2=Two", L"5=host", L"16=Last"}));
-    EXPECT_EQ(GetPlayerList(Profile, L"IPARRAY").BySlot[0], L"0.0.0.0");
+    EXPECT_EQ(Present(GetPlayerList(TestProfile, L"ARRAY")),
+              (Lines{L"0=Zero", L"2=Two", L"5=host", L"16=Last"}));
+    EXPECT_EQ(GetPlayerList(TestProfile, L"IPARRAY").BySlot[0], L"0.0.0.0");
 }
 
 TEST(PlayerTable, ExtrasByNameAndSlot) {
@@ -66,17 +67,17 @@ TEST(PlayerTable, ExtrasByNameAndSlot) {
     Game.Join(1, "Alice");
     Game.Join(2, "Bob");
     Game.SetStats(2, Layout::Statistics::Armed, 0);
-    GetPlayerExtras(Profile, 16, 1);
-    EXPECT_EQ(mdlVNT::LifeStates(Profile).Count(), 2u); // not the server's own record
-    EXPECT_EQ(mdlVNT::LifeStates(Profile).Item(L"Alice_1"), Game.Life(1));
-    EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Item(L"Bob_2"), 0);
+    GetPlayerExtras(TestProfile, 16, 1);
+    EXPECT_EQ(mdlVNT::LifeStates(TestProfile).Count(), 2u); // not the server's own record
+    EXPECT_EQ(mdlVNT::LifeStates(TestProfile).Item(L"Alice_1"), Game.Life(1));
+    EXPECT_EQ(mdlVNT::ArmedFlags(TestProfile).Item(L"Bob_2"), 0);
     // Again, from the beginning; two records of one name and slot keep the first value.
     Game.SetStats(2, Layout::Statistics::Slot, 1);
     Simulation::WriteText(Game.World.Memory, Simulation::RecordAt(Game.World, 2) + Layout::Statistics::Name,
                           "Alice", 16);
-    GetPlayerExtras(Profile, 16, 1);
-    EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Count(), 1u);
-    EXPECT_EQ(mdlVNT::ArmedFlags(Profile).Item(L"Alice_1"), 1);
+    GetPlayerExtras(TestProfile, 16, 1);
+    EXPECT_EQ(mdlVNT::ArmedFlags(TestProfile).Count(), 1u);
+    EXPECT_EQ(mdlVNT::ArmedFlags(TestProfile).Item(L"Alice_1"), 1);
     EXPECT_TRUE(Outside::Reports.empty());
 }
 
@@ -88,7 +89,7 @@ TEST(PlayerTable, HostCallsGrowWithTheEntriesAlone) {
             Server Game({.MaxPlayers = Players});
             for (int Slot = 1; Slot <= Players; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
             Outside::Calls = 0;
-            EXPECT_TRUE(GetPlayerList(Profile, Mode).Complete);
+            EXPECT_TRUE(GetPlayerList(TestProfile, Mode).Complete);
             EXPECT_LE(Outside::Calls, Most * Players + 16);
         }
     }
@@ -115,7 +116,7 @@ TEST(PlayerTable, DamagedMemoryEndsSoonAndIsReported) {
             // Names alone do not need the statistics.
             if (Mode == L"ARRAY" && Each.Word == &Layout::MemoryMap::PlyrStats) continue;
             Outside::Reports.clear();
-            EXPECT_FALSE(GetPlayerList(Profile, Mode).Complete);
+            EXPECT_FALSE(GetPlayerList(TestProfile, Mode).Complete);
             EXPECT_EQ(Outside::Reports.at(0), Each.Report);
         }
     }

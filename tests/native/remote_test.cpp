@@ -10,8 +10,6 @@
 
 namespace {
 
-using RemoteMember = Long (*)(const RemoteRequest&) noexcept;
-
 constexpr TextView LogFile = L"C:\\Host\\profiles\\Server1\\adminlogs\\2024-05-06.txt";
 
 // What a console sends: each {text} as Base64.
@@ -46,7 +44,7 @@ struct RemoteServer : Server {
 
 struct RequestCase {
     const char* What;
-    RemoteMember Member;
+    const RemoteMember<Long>& Member;
     TextView Data; // as Sent takes it
     Long Result;
     std::wstring Line; // between the time and " from admin1"; empty: no line
@@ -76,6 +74,18 @@ const RequestCase RequestCases[] = {
      1,
      L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)",
      {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]why|not", Address, L"CMD 1 punt 03"}},
+    {"line ends inside Base64",
+     PuntPlayerRem,
+     L"Qm\r\n9i|10.0.0.7| 07 |x|{a}\n",
+     1,
+     L"Ban Player # 07  (Name: Bob, IP: 10.0.0.7)",
+     {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]a", Address, L"CMD 1 punt 07"}},
+    {"half a ban",
+     PuntPlayerRem,
+     L"{Bob}|5.*=|3|x",
+     1,
+     L"Ban Player #3 (Name: Bob, IP: 5.*=)",
+     {L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]None", L"CMD 1 punt 03"}},
     {"six fields", PuntPlayerRem, L"{Bob}|10.0.0.7|3|||", 1, L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)", {}},
     {"kill", ArmPlayerRem, L"{Bob}|Kill|", 1, L"Kill Player (Bob)", {L"WriteLong 1", Killed}},
     {"kill nobody", ArmPlayerRem, L"{Nobody}|Kill", 1, L"Kill Player (Nobody)", {}},
@@ -179,8 +189,8 @@ const RequestCase RequestCases[] = {
      L"{1.1.1.1}|IP|1",
      1,
      L"Remove Banned IP (1.1.1.1)",
-     {L"DeleteProfileKey [IpAddresses] 1.1.1.1", L"WriteIniKey [Eve] 0=2.2.2.2",
-      L"WriteIniKey [Eve] 1=(null)", L"DeleteProfileKey [Players] Eve[1]"}},
+     {L"DeleteProfileKey [IpAddresses] 1.1.1.1", L"DeleteProfileKey [Players] Eve[1]",
+      L"WriteIniKey [Eve] 0=2.2.2.2", L"WriteIniKey [Eve] 1=(null)"}},
 };
 
 Lines Effects() {
@@ -193,7 +203,7 @@ Lines Effects() {
 TEST(Remote, Requests) {
     for (const RequestCase& Each : RequestCases) {
         RemoteServer Game;
-        EXPECT_EQ(Each.Member(Request(Sent(Each.Data))), Each.Result) << Each.What;
+        EXPECT_EQ(Call(Each.Member, Request(Sent(Each.Data))), Each.Result) << Each.What;
         EXPECT_EQ(Effects(), Each.Journal) << Each.What;
         const std::wstring Line =
             Each.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Each.Line + L" from admin1\r\n";
@@ -202,20 +212,20 @@ TEST(Remote, Requests) {
 }
 
 TEST(Remote, MalformedRequestsDoNothingAndAreReported) {
-    const RemoteMember Members[] = {PuntPlayerRem, ArmPlayerRem,    SlapPlayerRem, AddSlapRem,
-                                    SetBanMethod,  SetIdlePunt,     SetIdleMax,    DeleteSlapRem,
-                                    EditSlapRem,   RemoveBannedRem, AddBannedRem};
+    const RemoteMember<Long>* const Members[] = {
+        &PuntPlayerRem, &ArmPlayerRem,  &SlapPlayerRem, &AddSlapRem,      &SetBanMethod, &SetIdlePunt,
+        &SetIdleMax,    &DeleteSlapRem, &EditSlapRem,   &RemoveBannedRem, &AddBannedRem};
     const std::wstring Broken = Sent(L"{Bob\r\n[Players]}");
-    const std::wstring Datas[] = {L"x\r\ny", std::wstring(L"a\0b", 3), L"a|b\n|c", Broken + L"|Kill|Name",
-                                  Broken + L"|1.1.1.1|3"};
-    for (const RemoteMember Member : Members) {
+    const std::wstring Datas[] = {L"x\r\ny", std::wstring(L"a\0b", 3), L"YQ==|b\n|b\n",
+                                  Broken + L"|Kill|Name", Broken + L"|1.1.1.1|3"};
+    for (const RemoteMember<Long>* const Member : Members) {
         for (const std::wstring& Data : Datas) {
             RemoteServer Game;
-            const bool TakesAnyText = Data.starts_with(Broken) && Member != PuntPlayerRem &&
-                                      Member != ArmPlayerRem && Member != RemoveBannedRem &&
-                                      Member != AddBannedRem;
+            const bool TakesAnyText = Data.starts_with(Broken) && Member != &PuntPlayerRem &&
+                                      Member != &ArmPlayerRem && Member != &RemoveBannedRem &&
+                                      Member != &AddBannedRem;
             if (TakesAnyText) continue;
-            EXPECT_EQ(Member(Request(Data)), 0);
+            EXPECT_EQ(Call(*Member, Request(Data)), 0);
             EXPECT_TRUE(Effects().empty());
             EXPECT_FALSE(Outside::HasFile(LogFile));
             EXPECT_EQ(Outside::Reports.size(), 1u);
@@ -224,7 +234,7 @@ TEST(Remote, MalformedRequestsDoNothingAndAreReported) {
 }
 
 struct MalformedCase {
-    RemoteMember Member;
+    const RemoteMember<Long>& Member;
     TextView Data;
     TextView Report;
 };
@@ -234,8 +244,18 @@ TEST(Remote, WhatIsMissingIsNamed) {
         {PuntPlayerRem, L"", L"PuntPlayerRem: 9 Subscript out of range"},
         {PuntPlayerRem, L"{Bob}|1.1.1.1", L"PuntPlayerRem: 9 Subscript out of range"},
         {PuntPlayerRem, L"%%%|1.1.1.1|3", L"PuntPlayerRem: 5 This is no Base64 text."},
-        {PuntPlayerRem, L"{Bob}|1.1.1.1|three", L"PuntPlayer: 13 Type mismatch"},
-        {PuntPlayerRem, L"{Bob}|5.*=|3|x", L"PuntPlayer: 5 This is no address that can be banned."},
+        {PuntPlayerRem, L"{Bob}|1.1.1.1|three", L"PuntPlayerRem: 13 Type mismatch"},
+        {PuntPlayerRem, L"{Bob}|1.1.1.1|1.5", L"PuntPlayerRem: 13 Type mismatch"},
+        {PuntPlayerRem, L"{Bob}|1.1.1.1|7; kick", L"PuntPlayerRem: 13 Type mismatch"},
+        {PuntPlayerRem, L"{Bob}|1.1.1.1|99999999999", L"PuntPlayerRem: 6 Overflow"},
+        {PuntPlayerRem, L"{[b}|0.0.0.0|3|x", L"PuntPlayer: 5 The name could not be stored in the ban list."},
+        {AddBannedRem, L"{;x[1]}|{r}|Name", L"AddBannedRem: 5 The name could not be stored in the ban list."},
+        {AddBannedRem, L"||Name", L"AddBannedRem: 5 The name or address is empty."},
+        {RemoveBannedRem, L"|Name|1", L"RemoveBannedRem: 5 The name or address is empty."},
+        {RemoveBannedRem, L"|IP", L"RemoveBannedRem: 5 The name or address is empty."},
+        {AddSlapRem, L" ", L"AddSlapRem: 5 The message could not be stored in the list."},
+        {AddSlapRem, L"\x416", L"AddSlapRem: 5 The message could not be stored in the list."},
+        {EditSlapRem, L"one|\x416", L"EditSlapRem: 5 The message could not be stored in the list."},
         {ArmPlayerRem, L"{Bob}", L"ArmPlayerRem: 9 Subscript out of range"},
         {AddBannedRem, L"{Bob[1]}|", L"AddBannedRem: 9 Subscript out of range"},
         {RemoveBannedRem, L"{Bob}", L"RemoveBannedRem: 9 Subscript out of range"},
@@ -244,25 +264,25 @@ TEST(Remote, WhatIsMissingIsNamed) {
     };
     for (const MalformedCase& Each : Table) {
         RemoteServer Game;
-        EXPECT_EQ(Each.Member(Request(Sent(Each.Data))), 0);
+        EXPECT_EQ(Call(Each.Member, Request(Sent(Each.Data))), 0);
         EXPECT_EQ(Outside::Reports, Lines{std::wstring(Each.Report)});
         EXPECT_FALSE(Outside::HasFile(LogFile));
     }
     RemoteServer Game;
     RemoteRequest Missing = Request(L"");
     Missing.Data.reset();
-    EXPECT_EQ(PuntPlayerRem(Missing), 0);
+    EXPECT_EQ(Call(PuntPlayerRem, Missing), 0);
     Missing.Data = HostValue{}; // an object, say
-    EXPECT_EQ(PuntPlayerRem(Missing), 0);
+    EXPECT_EQ(Call(PuntPlayerRem, Missing), 0);
     EXPECT_EQ(Outside::Reports,
               (Lines{L"PuntPlayerRem: 449 Argument not optional", L"PuntPlayerRem: 13 Type mismatch"}));
 }
 
 TEST(Remote, ANameIsAddedToAPermanentListOnce) {
     RemoteServer Game;
-    EXPECT_EQ(ArmPlayerRem(Request(Sent(L"{Bob}|KillPerm"))), 1);
-    EXPECT_EQ(ArmPlayerRem(Request(Sent(L"{Bob}|KillPerm"))), 0);
-    EXPECT_EQ(mdlVNT::KillPermList(Profile).Count(), 1u);
+    EXPECT_EQ(Call(ArmPlayerRem, Request(Sent(L"{Bob}|KillPerm"))), 1);
+    EXPECT_EQ(Call(ArmPlayerRem, Request(Sent(L"{Bob}|KillPerm"))), 0);
+    EXPECT_EQ(mdlVNT::KillPermList(TestProfile).Count(), 1u);
     EXPECT_EQ(Outside::Reports,
               Lines{L"ArmPlayerRem: 457 This key is already associated with an element of this collection"});
 }
@@ -274,7 +294,7 @@ TEST(Remote, ARequestForAProfileThatWasNeverLoadedWorks) {
         Outside::Journal.clear();
         RemoteRequest Made{Index, HostData(L"New"), HostValue{}};
         Made.Data->Text = Sent(L"{9.9.9.9}||IP");
-        EXPECT_EQ(AddBannedRem(Made), 1);
+        EXPECT_EQ(Call(AddBannedRem, Made), 1);
         EXPECT_EQ(Outside::IniValue(L"C:\\Host\\profiles\\New\\settings\\BannedIps.ini", L"IpAddresses",
                                     L"9.9.9.9"),
                   L"2024-05-06 7:08:09");
@@ -284,11 +304,11 @@ TEST(Remote, ARequestForAProfileThatWasNeverLoadedWorks) {
 TEST(AdminLog, OneFileForEachDayInTheFolderThatTheHostChose) {
     RemoteServer Game;
     Outside::Clock = {2024, 12, 31, 23, 59, 59};
-    SlapPlayerRem(Request(L"late"));
+    Call(SlapPlayerRem, Request(L"late"));
     Outside::Clock = {2025, 1, 1, 0, 0, 0};
     RemoteRequest HostWide = Request(L"early");
-    HostWide.Profile[PdatElement::HostWideLogs].Flag = true;
-    SlapPlayerRem(HostWide);
+    HostWide.HostData[PdatElement::HostWideLogs].Flag = true;
+    Call(SlapPlayerRem, HostWide);
     EXPECT_EQ(Outside::FileText(L"C:\\Host\\profiles\\Server1\\adminlogs\\2024-12-31.txt"),
               L"[23:59:59][Vantor] Slap Player (Message: late) from admin1\r\n");
     EXPECT_EQ(Outside::FileText(L"C:\\Host\\adminlogs\\2025-01-01.txt"),
@@ -296,7 +316,7 @@ TEST(AdminLog, OneFileForEachDayInTheFolderThatTheHostChose) {
     // Without the profile's folder the action is done and not logged.
     Outside::RemoveAll(L"C:\\Host\\profiles\\Server1");
     Outside::Reports.clear();
-    SlapPlayerRem(Request(L"unlogged"));
+    Call(SlapPlayerRem, Request(L"unlogged"));
     EXPECT_EQ(Outside::Recorded(L"MSG").back(), L"MSG 1 unlogged");
     EXPECT_EQ(Outside::Reports, Lines{L"SlapPlayerRem: 76 Path not found"});
 }
@@ -312,7 +332,7 @@ TEST(Bundle, HoldsPlayersListsAndSettings) {
                               Outside::FileText(SettingsFile(L"BannedIps.ini")) +
                               Outside::FileText(SettingsFile(L"Slaps.ini")) +
                               L"[Settings]\r\nBanMethod1\r\nIdlePunt0\r\nIdleMax5";
-    EXPECT_EQ(GetPlayersRem(Request(L"")), std::to_wstring(Text.size()) + L"[-]Tessoral[-]zip:" + Text);
+    EXPECT_EQ(CallGetPlayersRem(Request(L"")), std::to_wstring(Text.size()) + L"[-]Tessoral[-]zip:" + Text);
     EXPECT_FALSE(Outside::HasFile(SettingsFile(L"tmpplayerlist.txt")));
     EXPECT_FALSE(Outside::HasFile(SettingsFile(L"tmpplayerlistzip.txt")));
 }
@@ -322,7 +342,7 @@ TEST(Bundle, ShortFilesRepeatTheBufferBeforeThem) {
     Outside::PutFile(SettingsFile(L"BannedNames.ini"), L"names\r\n");
     Outside::PutFile(SettingsFile(L"BannedIps.ini"), L"");
     Outside::PutFile(SettingsFile(L"Slaps.ini"), L"S");
-    const std::wstring Reply = GetPlayersRem(Request(L""));
+    const std::wstring Reply = CallGetPlayersRem(Request(L""));
     EXPECT_TRUE(
         Reply.ends_with(L"names\r\nnames\r\nSames\r\n[Settings]\r\nBanMethod0\r\nIdlePunt0\r\nIdleMax5"));
 }
@@ -330,11 +350,11 @@ TEST(Bundle, ShortFilesRepeatTheBufferBeforeThem) {
 TEST(Bundle, FailedWithoutAGameAndEmptyWhenTheTableCannotBeRead) {
     RemoteServer Game;
     Game.SetWord(Game.Map().GameState, 0);
-    EXPECT_EQ(GetPlayersRem(Request(L"")), L"Failed");
+    EXPECT_EQ(CallGetPlayersRem(Request(L"")), L"Failed");
     EXPECT_FALSE(Outside::HasFile(SettingsFile(L"tmpplayerlist.txt")));
     Game.SetWord(Game.Map().GameState, 1);
     Game.SetWord(Game.Map().MaxPlayers, 4000);
-    EXPECT_EQ(GetPlayersRem(Request(L"")), L"");
+    EXPECT_EQ(CallGetPlayersRem(Request(L"")), L"");
     EXPECT_EQ(Outside::Reports, Lines{L"GetPlayerList: 6 Overflow"});
 }
 
@@ -346,7 +366,7 @@ TEST(Bundle, HoldsThePlayersWhoCouldBeRead) {
     Outside::BeforeCall = [&](TextView Name) {
         if (Name == L"Enc64" && ++Names == 2) Fail(1004, L"made to fail");
     };
-    const std::wstring Reply = GetPlayersRem(Request(L""));
+    const std::wstring Reply = CallGetPlayersRem(Request(L""));
     Outside::BeforeCall = nullptr;
     EXPECT_NE(Reply.find(L"1|QWxpY2U=|"), std::wstring::npos) << Reply;
     EXPECT_EQ(Reply.find(L"2|Qm9i|"), std::wstring::npos);

@@ -12,7 +12,7 @@ namespace {
 TEST(Reports, CarryLineNumberDescriptionAndProcedure) {
     Server Game;
     int Line = 0;
-    Trapped(L"GetPing", Profile, [&] {
+    Trapped(L"GetPing", TestProfile, [&] {
         Line = __LINE__ + 1;
         Fail(13);
     });
@@ -29,7 +29,7 @@ TEST(Reports, AreSentOnlyWhenTheSettingIsTheNumberOne) {
     for (const auto& [Value, Sent] : Table) {
         Server Game;
         Outside::PutIni(L"C:\\Host\\settings\\config.ini", L"Settings", L"ReportErrors", Value);
-        Trapped(L"AnyProcedure", Profile, [] { Fail(9); });
+        Trapped(L"AnyProcedure", TestProfile, [] { Fail(9); });
         const Lines Boxes = Outside::Recorded(L"ErrorBox");
         ASSERT_EQ(Boxes.size(), 1u);
         EXPECT_TRUE(Boxes[0].ends_with(L"\r\n\r\nError Report Sent: " + std::wstring(Sent)));
@@ -39,19 +39,19 @@ TEST(Reports, AreSentOnlyWhenTheSettingIsTheNumberOne) {
 
 TEST(Reports, EveryKindOfExceptionEndsInTheTrap) {
     Server Game;
-    EXPECT_FALSE(Trapped(L"A", Profile, [] { throw std::bad_alloc(); }));
-    EXPECT_FALSE(Trapped(L"B", Profile, [] { throw std::runtime_error("odd"); }));
-    EXPECT_FALSE(Trapped(L"C", Profile, [] { throw 42; }));
-    EXPECT_TRUE(Trapped(L"D", Profile, [] {}));
+    EXPECT_FALSE(Trapped(L"A", TestProfile, [] { throw std::bad_alloc(); }));
+    EXPECT_FALSE(Trapped(L"B", TestProfile, [] { throw std::runtime_error("odd"); }));
+    EXPECT_FALSE(Trapped(L"C", TestProfile, [] { throw 42; }));
+    EXPECT_TRUE(Trapped(L"D", TestProfile, [] {}));
     EXPECT_EQ(Outside::Reports, (Lines{L"A: 7 ", L"B: 51 odd", L"C: 51 "}));
 }
 
 TEST(Boxes, EachKindHasItsTitle) {
     Server Game;
-    ShowMsg(MsgKind::Error, L"a", Profile);
-    ShowMsg(MsgKind::Success, L"b", Profile);
-    ShowMsg(MsgKind::Failed, L"c", Profile);
-    ShowMsg(MsgKind::ActionRequired, L"d", Profile);
+    ShowMsg(MsgKind::Error, L"a", TestProfile);
+    ShowMsg(MsgKind::Success, L"b", TestProfile);
+    ShowMsg(MsgKind::Failed, L"c", TestProfile);
+    ShowMsg(MsgKind::ActionRequired, L"d", TestProfile);
     EXPECT_EQ(Outside::Journal,
               (Lines{L"Box Error! a", L"Box Success b", L"Box Failed! c", L"Box Action Required! d"}));
     EXPECT_TRUE(Outside::Reports.empty());

@@ -24,7 +24,7 @@ void JoinAll(Server& Game) {
 long CallsOfATick() {
     Server Measured;
     JoinAll(Measured);
-    tmrVN_Timer(Profile);
+    tmrVN_Timer(TestProfile);
     return Outside::Calls;
 }
 
@@ -73,7 +73,7 @@ TEST(Sweep, BansUnderBothMethods) {
             for (const std::wstring& Key : Each.Names) BanName(Key);
             for (const std::wstring& Pattern : Each.Ips) BanIp(Pattern);
             Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", Kernel ? L"1" : L"0");
-            tmrVN_Timer(Profile);
+            tmrVN_Timer(TestProfile);
             EXPECT_EQ(Commands(), Kernel ? Each.Kernel : Each.CommandLine)
                 << Each.What << (Kernel ? " (kernel)" : "");
             EXPECT_TRUE(Outside::Reports.empty()) << Each.What;
@@ -88,25 +88,25 @@ TEST(Sweep, TheKernelMethodIsChosenByExactlyOne) {
         JoinAll(Game);
         BanIp(L"10.0.0.2");
         Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", Value);
-        tmrVN_Timer(Profile);
+        tmrVN_Timer(TestProfile);
         EXPECT_EQ(Commands(), Lines{L"punt 02"});
     }
 }
 
-TEST(Sweep, NamelessAndBadlyAddressedPlayersArePunted) {
+TEST(Sweep, NamelessPlayersArePuntedAndGarbagePunishesNobody) {
     Server Game;
     Game.Join(1, "Alice", "10.0.0.1");
     Game.Join(2, "  ", "10.0.0.2");
     Game.Join(3, "Mallory", "xx0B0C0D");
-    tmrVN_Timer(Profile);
-    EXPECT_EQ(Commands(), (Lines{L"punt 02", L"punt 03"}));
-    EXPECT_TRUE(Game.World.Players[1].Present);
+    tmrVN_Timer(TestProfile);
+    EXPECT_EQ(Commands(), Lines{L"punt 02"});
+    EXPECT_EQ(Outside::Reports, Lines{L"ConvertIP: 13 Type mismatch"});
     EXPECT_FALSE(Game.World.Players[2].Present);
     // The marker is a name like any other to the checks before it.
     Game.Join(2, "  ", "10.0.0.2");
     BanName(L"PUNT_PLAYER[1]");
     Outside::Journal.clear();
-    tmrVN_Timer(Profile);
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Commands(), (Lines{L"punt 02", L"punt 02"}));
 }
 
@@ -114,37 +114,37 @@ TEST(Sweep, BetweenGamesOnlyQueuedSwitchesRun) {
     Server Game({.State = 1});
     JoinAll(Game);
     BanName(L"Alice[1]");
-    mdlVNT::KillPermList(Profile).Add(L"Carol", L"Carol");
-    tmrVN_Timer(Profile);
+    mdlVNT::KillPermList(TestProfile).Add(L"Carol", L"Carol");
+    tmrVN_Timer(TestProfile);
     EXPECT_TRUE(Outside::Journal.empty());
-    mdlVNT::SwitchQueue(Profile).Add(L"Carol", L"Carol");
-    mdlVNT::SwitchQueue(Profile).Add(L"Gone", L"Gone");
-    tmrVN_Timer(Profile);
+    mdlVNT::SwitchQueue(TestProfile).Add(L"Carol", L"Carol");
+    mdlVNT::SwitchQueue(TestProfile).Add(L"Gone", L"Gone");
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Outside::Journal, Lines{L"WriteLong 2"});
     EXPECT_EQ(Game.Stats(4, Layout::Statistics::Team), 2);
-    EXPECT_EQ(mdlVNT::SwitchQueue(Profile).Count(), 0u);
-    EXPECT_EQ(mdlVNT::KillPermList(Profile).Count(), 1u);
+    EXPECT_EQ(mdlVNT::SwitchQueue(TestProfile).Count(), 0u);
+    EXPECT_EQ(mdlVNT::KillPermList(TestProfile).Count(), 1u);
 }
 
 TEST(Sweep, PermanentListsActOnEveryTickAndEndWithTheStay) {
     Server Game;
     JoinAll(Game);
-    mdlVNT::KillPermList(Profile).Add(L"Alice", L"Alice");
-    mdlVNT::DisarmPermList(Profile).Add(L"Carol", L"Carol");
-    mdlVNT::DisarmPermList(Profile).Add(L"carol", L"carol");
-    tmrVN_Timer(Profile);
+    mdlVNT::KillPermList(TestProfile).Add(L"Alice", L"Alice");
+    mdlVNT::DisarmPermList(TestProfile).Add(L"Carol", L"Carol");
+    mdlVNT::DisarmPermList(TestProfile).Add(L"carol", L"carol");
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Game.Life(1), 1);
     EXPECT_EQ(Game.Stats(4, Layout::Statistics::Armed), 0);
-    EXPECT_FALSE(InDisarmPermList(Profile, L"carol")); // nobody of that name is there
+    EXPECT_FALSE(InDisarmPermList(TestProfile, L"carol")); // nobody of that name is there
     Game.SetLife(1, 2);
-    tmrVN_Timer(Profile);
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Game.Life(1), 1);
     Game.Leave(1);
-    tmrVN_Timer(Profile);
-    EXPECT_FALSE(InKillPermList(Profile, L"Alice"));
-    EXPECT_TRUE(InDisarmPermList(Profile, L"Carol"));
+    tmrVN_Timer(TestProfile);
+    EXPECT_FALSE(InKillPermList(TestProfile, L"Alice"));
+    EXPECT_TRUE(InDisarmPermList(TestProfile, L"Carol"));
     Game.Join(1, "Alice");
-    tmrVN_Timer(Profile);
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Game.Life(1), Layout::Entity::Alive);
     EXPECT_TRUE(Outside::Recorded(L"Box").empty());
 }
@@ -152,15 +152,15 @@ TEST(Sweep, PermanentListsActOnEveryTickAndEndWithTheStay) {
 TEST(Sweep, AHalfReadTablePunishesNobodyAndEmptiesNoList) {
     // Whichever outside call it is that fails: most are reads in the middle of the table.
     const long Calls = CallsOfATick();
-    for (long Call = 1; Call <= Calls; ++Call) {
+    for (long At = 1; At <= Calls; ++At) {
         Server Game;
         JoinAll(Game);
-        mdlVNT::KillPermList(Profile).Add(L"Carol", L"Carol");
-        Outside::FailCall(Call, Outside::Fault::Failure);
-        tmrVN_Timer(Profile);
-        EXPECT_TRUE(Commands().empty()) << "call " << Call;
-        EXPECT_TRUE(InKillPermList(Profile, L"Carol")) << "call " << Call;
-        EXPECT_LE(Outside::Reports.size(), 1u) << "call " << Call;
+        mdlVNT::KillPermList(TestProfile).Add(L"Carol", L"Carol");
+        Outside::FailCall(At, Outside::Fault::Failure);
+        tmrVN_Timer(TestProfile);
+        EXPECT_TRUE(Commands().empty()) << "call " << At;
+        EXPECT_TRUE(InKillPermList(TestProfile, L"Carol")) << "call " << At;
+        EXPECT_LE(Outside::Reports.size(), 1u) << "call " << At;
     }
 }
 
@@ -168,12 +168,12 @@ TEST(Sweep, ATickInsideATickIsDropped) {
     Server Game;
     JoinAll(Game);
     BanName(L"Alice[1]");
-    Outside::BeforeCall = [](TextView) { tmrVN_Timer(Profile); };
-    tmrVN_Timer(Profile);
+    Outside::BeforeCall = [](TextView) { tmrVN_Timer(TestProfile); };
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Commands(), Lines{L"punt 01"});
     Outside::BeforeCall = nullptr;
     Game.Join(1, "Alice");
-    tmrVN_Timer(Profile);
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Commands().size(), 2u);
 }
 
@@ -181,61 +181,74 @@ TEST(Sweep, ARequestInTheMiddleOfATickWorks) {
     // Wherever an outside call lets the message loop run: a console's request for a profile that is new, so
     // that the arrays grow under the tick.
     const long Calls = CallsOfATick();
-    for (long Call = 1; Call <= Calls; ++Call) {
+    for (long At = 1; At <= Calls; ++At) {
         Server Game;
         JoinAll(Game);
         BanName(L"Alice[1]");
         RemoteRequest FromConsole = Request(L"Q2Fyb2w=|Disarm"); // Carol
-        FromConsole.Index = Profile + 100;
+        FromConsole.Profile = TestProfile + 100;
         long Seen = 0;
         Long Result = -1;
         Outside::BeforeCall = [&](TextView) {
-            if (++Seen == Call) Result = ArmPlayerRem(FromConsole);
+            if (++Seen == At) Result = Call(ArmPlayerRem, FromConsole);
         };
-        tmrVN_Timer(Profile);
+        tmrVN_Timer(TestProfile);
         Outside::BeforeCall = nullptr;
-        EXPECT_EQ(Result, 1) << "call " << Call;
-        EXPECT_EQ(Commands(), Lines{L"punt 01"}) << "call " << Call;
-        EXPECT_TRUE(Outside::Reports.empty()) << "call " << Call;
+        EXPECT_EQ(Result, 1) << "call " << At;
+        EXPECT_EQ(Commands(), Lines{L"punt 01"}) << "call " << At;
+        EXPECT_TRUE(Outside::Reports.empty()) << "call " << At;
     }
 }
 
 TEST(Sweep, AnUnloadInTheMiddleOfATickEndsIt) {
     const long Calls = CallsOfATick();
-    for (long Call = 1; Call <= Calls; ++Call) {
+    for (long At = 1; At <= Calls; ++At) {
         Server Game;
         JoinAll(Game);
         BanName(L"Alice[1]");
         long Seen = 0;
         Outside::BeforeCall = [&](TextView) {
-            if (++Seen == Call) UnLoadInterface();
+            if (++Seen == At) UnLoad();
         };
-        tmrVN_Timer(Profile);
+        tmrVN_Timer(TestProfile);
         Outside::BeforeCall = nullptr;
-        for (const std::wstring& Command : Commands()) EXPECT_EQ(Command, L"punt 01") << "call " << Call;
-        EXPECT_LE(Outside::Reports.size(), 1u) << "call " << Call << " of " << Calls;
+        for (const std::wstring& Command : Commands()) EXPECT_EQ(Command, L"punt 01") << "call " << At;
+        EXPECT_LE(Outside::Reports.size(), 1u) << "call " << At << " of " << Calls;
         Outside::Reports.clear();
-        EXPECT_TRUE(SetProfileData(Profile, HostData()));
-        tmrVN_Timer(Profile);
-        EXPECT_TRUE(Outside::Reports.empty()) << "call " << Call;
-        EXPECT_FALSE(Game.World.Players[1].Present) << "call " << Call;
+        EXPECT_TRUE(SetProfileData(TestProfile, HostData()));
+        tmrVN_Timer(TestProfile);
+        EXPECT_TRUE(Outside::Reports.empty()) << "call " << At;
+        EXPECT_FALSE(Game.World.Players[1].Present) << "call " << At;
     }
 }
 
-TEST(Sweep, AServerThatTakesNoCommandsIsTriedThreeTimesInATick) {
-    Server Game;
-    for (int Slot = 1; Slot <= 10; ++Slot) Game.Join(Slot, "Spammer" + std::to_string(Slot));
-    BanName(L"Spam[2]");
-    long Tried = 0;
-    Outside::BeforeCall = [&](TextView Name) {
-        if (Name == L"AddMsg" && ++Tried) Fail(1001, L"The game takes no messages.");
+TEST(Sweep, PatienceWithAServerThatTakesNoCommandsIsMeasuredInTime) {
+    struct Row {
+        std::int64_t Cost; // of a failed command, milliseconds
+        long Tried;
+        TextView LeftOut;
     };
-    tmrVN_Timer(Profile);
-    EXPECT_EQ(Tried, 3);
-    EXPECT_EQ(Outside::Reports.size(), 3u);
-    Outside::BeforeCall = nullptr;
-    tmrVN_Timer(Profile);
-    EXPECT_EQ(Commands().size(), 10u);
+    for (const auto& [Cost, Tried, LeftOut] :
+         {Row{250, 2, L" 9 more "}, Row{499, 2, L" 9 more "}, Row{500, 1, L" 10 more "}, Row{40, 11, {}}}) {
+        Server Game;
+        for (int Slot = 1; Slot <= 10; ++Slot) Game.Join(Slot, "Spammer" + std::to_string(Slot));
+        BanName(L"Spam[2]");
+        mdlVNT::KillPermList(TestProfile).Add(L"Spammer1", L"Spammer1");
+        long Sent = 0;
+        Outside::BeforeCall = [&](TextView Name) {
+            if (Name != L"AddMsg") return;
+            ++Sent;
+            Outside::Elapsed += Cost;
+            Fail(1001, L"The game takes no messages.");
+        };
+        tmrVN_Timer(TestProfile);
+        EXPECT_EQ(Sent, Tried) << Cost;
+        EXPECT_EQ(Outside::Reports.size(), static_cast<std::size_t>(Tried) + !LeftOut.empty()) << Cost;
+        EXPECT_NE(Outside::Reports.back().find(LeftOut), std::wstring::npos) << Cost;
+        Outside::BeforeCall = nullptr;
+        tmrVN_Timer(TestProfile);
+        EXPECT_EQ(Commands().size(), 10u); // the next tick begins with new patience
+    }
 }
 
 TEST(Sweep, ReportsNameTheAddressUnderCheck) {
@@ -244,7 +257,7 @@ TEST(Sweep, ReportsNameTheAddressUnderCheck) {
     Outside::BeforeCall = [](TextView Name) {
         if (Name == L"GetIniKey") Fail(1004, L"locked");
     };
-    tmrVN_Timer(Profile);
+    tmrVN_Timer(TestProfile);
     EXPECT_EQ(Outside::Reports, Lines{L"tmrVN: 1004 locked [10.0.0.1]"});
     Outside::BeforeCall = nullptr;
     Outside::Reports.clear();
@@ -259,7 +272,7 @@ TEST(Sweep, AFragmentIsParsedOnceHoweverManyPlayersAreOn) {
         for (int I = 0; I < 200; ++I) BanName(L"nobody" + std::to_wstring(I) + L"[2]");
         long Parsed = 0;
         Outside::BeforeCall = [&](TextView Name) { Parsed += Name == L"ParseIniKey"; };
-        tmrVN_Timer(Profile);
+        tmrVN_Timer(TestProfile);
         EXPECT_EQ(Parsed, 200);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "enforcement/kernel_method.h"
 #include "enforcement/name_fragments.h"
+#include "game/ini_key.h"
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/player_table.h"
@@ -76,12 +77,12 @@ TEST(Addresses, ConvertIpReversesThePairs) {
                                                    {L" 0 ", L"0.0.0.0"},
                                                    {L" c0a80001 ", L"1.0.168.192"},
                                                    {L"0102030405", L"4.3.2.1"}};
-    for (const auto& [Raw, Dotted] : Table) EXPECT_EQ(ConvertIP(Raw, Profile), Dotted);
+    for (const auto& [Raw, Dotted] : Table) EXPECT_EQ(ConvertIP(Raw, TestProfile), Dotted);
     EXPECT_TRUE(Outside::Reports.empty());
     // A pair that is none ends it; what came before stays and is no address.
-    EXPECT_EQ(ConvertIP(L"xx0B0C0D", Profile), L"13.12.11.");
-    EXPECT_EQ(ConvertIP(L"zzzzzzzz", Profile), L"");
-    EXPECT_EQ(ConvertIP(L"1234", Profile), L"");
+    EXPECT_EQ(ConvertIP(L"xx0B0C0D", TestProfile), L"");
+    EXPECT_EQ(ConvertIP(L"zzzzzzzz", TestProfile), L"");
+    EXPECT_EQ(ConvertIP(L"1234", TestProfile), L"");
     EXPECT_EQ(Outside::Reports, (Lines{L"ConvertIP: 13 Type mismatch", L"ConvertIP: 13 Type mismatch",
                                        L"ConvertIP: 13 Type mismatch"}));
 }
@@ -97,20 +98,70 @@ TEST(StartUp, BaseFolderIsWhatLiesAboveThePluginsFolders) {
     for (const auto& [Folder, Base] : Table) EXPECT_EQ(HostBaseOf(std::wstring(Folder)), Base);
 }
 
-TEST(Settings, PeriodsCompareAsText) {
-    for (const TextView Kept : {L"1", L"10", L"1.5", L"2", L"9"})
-        EXPECT_EQ(PeriodOr5(std::wstring(Kept)), Kept);
-    for (const TextView Replaced : {L"", L"0", L"05", L"0.5", L"abc", L"-3", L" 7"})
-        EXPECT_EQ(PeriodOr5(std::wstring(Replaced)), L"5");
-    EXPECT_EQ(SwitchOr0(L"1"), L"1");
-    EXPECT_EQ(SwitchOr0(L"True"), L"0");
+// What the window and the sweep make of a stored text, and what consoles are sent.
+TEST(Settings, AcceptedTexts) {
+    struct Row {
+        const Setting& Read;
+        TextView Text, Valid, Sent;
+    };
+    const Row Table[] = {
+        {Settings::BanMethod, L"", L"0", L"0"},       {Settings::BanMethod, L"1", L"1", L"1"},
+        {Settings::BanMethod, L"x", L"x", L"x"},      {Settings::IdlePunt, L"", L"0", L"0"},
+        {Settings::IdlePunt, L"1", L"1", L"1"},       {Settings::IdlePunt, L"True", L"0", L"True"},
+        {Settings::IdleMax, L"", L"5", L"5"},         {Settings::IdleMax, L"0", L"5", L"0"},
+        {Settings::IdleMax, L"0.5", L"5", L"0.5"},    {Settings::IdleMax, L"05", L"5", L"05"},
+        {Settings::IdleMax, L"abc", L"5", L"5"},      {Settings::IdleMax, L"1.5", L"1.5", L"1.5"},
+        {Settings::IdleMax, L"1", L"1", L"1"},        {Settings::AutoRefresh, L"1", L"1", L"1"},
+        {Settings::AutoRefresh, L"2", L"0", L"2"},    {Settings::RefreshInterval, L"-3", L"5", L"-3"},
+        {Settings::RefreshInterval, L"", L"5", L"5"}, {Settings::RefreshInterval, L"30", L"30", L"30"},
+    };
+    Server Game;
+    for (const Row& Case : Table) {
+        const std::string What(Case.Text.begin(), Case.Text.end());
+        WriteSetting(TestProfile, Case.Read, Case.Text);
+        EXPECT_EQ(ReadSetting(TestProfile, Case.Read), Case.Text) << What;
+        EXPECT_EQ(ReadValidSetting(TestProfile, Case.Read), Case.Valid) << What;
+        EXPECT_EQ(Case.Read.IsValidForConsoles(Case.Text) ? Case.Text : Case.Read.Default, Case.Sent) << What;
+    }
+    mdlVNT::Profiles(TestProfile).ProfileFolder = L"[1]"; // Players.ini cannot hold it as a key
+    EXPECT_THROW(WriteSetting(TestProfile, Settings::IdleMax, L"1"), Failure);
+}
+
+TEST(Keys, WhatAnIniFileKeeps) {
+    for (const TextView Kept : {L"Bob[1]", L"a b ", L"10.0.0.7", L"]x", L"\xE9t\xE9", L"%s"})
+        EXPECT_TRUE(CanBeKey(Kept));
+    for (const TextView Lost : {L"", L"e[2]=", L"[x", L";x", L" x", L"\tx", L"\x416", L"a\rb", L"a\nb"})
+        EXPECT_FALSE(CanBeKey(Lost));
+    for (const auto& [Written, Read] : {std::pair<TextView, TextView>{L" go ", L"go"},
+                                        {L"\"go\"", L"go"},
+                                        {L"'go'", L"go"},
+                                        {L"\"go\"", L"\"go\""}})
+        EXPECT_TRUE(ReadsBackAs(Written, Read));
+    EXPECT_FALSE(ReadsBackAs(L"go away", L"go"));
+    EXPECT_FALSE(ReadsBackAs(L"'go\"", L"go"));
+}
+
+TEST(Keys, PartsOfNamesThatNoFileHolds) {
+    const std::pair<TextView, TextView> Table[] = {{L"[ABC]Bob", L"ABC]Bob"},
+                                                   {L"; [x]y", L"x]y"},
+                                                   {L" Bob", L"Bob"},
+                                                   {L"Bob", L""},
+                                                   {L"[ab", L""},
+                                                   {L"[[[", L""},
+                                                   {L"[abc=", L""},
+                                                   {L"[\x416zz", L""}};
+    for (const auto& [Name, Part] : Table) {
+        const std::optional<BannedName> Found = PartInsteadOf(Name);
+        EXPECT_EQ(Found ? Found->Name : L"", Part);
+        EXPECT_TRUE(!Found || Found->Key().ends_with(L"[2]"));
+    }
 }
 
 TEST(MemoryMap, BothBuildsHoldThirteenAddressesHoweverOftenTheyAreSet) {
     for (const auto Build : {Layout::Build::Standard, Layout::Build::Affiliate}) {
         Server Game({.Build = Build});
-        SetMemory(Profile, Build == Layout::Build::Affiliate);
-        EXPECT_EQ(mdlVNT::MemoryMap(Profile).Count(), 13u);
+        SetMemory(TestProfile, Build == Layout::Build::Affiliate);
+        EXPECT_EQ(mdlVNT::MemoryMap(TestProfile).Count(), 13u);
         const Layout::MemoryMap& Map = Layout::MapOf(Build);
         const std::pair<const wchar_t*, std::uint32_t> Table[] = {
             {L"GameState", Map.GameState},         {L"GameType", Map.GameType},
@@ -121,7 +172,7 @@ TEST(MemoryMap, BothBuildsHoldThirteenAddressesHoweverOftenTheyAreSet) {
             {L"PlyrStats", Map.PlyrStats},         {L"GamePort", Map.GamePort},
             {L"WpnNameAdd", Map.WpnNameAdd}};
         for (const auto& [Key, Address] : Table)
-            EXPECT_EQ(static_cast<std::uint32_t>(AddressOf(Profile, Key)), Address);
+            EXPECT_EQ(static_cast<std::uint32_t>(AddressOf(TestProfile, Key)), Address);
     }
     EXPECT_TRUE(IsAffiliateGame(L"DF_AFF"));
     for (const TextView Other : {L"DF_aff", L"DF", L"", L"AFF", L"_AFF "})

@@ -15,8 +15,8 @@ protected:
     void TearDown() override { FakeWindow::Reset(); }
 
     // Loads the window for the profile and forgets what that took.
-    void Open(Long Index = Profile, TextView Folder = L"Server1") {
-        LoadInterface(Index, FakeWindow::KnownHostWindow, HostData(Folder));
+    void Open(Long Index = TestProfile, TextView Folder = L"Server1") {
+        Load(Index, FakeWindow::KnownHostWindow, HostData(Folder));
         Outside::Journal.clear();
     }
     // A link of the name to an address, under the number Key.

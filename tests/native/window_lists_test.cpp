@@ -71,7 +71,7 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
         for (const TextView Each : {L"10.0.0.70", L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
         PutLink(L"Bob", L"0", L"10.0.0.7");
         Open();
-        mdlVNT::IpListChanged(Profile) = false;
+        mdlVNT::IpListChanged(TestProfile) = false;
         FakeWindow::ChooseItem(ID_lstBannedNames, 1);
         Outside::YesNoAnswers = {Yes};
         FakeWindow::Click(ID_cmdRemoveName);
@@ -80,7 +80,7 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
         EXPECT_EQ(FakeWindow::SelectedItem(ID_lstBannedNames), 0);
         EXPECT_EQ(FakeWindow::Text(ID_lblName), L"Ann");
         EXPECT_EQ(FileOf(L"BannedNames.ini").find(L"Bob"), std::wstring::npos);
-        EXPECT_FALSE(mdlVNT::IpListChanged(Profile));
+        EXPECT_FALSE(mdlVNT::IpListChanged(TestProfile));
         // The list loses the first item that begins with the address, the file the address itself.
         EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps),
                   Yes ? (Lines{L"10.0.0.7", L"10.0.0.9"}) : (Lines{L"10.0.0.70", L"10.0.0.7", L"10.0.0.9"}));
@@ -102,14 +102,14 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
 TEST_F(Window, AddressesAreCheckedAndAdded) {
     Open();
     for (const TextView Text : {L"10.0.0.7", L"127.0.*", L"-5.1.1.1", L"10.0.0.7"}) {
-        mdlVNT::IpListChanged(Profile) = false;
+        mdlVNT::IpListChanged(TestProfile) = false;
         Outside::Journal.clear();
         FakeWindow::Type(ID_txtAddIp, Text);
         FakeWindow::PressEnter(ID_txtAddIp);
         EXPECT_EQ(Boxes(), Lines{L"Box Success IP Address added successfully."});
         EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps).back(), Text);
         EXPECT_EQ(FakeWindow::Text(ID_txtAddIp), L"");
-        EXPECT_TRUE(mdlVNT::IpListChanged(Profile));
+        EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
     }
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps).size(), 4u) << "twice in the list, once in the file";
     const std::wstring Before = FileOf(L"BannedIps.ini");
@@ -134,11 +134,11 @@ TEST_F(Window, RemovingAnAddressCanTakeItsNamesAlong) {
         PutLink(L"Bob", L"1", L"10.0.0.8");
         PutLink(L"Ann", L"0", L"10.0.0.7");
         Open();
-        mdlVNT::IpListChanged(Profile) = false;
+        mdlVNT::IpListChanged(TestProfile) = false;
         Outside::YesNoAnswers = {Yes};
         FakeWindow::Click(ID_cmdRemoveIp);
         EXPECT_EQ(Boxes(), (Lines{Question, L"Box Success IP Address Removed Successfully."}));
-        EXPECT_TRUE(mdlVNT::IpListChanged(Profile));
+        EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
         EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.9"});
         // Bobby goes from the list, as the first that begins like Bob; Bob goes from the file.
         EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames),
@@ -157,7 +157,7 @@ TEST_F(Window, ABoxMayOutliveTheWindowAndTheProfile) {
     for (const TextView Each : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
     Open();
     Outside::YesNoAnswers = {true};
-    Outside::WhileBoxIsOpen = [] { UnLoadInterface(); };
+    Outside::WhileBoxIsOpen = [] { UnLoad(); };
     FakeWindow::Click(ID_cmdRemoveIp);
     EXPECT_FALSE(frmVNT::IsLoaded());
     EXPECT_TRUE(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.7").empty());

@@ -168,21 +168,21 @@ TEST_F(Window, HidingStopsTheRefreshAndLeavesTheSweepsRunning) {
     EXPECT_FALSE(FakeWindow::IsShown());
     EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrRefresh), 0);
     EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + 6), 5000);
-    DisableProfile(6);
+    Disable(6);
     EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + 6), 0);
-    EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + Profile), 5000);
+    EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + TestProfile), 5000);
     // The host's window may go without a word; the next load begins anew.
     FakeWindow::HostDestroysItsWindow();
     EXPECT_FALSE(frmVNT::IsLoaded());
     Outside::Reports.clear();
     Open();
-    EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + Profile), 5000);
+    EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + TestProfile), 5000);
     FakeWindow::TimersLeft = 0;
     Open(7, L"Server3");
     EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 7 Out of memory"});
     FakeWindow::TimersLeft = 1000;
     Outside::Reports.clear();
-    LoadInterface(8, 1234, HostData());
+    Load(8, 1234, HostData());
     EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 5 Invalid procedure call or argument"});
     EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + 8), 5000) << "swept, although it cannot be shown";
 }

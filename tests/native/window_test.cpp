@@ -188,8 +188,8 @@ TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
     }
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[1] Rita"}) << "shown at once, and once";
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.9"});
-    EXPECT_TRUE(mdlVNT::KillPermList(Profile).Contains(L"Rita"));
-    EXPECT_TRUE(mdlVNT::DisarmPermList(Profile).Contains(L"Rita"));
+    EXPECT_TRUE(mdlVNT::KillPermList(TestProfile).Contains(L"Rita"));
+    EXPECT_TRUE(mdlVNT::DisarmPermList(TestProfile).Contains(L"Rita"));
     EXPECT_TRUE(Outside::Reports.empty());
     FakeWindow::ChooseForRow(1, ID_mnuKillPerm);
     EXPECT_EQ(Outside::Reports,
@@ -201,10 +201,10 @@ TEST_F(PlayerList, SwitchingWaitsForAGame) {
     Simulation::SetGameState(Game.World, 0);
     FakeWindow::ChooseForRow(1, ID_mnuSwitch);
     FakeWindow::ChooseForRow(1, ID_mnuSwitch);
-    EXPECT_EQ(mdlVNT::SwitchQueue(Profile).Count(), 1u);
+    EXPECT_EQ(mdlVNT::SwitchQueue(TestProfile).Count(), 1u);
     EXPECT_EQ(Game.Stats(12, Layout::Statistics::Team), 2);
     Simulation::SetGameState(Game.World, 1);
-    FakeWindow::Tick(ID_tmrVN + Profile);
+    FakeWindow::Tick(ID_tmrVN + TestProfile);
     EXPECT_EQ(Game.Stats(12, Layout::Statistics::Team), 1);
     // A row without a team colour is left alone.
     Simulation::ChangeTeam(Game.World, 12, 5);
@@ -272,7 +272,7 @@ TEST_F(PlayerList, AMenuOfAProfileThatIsNotShownAnyMoreActsOnNobody) {
     Outside::PutFolder(L"C:\\Host\\profiles\\Server2\\settings");
     FakeWindow::WhileNextMenuIsOpen = [&] { Open(6, L"Server2"); };
     FakeWindow::ChooseForRow(1, ID_mnuKillPerm);
-    EXPECT_EQ(mdlVNT::KillPermList(Profile).Count() + mdlVNT::KillPermList(6).Count(), 0u);
+    EXPECT_EQ(mdlVNT::KillPermList(TestProfile).Count() + mdlVNT::KillPermList(6).Count(), 0u);
 }
 
 // Who is on the server, by slot.

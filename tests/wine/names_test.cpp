@@ -43,7 +43,7 @@ std::vector<OddName> OddNames() {
     std::vector<OddName> Names{
         {" lead", false}, {"trail ", true}, {"50% off", true},    {"A & B", true},     {"\"quoted\"", true},
         {"a[1]b", true},  {"p|ipe", true},  {"semi;colon", true}, {"tab\there", true}, {"'single'", true},
-        {";first", true}, {"a=b", false},   {"e[2]=", false},     {"[clan]Bob", false}};
+        {";first", false}, {"a=b", false},   {"e[2]=", false},     {"[clan]Bob", false}};
     for (OddName& Each : HighNames()) Names.push_back(std::move(Each));
     return Names;
 }

@@ -4,7 +4,7 @@ add_executable(window_test window_test.cpp window_test.rc ../../host/win32/modul
 set_source_files_properties(window_test.rc PROPERTIES
   INCLUDE_DIRECTORIES ${CMAKE_SOURCE_DIR} OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/window/win32/vantor.manifest)
 target_link_libraries(window_test PRIVATE
-  vantor_window_win32 -Wl,--start-group vantor_window vantor_logic vantor_fakes -Wl,--end-group gtest_main)
+  vantor_window_win32 vantor_fakes vantor_plugin game_simulation gtest_main)
 set_target_properties(window_test PROPERTIES
   RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin CROSSCOMPILING_EMULATOR wine)
 gtest_add_tests(TARGET window_test TEST_PREFIX wine. TEST_LIST Added)

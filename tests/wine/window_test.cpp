@@ -67,7 +67,7 @@ protected:
         Pdat Data = HostData();
         Data[PdatElement::AreaWidth] = {L"", Wide * frmVNT::TwipsPerPixelX(), true};
         Data[PdatElement::AreaHeight] = {L"", Tall * frmVNT::TwipsPerPixelY(), true};
-        LoadInterface(Profile, reinterpret_cast<std::intptr_t>(Host), Data);
+        Load(TestProfile, reinterpret_cast<std::intptr_t>(Host), Data);
         Pump();
     }
     HWND At(int Id) const {
@@ -349,12 +349,12 @@ TEST_F(RealWindow, GoesWithoutATraceAndComesBack) {
             Host = CreateWindowW(L"TestHost", L"Host", WS_POPUP | WS_VISIBLE, 0, 0, Wide, Tall + 30, nullptr,
                                  nullptr, nullptr, nullptr);
         }
-        UnLoadInterface();
+        UnLoad();
         EXPECT_FALSE(IsWindow(Frame));
         EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), L"frmVNT", &Class));
         EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), L"frmVNT.Page", &Class));
         EXPECT_FALSE(frmVNT::IsLoaded());
-        frmVNT::UnloadSweepTimer(Profile);
+        frmVNT::UnloadSweepTimer(TestProfile);
         Open();
         EXPECT_EQ(Cell(0, 1), L"Bob");
         EXPECT_EQ(Outside::Reports, Lines());

@@ -1,0 +1,10 @@
+// How long work tells how far it has come.
+#pragma once
+
+#include <functional>
+
+#include "host/failure.h"
+
+// Called before each entry with how many are done, of how many. Returns false to end the work there. An empty
+// one lets it go on to its end.
+using Progress = std::function<bool(Long Done, Long Total)>;
