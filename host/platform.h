@@ -54,8 +54,9 @@ std::int64_t Milliseconds();
 
 enum class BoxIcon { Error, Information, Warning };
 void ShowBox(BoxIcon Icon, TextView Text, TextView Title);
-// True for Yes.
-bool AskYesNo(TextView Text, TextView Title);
+// True for Yes. Default is the answer of the Enter key.
+enum class Answer { Yes, No };
+bool AskYesNo(TextView Text, TextView Title, Answer Default);
 // The text typed; empty on Cancel.
 std::wstring AskText(TextView Prompt, TextView Title);
 // The chosen path; absent on Cancel. Filter: "description|pattern".

@@ -9,11 +9,6 @@
 
 namespace {
 
-// Where the window lies in the host's area, pixels: below the host's own heading.
-constexpr Long Left = 2;
-constexpr Long Top = 30;
-constexpr Long LessHeight = 28;
-
 ProfileRecord RecordFrom(const Pdat& Data) {
     ProfileRecord Record;
     Record.HostText0 = PdatText(Data, PdatElement::HostText0);
@@ -54,14 +49,11 @@ void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
     const Long AreaWidth = PdatNumber(Data, PdatElement::AreaWidth);
     const Long AreaHeight = PdatNumber(Data, PdatElement::AreaHeight);
     mdlVNT::CurrentProfile = Index;
-    frmVNT::Move(Left, Top, AreaWidth / frmVNT::TwipsPerPixelX(),
-                 AreaHeight / frmVNT::TwipsPerPixelY() - LessHeight);
-    frmVNT::Load();
+    frmVNT::FillArea(AreaWidth, AreaHeight);
     frmVNT::ShowFirstPage();
-    // A host window that is none leaves the interface hidden; the profile is swept all the same.
-    const bool Embedded = Trapped(L"LoadInterface", Index, [&] { frmVNT::SetParent(pHwnd); });
+    frmVNT::SetParent(pHwnd);
     frmVNT::FormReload();
-    if (Embedded) frmVNT::Show();
+    frmVNT::Show();
     frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
 }
 

@@ -43,7 +43,7 @@ void RemoveSelectedIp() {
     mdlVNT::IpListChanged(Profile) = true;
     RemoveItem(BannedIpsList, Selected);
     if (Platform::AskYesNo(L"Would you like to remove all associated names with this IP Address aswell?",
-                           L"Remove Banned IP Address"))
+                           L"Remove Banned IP Address", Platform::Answer::No))
         UnlinkAddress(BanFiles(Profile), Address,
                       [&](const std::wstring& Name) { RemoveNameWithItem(Profile, Name); });
     ShowMsg(MsgKind::Success, L"IP Address Removed Successfully.", Profile);

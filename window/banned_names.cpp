@@ -44,7 +44,7 @@ void RemoveSelectedName() {
     RemoveBannedName(BanFiles(Profile), Banned);
     RemoveItem(BannedNamesList, Selected);
     if (Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
-                           L"Remove Banned Name"))
+                           L"Remove Banned Name", Platform::Answer::No))
         UnlinkName(BanFiles(Profile), Banned.Name,
                    [&](const std::wstring& Address) { RemoveIpWithItem(Profile, Address); });
     ShowMsg(MsgKind::Success, L"Name Removed Successfully.", Profile);

@@ -1,3 +1,4 @@
+// The table of the controls.
 #include "window/controls.h"
 
 namespace {
@@ -7,6 +8,7 @@ constexpr ControlRow Rows[] = {
     {ID_Frame2, Kind::Frame, 0, L"Player List"},
     {ID_mfg, Kind::Grid, 0, L""},
     {ID_lblTeams, Kind::Value, 0, L""},
+    {ID_stMain, Kind::Tab, 0, L""},
 
     {ID_pageNames, Kind::Page, 0, L"Banned Names"},
     {ID_lblBannedNames, Kind::HiddenLabel, ID_pageNames, L"Banned Names"},
@@ -85,9 +87,6 @@ constexpr ControlRow Rows[] = {
     {ID_cmdSlapAdd, Kind::Push, ID_pageSlaps, L"Add Slap"},
     {ID_cmdSlapEdit, Kind::Push, ID_pageSlaps, L"Edit Slap"},
     {ID_cmdSlapDelete, Kind::Push, ID_pageSlaps, L"Delete Slap"},
-
-    // Last, so that the pages lie above it.
-    {ID_stMain, Kind::Tab, 0, L""},
 };
 
 } // namespace

@@ -89,32 +89,39 @@ constexpr EventRow EventRows[] = {
     {ID_mnuMerrow300, Event::Click, L"mnuMerrow300", Plain<ImportChosenFile>},
 };
 
-// What the Enter key stands for. A push button stands for itself.
-struct EnterRow {
+// What Enter and Delete stand for. On a push button Enter stands for a click.
+struct KeyRow {
     int Id;
+    Event Key;
     int Target;
     Event What;
 };
-constexpr EnterRow EnterRows[] = {
-    {ID_txtSearch, ID_cmdSearchName, Event::Click},  {ID_txtSearchIp, ID_cmdSearchIp, Event::Click},
-    {ID_txtBannedName, ID_cmdAddName, Event::Click}, {ID_txtBanReason, ID_cmdAddName, Event::Click},
-    {ID_txtAddIp, ID_cmdAddIp, Event::Click},        {ID_lstSlaps, ID_lstSlaps, Event::DblClick},
-    {ID_txtSlap, ID_cmdSlapAdd, Event::Click},
+constexpr KeyRow KeyRows[] = {
+    {ID_txtSearch, Event::Enter, ID_cmdSearchName, Event::Click},
+    {ID_txtSearchIp, Event::Enter, ID_cmdSearchIp, Event::Click},
+    {ID_txtBannedName, Event::Enter, ID_cmdAddName, Event::Click},
+    {ID_txtBanReason, Event::Enter, ID_cmdAddName, Event::Click},
+    {ID_txtAddIp, Event::Enter, ID_cmdAddIp, Event::Click},
+    {ID_txtSlap, Event::Enter, ID_cmdSlapAdd, Event::Click},
+    {ID_lstSlaps, Event::Enter, ID_lstSlaps, Event::DblClick},
+    {ID_lstBannedNames, Event::Delete, ID_cmdRemoveName, Event::Click},
+    {ID_lstBannedIps, Event::Delete, ID_cmdRemoveIp, Event::Click},
+    {ID_lstSlaps, Event::Delete, ID_cmdSlapDelete, Event::Click},
 };
 
-void RaiseEnter(int Id) noexcept {
+void RaiseKey(int Id, Event Key) noexcept {
     // A slap message that is being edited is changed, not added once more.
     if (Id == ID_txtSlap && cmdSlapEdit.Enabled()) return Raise(ID_cmdSlapEdit, Event::Click);
-    for (const EnterRow& Row : EnterRows)
-        if (Row.Id == Id) return Raise(Row.Target, Row.What);
+    for (const KeyRow& Row : KeyRows)
+        if (Row.Id == Id && Row.Key == Key) return Raise(Row.Target, Row.What);
     for (const ControlRow& Row : Controls())
-        if (Row.Id == Id && Row.What == Kind::Push) Raise(Id, Event::Click);
+        if (Row.Id == Id && Row.What == Kind::Push && Key == Event::Enter) Raise(Id, Event::Click);
 }
 
 } // namespace
 
 void Raise(int Id, Event What, int Detail) noexcept {
-    if (What == Event::Enter) return RaiseEnter(Id);
+    if (What == Event::Enter || What == Event::Delete) return RaiseKey(Id, What);
     for (const EventRow& Row : EventRows) {
         if (Row.What != What || Id < Row.Id || Id >= Row.Id + Row.Count) continue;
         Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Row.Count > 1 ? Id - Row.Id : Detail); });

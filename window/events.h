@@ -9,6 +9,7 @@ enum class Event : unsigned char {
     RightClick,  // also the menu key
     ColumnClick, // on a heading of a grid
     Enter,       // the Enter key, in place of the button that belongs to the control
+    Delete,      // the Delete key, on a list
     Tick,        // of a timer
 };
 

@@ -1,6 +1,7 @@
 // The window as the rest of the plug-in sees it.
 #include "window/frmVNT.h"
 
+#include <algorithm>
 #include <set>
 
 #include "enforcement/sweep.h"
@@ -15,8 +16,20 @@
 
 namespace {
 
+// Where the window lies in the host's area, pixels: below the host's own heading.
+constexpr Long Left = 2;
+constexpr Long Top = 30;
+constexpr Long LessHeight = 28;
+constexpr std::int64_t TwipsPerInch = 1440;
+
 Long ShownProfile;          // whose lists are shown; 0 for none
+std::wstring ShownFolder;   // of that profile: the host may give an index to another profile
 std::set<Long> SweepTimers; // the elements of tmrVN
+
+// Rounded down; a host that asks for less than nothing gets nothing.
+Long Pixels(Long Twips, int PerInch) {
+    return static_cast<Long>(std::max<std::int64_t>(Twips, 0) * PerInch / TwipsPerInch);
+}
 
 Timer SweepTimer(Long Profile) { return Timer{ID_tmrVN + Profile}; }
 
@@ -34,6 +47,9 @@ void ClearForOtherProfile() {
     lblTeams.SetText(L"");
     ClearBanLists();
     ClearSlapTab();
+    for (const TextBox& Typed : {txtSearch, txtBannedName, txtBanReason, txtSearchIp, txtAddIp})
+        Typed.SetText(L"");
+    optBanned.Choose(0);
 }
 
 } // namespace
@@ -48,23 +64,24 @@ void Load() {
 
 bool IsLoaded() { return Frame::Exists(); }
 
-void Move(Long X, Long Y, Long Width, Long Height) {
+void FillArea(Long WidthTwips, Long HeightTwips) {
     Load();
-    Frame::Move(X, Y, Width, Height);
+    const Size PerInch = Frame::PixelsPerInch();
+    Frame::Move(Left, Top, Pixels(WidthTwips, PerInch.Width),
+                Pixels(HeightTwips, PerInch.Height) - LessHeight);
 }
-
-Long TwipsPerPixelX() { return Frame::TwipsPerPixelX(); }
-Long TwipsPerPixelY() { return Frame::TwipsPerPixelY(); }
 
 void ShowFirstPage() { stMain.Turn(0); }
 
-void SetParent(HostWindow Host, Place Where) { Frame::SetParent(Host, Where); }
+void SetParent(HostWindow Host) { Frame::SetParent(Host); }
 
 void FormReload() {
     Trapped(L"FormReload", mdlVNT::CurrentProfile, [] {
         const Long Profile = mdlVNT::CurrentProfile;
-        if (Profile != ShownProfile) ClearForOtherProfile();
+        const std::wstring Folder = mdlVNT::Profiles(Profile).ProfileFolder;
+        if (Profile != ShownProfile || Folder != ShownFolder) ClearForOtherProfile();
         ShownProfile = Profile;
+        ShownFolder = Folder;
         RefreshGrid();
         ShowBannedNames(Profile);
         ShowBannedIps(Profile);
@@ -99,6 +116,7 @@ void UnloadSweepTimer(Long Profile) {
 
 void Gone() noexcept {
     ShownProfile = 0;
+    ShownFolder.clear();
     SweepTimers.clear();
     ForgetPlayerRows();
     SetSlapItems({});

@@ -14,16 +14,14 @@ using HostWindow = std::intptr_t;
 void Load();
 bool IsLoaded();
 
-// Pixels, relative to the host window that holds the plug-in. Loads the window when needed.
-void Move(Long X, Long Y, Long Width, Long Height);
-// Twips to one pixel of the screen; never 0.
-Long TwipsPerPixelX();
-Long TwipsPerPixelY();
+// Takes its place in the host's area of this size, in twips (1440 to an inch), below the host's own heading.
+// Loads the window if needed.
+void FillArea(Long WidthTwips, Long HeightTwips);
 
 // Turns the tab control to its first page.
 void ShowFirstPage();
-// Makes the window a child of the host's. Error 5 when it is no window.
-void SetParent(HostWindow Host, Place Where = Place::current());
+// Makes the window a child of the host's; if that is no window, it shows by itself.
+void SetParent(HostWindow Host);
 // Shows the current profile: players, lists and settings; arms the refresh timer. Reports under "FormReload".
 void FormReload();
 void Show();

@@ -5,9 +5,6 @@
 
 #include "window/layout_frames.h"
 
-struct Size {
-    int Width, Height;
-};
 // Below this size the layout stays as it is and the window has to scroll.
 Size SmallestLayout();
 

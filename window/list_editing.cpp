@@ -1,6 +1,8 @@
 // Selecting, removing and searching in a list box.
 #include "window/list_editing.h"
 
+#include <algorithm>
+
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
 #include "host/platform.h"
@@ -26,7 +28,7 @@ bool WantsToBeginAgain(TextView NotFound) {
     return Platform::AskYesNo(std::wstring(NotFound) +
                                   L"\r\n\r\nThe search was not started from the beginning of the list.\r\n"
                                   L"Would you like to search again from the beginning of the list?",
-                              L"Search Failed");
+                              L"Search Failed", Platform::Answer::Yes);
 }
 
 } // namespace
@@ -39,7 +41,7 @@ void SelectAndShow(const DetailedList& List, int Item) {
 void RemoveItem(const DetailedList& List, int Item) {
     const bool WasSelected = Item >= 0 && Item == List.Box.Selected();
     List.Box.Remove(Item);
-    if (WasSelected) SelectAndShow(List, List.Box.Count() > 0 ? 0 : -1);
+    if (WasSelected) SelectAndShow(List, std::min(Item, List.Box.Count() - 1));
 }
 
 bool HasItem(const ListBox& List, TextView Text) {

@@ -14,7 +14,8 @@ struct DetailedList {
 // Selects an item (-1: none) and shows its details, as a click on it would. A failure to show them is
 // reported and ends here.
 void SelectAndShow(const DetailedList& List, int Item);
-// Takes an item out of the list (-1: none); if it was the selected one, selects the first that is left.
+// Takes an item out of the list (-1: none); if it was the selected one, selects the one that takes its place,
+// or the last.
 void RemoveItem(const DetailedList& List, int Item);
 // Whether the list has exactly this item.
 bool HasItem(const ListBox& List, TextView Text);

@@ -36,7 +36,7 @@ enum class Direction : unsigned char { None, Ascending, Descending };
 
 Rows Shown;           // what is on the screen, in its order
 Long ShownProfile;    // whose players
-int SelectedRow = -1; // as last chosen; -1 before the first choice
+int SelectedRow = -1; // of the chosen player; -1 for none
 int SortColumn;       // of the last sort
 Direction SortedBy;   // its direction
 int Holds;            // how many hold the grid
@@ -63,7 +63,17 @@ void ShowRow(int Row, const ListedPlayer& Player, bool IsNew) {
     Old = Player;
 }
 
+// Where the chosen player stands among these; -1 once he is gone.
+int RowOfChosen(const Rows& Players) {
+    const std::optional<ChosenPlayer> Chosen = SelectedPlayer();
+    for (std::size_t Row = 0; Chosen && Row < Players.size(); ++Row)
+        if (Players[Row].Slot == Chosen->Player.Slot && Players[Row].Name == Chosen->Player.Name)
+            return static_cast<int>(Row);
+    return -1;
+}
+
 void ShowRows(const Rows& Players) {
+    const int Chosen = RowOfChosen(Players);
     const std::size_t Before = Shown.size();
     if (Players.size() != Before) {
         mfg.SetRowCount(static_cast<int>(Players.size()));
@@ -71,7 +81,7 @@ void ShowRows(const Rows& Players) {
     }
     for (std::size_t Row = 0; Row < Players.size(); ++Row)
         ShowRow(static_cast<int>(Row), Players[Row], Row >= Before);
-    if (Players.size() != Before) ShowSelectedRow();
+    SelectPlayerRow(Chosen);
 }
 
 // A table whose read failed on the way shows the rows that came. When not even the game state could be read,

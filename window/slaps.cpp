@@ -1,6 +1,8 @@
 // The tab "Slap Messages".
 #include "window/slaps.h"
 
+#include <algorithm>
+
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
 #include "lists/slap_messages.h"
@@ -13,10 +15,10 @@ namespace {
 constexpr DetailedList SlapsList{lstSlaps, L"lstSlaps", EndSlapEditing};
 
 // The list as the file has it now: what was typed may be stored otherwise (blanks at its ends are lost), and
-// remote consoles change it, too.
+// remote consoles change it, too. Past the end the last message is selected.
 void ShowStoredSlaps(Long Profile, int Selected) {
     if (const std::optional<Lines> Messages = ReadSlaps(Profile)) lstSlaps.Fill(*Messages);
-    lstSlaps.Select(Selected);
+    lstSlaps.Select(std::min(Selected, lstSlaps.Count() - 1));
 }
 
 } // namespace
@@ -67,24 +69,24 @@ void AddTypedSlap() {
 
 void ReplaceSelectedSlap() {
     const Long Profile = mdlVNT::CurrentProfile;
-    cmdSlapEdit.Enable(false);
     const std::wstring Message = txtSlap.Text();
     const int Selected = lstSlaps.Selected();
-    if (Message.empty() || Selected < 0) return;
-    const std::wstring Old = lstSlaps.Item(Selected);
-    // One that a remote console has deleted meanwhile is written again.
-    if (!EditSlap(Profile, Old, Message, static_cast<std::size_t>(Selected))) AddSlap(Profile, Message);
-    ShowStoredSlaps(Profile, Selected);
-    LoadSlapMenu(Profile);
+    if (!Message.empty() && Selected >= 0) {
+        const std::wstring Old = lstSlaps.Item(Selected);
+        // One that a remote console has deleted meanwhile is written again.
+        if (!EditSlap(Profile, Old, Message, static_cast<std::size_t>(Selected))) AddSlap(Profile, Message);
+        ShowStoredSlaps(Profile, Selected);
+        LoadSlapMenu(Profile);
+    }
+    EndSlapEditing(); // or Enter would add the message once more
 }
 
 void DeleteSelectedSlap() {
     const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstSlaps.Selected();
     if (Selected < 0) Fail(ErrorNumber::InvalidCall);
-    cmdSlapEdit.Enable(false); // what was being edited may be gone
-    const std::wstring Message = lstSlaps.Item(Selected);
-    DeleteSlap(Profile, Message, static_cast<std::size_t>(Selected));
-    ShowStoredSlaps(Profile, -1);
+    if (cmdSlapEdit.Enabled()) EndSlapEditing(); // what was being edited may be gone
+    DeleteSlap(Profile, lstSlaps.Item(Selected), static_cast<std::size_t>(Selected));
+    ShowStoredSlaps(Profile, Selected);
     LoadSlapMenu(Profile);
 }

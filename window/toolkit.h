@@ -120,6 +120,10 @@ struct Rect {
     int X = 0, Y = 0, Width = 0, Height = 0;
 };
 
+struct Size {
+    int Width = 0, Height = 0;
+};
+
 namespace Measure {
 int Scaled(int Pixels96); // pixels at 96 dpi
 int LineHeight();
@@ -135,8 +139,8 @@ void Create(Place Where = Place::current()); // hidden, with all controls; error
 bool Exists();
 void Destroy();
 void Move(Long X, Long Y, Long Width, Long Height);
-void SetParent(std::intptr_t Host, Place Where = Place::current()); // error 5 for no window
+// The window that holds the frame from now on; without a valid one it stands by itself.
+void SetParent(std::intptr_t Host);
 void Show(bool On);
-Long TwipsPerPixelX();
-Long TwipsPerPixelY();
+Size PixelsPerInch(); // of the screen
 } // namespace Frame

@@ -1,3 +1,4 @@
+// Result boxes, questions, dialogs, and the error boxes that the message loop shows.
 #include "host/win32/boxes.h"
 
 #include <windows.h>
@@ -7,6 +8,7 @@
 #include "host/platform.h"
 #include "host/win32/input_box.h"
 #include "host/win32/module.h"
+#include "host/win32/open_box.h"
 
 namespace Platform {
 
@@ -29,16 +31,8 @@ UINT IconOf(BoxIcon Icon) {
     return MB_ICONWARNING;
 }
 
-// Code of the DLL is on the stack while a box is open.
-struct StayLoaded {
-    StayLoaded() { Module::AddLock(); }
-    ~StayLoaded() { Module::RemoveLock(); }
-    StayLoaded(const StayLoaded&) = delete;
-    StayLoaded& operator=(const StayLoaded&) = delete;
-};
-
 int Show(HWND BoxOwner, TextView Text, TextView Title, UINT Style) {
-    const StayLoaded Lock;
+    const OpenBox WhileItIsOpen(Owner());
     return MessageBoxW(BoxOwner, std::wstring(Text).c_str(), std::wstring(Title).c_str(), Style);
 }
 
@@ -96,17 +90,18 @@ void ShowBox(BoxIcon Icon, TextView Text, TextView Title) {
     Show(Owner(), Text, Title, MB_OK | IconOf(Icon));
 }
 
-bool AskYesNo(TextView Text, TextView Title) {
-    return Show(Owner(), Text, Title, MB_YESNO | MB_ICONQUESTION) == IDYES;
+bool AskYesNo(TextView Text, TextView Title, Answer Default) {
+    const UINT DefaultButton = Default == Answer::Yes ? MB_DEFBUTTON1 : MB_DEFBUTTON2;
+    return Show(Owner(), Text, Title, MB_YESNO | MB_ICONQUESTION | DefaultButton) == IDYES;
 }
 
 std::wstring AskText(TextView Prompt, TextView Title) {
-    const StayLoaded Lock;
+    const OpenBox WhileItIsOpen(Owner());
     return InputBox(Owner(), Prompt, Title);
 }
 
 std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place Where) {
-    const StayLoaded Lock;
+    const OpenBox WhileItIsOpen(Owner());
     // "description|pattern" becomes two strings that end with NUL, and an empty one.
     std::wstring Pairs(Filter);
     for (wchar_t& C : Pairs)

@@ -1,3 +1,4 @@
+// The dialog for one line of text, in the font of the system's messages.
 #include "host/win32/input_box.h"
 
 #include <cstring>
@@ -17,8 +18,7 @@ class Template {
 public:
     Template(TextView Title, short Width, short Height, WORD Controls) {
         DLGTEMPLATE Header{};
-        Header.style =
-            DS_MODALFRAME | DS_SHELLFONT | DS_SETFONT | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+        Header.style = DS_MODALFRAME | DS_SETFONT | WS_POPUP | WS_CAPTION | WS_SYSMENU;
         Header.cdit = Controls;
         Header.cx = Width;
         Header.cy = Height;
@@ -26,8 +26,7 @@ public:
         Word(0); // no menu
         Word(0); // the dialog class
         Text(Title);
-        Word(8); // points
-        Text(L"MS Shell Dlg");
+        AppendFont();
     }
 
     void Control(ControlClass Class, WORD Id, DWORD Style, TextView Caption, const RECT& Place) {
@@ -49,6 +48,17 @@ public:
     const DLGTEMPLATE* Get() const { return reinterpret_cast<const DLGTEMPLATE*>(Bytes.data()); }
 
 private:
+    // As message boxes and the plug-in's window have it.
+    void AppendFont() {
+        NONCLIENTMETRICSW Metrics{};
+        Metrics.cbSize = sizeof Metrics;
+        const bool Known = SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof Metrics, &Metrics, 0);
+        const HDC Screen = GetDC(nullptr);
+        const int Points = MulDiv(-Metrics.lfMessageFont.lfHeight, 72, GetDeviceCaps(Screen, LOGPIXELSY));
+        ReleaseDC(nullptr, Screen);
+        Word(static_cast<WORD>(Known && Points > 0 ? Points : 8));
+        Text(Known ? Metrics.lfMessageFont.lfFaceName : L"MS Shell Dlg");
+    }
     void Append(const void* Data, std::size_t Size) {
         const std::size_t At = Bytes.size();
         Bytes.resize(At + Size);

@@ -13,7 +13,6 @@ namespace FakeWindow {
 std::vector<int> MenuChoices;
 std::function<void()> WhileNextMenuIsOpen;
 int TimersLeft;
-std::intptr_t KnownHostWindow;
 int PixelsPerInch;
 
 namespace {
@@ -46,6 +45,7 @@ struct Window {
     std::map<int, Long> Timers;
     bool Shown = false;
     std::intptr_t Host = 0;
+    Rect Area;
     int ShownPage = -1;
 };
 std::optional<Window> Now;
@@ -120,7 +120,6 @@ void Reset() {
     MenuChoices.clear();
     WhileNextMenuIsOpen = nullptr;
     TimersLeft = 1000;
-    KnownHostWindow = 77;
     PixelsPerInch = 96;
     Menu.clear();
     Writes = Turns = Turned = 0;
@@ -170,6 +169,8 @@ void RightClickRow(int Row) {
 
 void PressHeader(int Column) { Raise(ID_mfg, Event::ColumnClick, Column); }
 
+void PressDelete(int List) { Raise(List, Event::Delete); }
+
 void Command(int Entry) { Raise(Entry, Event::Click); }
 
 void ChooseForRow(int Row, int Entry) {
@@ -206,6 +207,7 @@ int SelectedRow() { return Now.value().GridSelected; }
 std::wstring SortMark() { return Now.value().Sorted; }
 Lines LastMenu() { return Menu; }
 bool IsShown() { return Now && Now->Shown; }
+Rect Area() { return Now.value().Area; }
 int Page() { return Now.value().ShownPage; }
 long GridWrites() { return std::exchange(Writes, 0); }
 long HourglassTurns() { return Turned; }
@@ -369,14 +371,14 @@ bool Exists() { return Now.has_value(); }
 void Destroy() {
     if (Now) FakeWindow::HostDestroysItsWindow();
 }
-void Move(Long, Long, Long, Long) {}
-void SetParent(std::intptr_t Host, Place Where) {
-    if (!Now || Host != FakeWindow::KnownHostWindow) Fail(ErrorNumber::InvalidCall, {}, Where);
-    Now->Host = Host;
+void Move(Long X, Long Y, Long Width, Long Height) {
+    if (Now) Now->Area = {X, Y, Width, Height};
+}
+void SetParent(std::intptr_t Host) {
+    if (Now) Now->Host = Host;
 }
 void Show(bool On) {
     if (Now) Now->Shown = On;
 }
-Long TwipsPerPixelX() { return 15; }
-Long TwipsPerPixelY() { return 15; }
+Size PixelsPerInch() { return {FakeWindow::PixelsPerInch, FakeWindow::PixelsPerInch}; }
 } // namespace Frame

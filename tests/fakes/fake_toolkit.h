@@ -23,6 +23,7 @@ void ChooseItem(int List, int Index);
 void RightClick(int Id);
 void Type(int TextBox, TextView Text); // replaces the text
 void PressEnter(int Id);
+void PressDelete(int List);
 void ChooseRow(int Row);     // left button; rows count from 0
 void RightClickRow(int Row); // -1 is the header, or the empty space below the rows
 void PressHeader(int Column);
@@ -48,6 +49,7 @@ int SelectedRow();       // -1 for none
 std::wstring SortMark(); // "1 up", empty for none
 Lines LastMenu();        // of the last menu popped up: "Punt Player", "-", "Slap Player > go away"
 bool IsShown();
+Rect Area(); // in the host's window
 int Page();
 // Writes to the grid since the last call.
 long GridWrites();
@@ -62,7 +64,6 @@ extern int TimersLeft;      // how many more the system has
 
 // --- The host's side.
 
-extern std::intptr_t KnownHostWindow;
 extern int PixelsPerInch;
 void HostDestroysItsWindow();
 

@@ -33,8 +33,9 @@ void ShowBox(BoxIcon, TextView Text, TextView Title) {
     BoxOpens(L"Box " + std::wstring(Title) + L" " + std::wstring(Text));
 }
 
-bool AskYesNo(TextView Text, TextView Title) {
-    BoxOpens(L"Ask " + std::wstring(Title) + L" " + std::wstring(Text));
+bool AskYesNo(TextView Text, TextView Title, Answer Default) {
+    BoxOpens((Default == Answer::Yes ? L"Ask " : L"AskNo ") + std::wstring(Title) + L" " +
+             std::wstring(Text));
     return TakeFirst(Outside::YesNoAnswers).value_or(false);
 }
 

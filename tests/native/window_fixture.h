@@ -16,7 +16,7 @@ protected:
 
     // Loads the window for the profile and forgets what that took.
     void Open(Long Index = TestProfile, TextView Folder = L"Server1") {
-        Load(Index, FakeWindow::KnownHostWindow, HostData(Folder));
+        Load(Index, 77, HostData(Folder));
         Outside::Journal.clear();
     }
     // A link of the name to an address, under the number Key.

@@ -64,8 +64,8 @@ TEST_F(Window, TheListShowsEntriesAndTheirDetails) {
 }
 
 TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
-    const std::wstring Question =
-        L"Ask Remove Banned Name Would you like to remove all associated IP Addresses with this name aswell?";
+    const std::wstring Question = L"AskNo Remove Banned Name Would you like to remove all associated IP "
+                                  L"Addresses with this name aswell?";
     for (const bool Yes : {false, true}) {
         for (const TextView Each : {L"Ann[1]", L"Bob[1]"}) BanName(Each);
         for (const TextView Each : {L"10.0.0.70", L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
@@ -88,7 +88,13 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
                   Yes);
         EXPECT_FALSE(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.70").empty());
     }
-    FakeWindow::Click(ID_cmdRemoveName);
+    for (const TextView Each : {L"Bob[1]", L"Cid[1]"}) BanName(Each);
+    frmVNT::FormReload();
+    FakeWindow::ChooseItem(ID_lstBannedNames, 1);
+    for (const TextView Neighbour : {L"Cid", L"Ann", L""}) {
+        FakeWindow::PressDelete(ID_lstBannedNames);
+        EXPECT_EQ(FakeWindow::Text(ID_lblName), Neighbour);
+    }
     EXPECT_TRUE(FakeWindow::Items(ID_lstBannedNames).empty());
     EXPECT_EQ(FakeWindow::Text(ID_lblName) + FakeWindow::Text(ID_lblDate) + FakeWindow::Text(ID_lblReason),
               L"");
@@ -124,7 +130,7 @@ TEST_F(Window, AddressesAreCheckedAndAdded) {
 }
 
 TEST_F(Window, RemovingAnAddressCanTakeItsNamesAlong) {
-    const std::wstring Question = L"Ask Remove Banned IP Address Would you like to remove all associated "
+    const std::wstring Question = L"AskNo Remove Banned IP Address Would you like to remove all associated "
                                   L"names with this IP Address aswell?";
     for (const bool Yes : {false, true}) {
         Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");

@@ -104,6 +104,7 @@ TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
     FakeWindow::Type(ID_txtSlap, L"first");
     FakeWindow::PressEnter(ID_txtSlap);
     EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
+    FakeWindow::PressEnter(ID_txtSlap); // the box is empty again
     EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=50% & [1] = ;|\r\n2=three\r\n");
 
     Game.Join(3, "Bob");
@@ -115,17 +116,22 @@ TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
     EXPECT_EQ(Outside::Journal, Lines{L"MSG 3 Bob.....50% & [1] = ;|"});
 
     FakeWindow::ChooseItem(ID_lstSlaps, 1);
+    FakeWindow::Type(ID_txtSlap, L"half typed");
     FakeWindow::Click(ID_cmdSlapDelete);
     EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=three\r\n");
     EXPECT_EQ(FakeWindow::Items(ID_lstSlaps), (Lines{L"first", L"three"}));
-    FakeWindow::Click(ID_cmdSlapDelete); // nothing is selected any more
+    EXPECT_EQ(FakeWindow::SelectedItem(ID_lstSlaps), 1);
+    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"half typed");
+    FakeWindow::DoubleClick(ID_lstSlaps, 1);
+    FakeWindow::PressDelete(ID_lstSlaps);
+    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit)) << "what was edited is gone";
+    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"");
+    EXPECT_EQ(FakeWindow::SelectedItem(ID_lstSlaps), 0);
+    FakeWindow::PressDelete(ID_lstSlaps);
+    EXPECT_TRUE(FakeWindow::Items(ID_lstSlaps).empty());
+    EXPECT_EQ(Outside::Reports, Lines());
+    FakeWindow::Click(ID_cmdSlapDelete); // nothing is left to delete
     EXPECT_EQ(Outside::Reports, Lines{L"cmdSlapDelete: 5 Invalid procedure call or argument"});
-    EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=three\r\n");
-    for (int Left = 2; Left > 0; --Left) {
-        FakeWindow::DoubleClick(ID_lstSlaps, 0);
-        FakeWindow::Click(ID_cmdSlapDelete);
-        EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit)) << "what was edited is gone";
-    }
     FakeWindow::RightClickRow(0);
     EXPECT_EQ(FakeWindow::LastMenu()[0], L"Punt Player") << "without messages there is no sub-menu";
 }
@@ -140,6 +146,18 @@ TEST_F(Window, AnotherProfileShowsNothingOfTheOneBefore) {
     Open();
     FakeWindow::ChooseRow(0);
     FakeWindow::DoubleClick(ID_lstSlaps, 0);
+    constexpr int TextBoxes[] = {ID_txtSearch,   ID_txtBannedName, ID_txtBanReason,
+                                 ID_txtSearchIp, ID_txtAddIp,      ID_txtSlap};
+    for (const int Id : TextBoxes) FakeWindow::Type(Id, L"typed");
+    FakeWindow::Click(ID_optBanned + 1);
+    Open(); // the same one again
+    EXPECT_EQ(FakeWindow::Text(ID_txtSearch) + FakeWindow::Text(ID_txtBanReason), L"typedtyped");
+    // Another folder is another profile, with the same index, too.
+    Open(TestProfile, L"Empty");
+    for (const int Id : TextBoxes) EXPECT_EQ(FakeWindow::Text(Id), L"") << Id;
+    EXPECT_TRUE(FakeWindow::IsOn(ID_optBanned));
+    EXPECT_TRUE(FakeWindow::Items(ID_lstBannedNames).empty());
+    Open();
     Open(6, L"Empty");
     for (const int List : {ID_lstBannedNames, ID_lstBannedIps, ID_lstSlaps})
         EXPECT_TRUE(FakeWindow::Items(List).empty()) << List;
@@ -182,9 +200,24 @@ TEST_F(Window, HidingStopsTheRefreshAndLeavesTheSweepsRunning) {
     EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 7 Out of memory"});
     FakeWindow::TimersLeft = 1000;
     Outside::Reports.clear();
-    Load(8, 1234, HostData());
-    EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 5 Invalid procedure call or argument"});
-    EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + 8), 5000) << "swept, although it cannot be shown";
+}
+
+TEST_F(Window, TwipsBecomePixelsExactly) {
+    Pdat Data = HostData();
+    Data[PdatElement::AreaWidth] = {L"", 10001, true};
+    Data[PdatElement::AreaHeight] = {L"", 7199, true};
+    const struct {
+        int Dpi, Width, Height;
+    } Table[] = {{96, 666, 451}, {110, 763, 521}, {120, 833, 571}, {144, 1000, 691}, {192, 1333, 931}};
+    for (const auto& Row : Table) {
+        FakeWindow::PixelsPerInch = Row.Dpi;
+        Load(TestProfile, 77, Data);
+        const Rect Area = FakeWindow::Area();
+        EXPECT_EQ(Area.X, 2);
+        EXPECT_EQ(Area.Y, 30);
+        EXPECT_EQ(Area.Width, Row.Width) << Row.Dpi;
+        EXPECT_EQ(Area.Height, Row.Height) << Row.Dpi;
+    }
 }
 
 // --- Odd names

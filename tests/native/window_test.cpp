@@ -74,17 +74,28 @@ TEST_F(PlayerList, SortsByWhatAColumnHolds) {
     }
 }
 
-TEST_F(PlayerList, TheSelectedRowOutlivesARefreshAndAGapInTheList) {
+TEST_F(PlayerList, TheSelectionFollowsItsPlayer) {
     JoinBobAndRita();
-    FakeWindow::ChooseRow(1);
-    Game.Leave(12);
-    Refresh();
-    EXPECT_EQ(FakeWindow::SelectedRow(), 0) << "the right click chose it";
-    FakeWindow::RightClickRow(-1);
-    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
-    FakeWindow::ChooseRow(0);
-    Game.Leave(3);
     FakeWindow::Click(ID_chkRefresh);
+    FakeWindow::ChooseRow(1);
+    FakeWindow::PressHeader(1);
+    FakeWindow::PressHeader(1);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 0) << "sorted downwards";
+    Game.Join(2, "Zoe");
+    FakeWindow::Tick(ID_tmrRefresh);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 1) << "a row came above";
+    FakeWindow::RightClickRow(-1);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 1) << "a click beside the rows";
+    Game.Leave(2);
+    FakeWindow::Tick(ID_tmrRefresh);
+    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
+    // Somebody else in the slot is not the player who was chosen, nor is one who comes back.
+    Game.Leave(12);
+    Game.Join(12, "Eve", "10.0.0.9", 2);
+    FakeWindow::Tick(ID_tmrRefresh);
+    EXPECT_EQ(FakeWindow::SelectedRow(), -1);
+    Game.Leave(12);
+    Game.Join(12, "Rita", "10.0.0.9", 2);
     FakeWindow::Tick(ID_tmrRefresh);
     EXPECT_EQ(FakeWindow::SelectedRow(), -1);
     // An entry that arrives without its menu finds nobody.
@@ -92,9 +103,6 @@ TEST_F(PlayerList, TheSelectedRowOutlivesARefreshAndAGapInTheList) {
     for (const int Entry : {ID_mnuPunt, ID_mnuBan1, ID_mnuBan2, ID_mnuKill, ID_mnuKillPerm, ID_mnuSwitch})
         FakeWindow::Command(Entry);
     EXPECT_TRUE(Outside::Journal.empty());
-    Game.Join(3, "Bob");
-    FakeWindow::Tick(ID_tmrRefresh);
-    EXPECT_EQ(FakeWindow::SelectedRow(), 0);
 }
 
 // --- The pop-up menus

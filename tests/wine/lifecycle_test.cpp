@@ -43,12 +43,12 @@ TEST_F(Lifecycle, LoadHideLoadDisableUnloadLoad) {
     GetWindowRect(Window, &Bounds);
     MapWindowPoints(nullptr, Area, reinterpret_cast<POINT*>(&Bounds), 2);
     const HDC Screen = GetDC(nullptr);
-    const int TwipsPerPixel = 1440 / GetDeviceCaps(Screen, LOGPIXELSY);
+    const int PerInch = GetDeviceCaps(Screen, LOGPIXELSY);
     ReleaseDC(nullptr, Screen);
     EXPECT_EQ(Bounds.left, 2);
     EXPECT_EQ(Bounds.top, 30);
-    EXPECT_EQ(Bounds.right - Bounds.left, 700 * 15 / TwipsPerPixel);
-    EXPECT_EQ(Bounds.bottom - Bounds.top, 600 * 15 / TwipsPerPixel - 28);
+    EXPECT_EQ(Bounds.right - Bounds.left, 700 * 15 * PerInch / 1440);
+    EXPECT_EQ(Bounds.bottom - Bounds.top, 600 * 15 * PerInch / 1440 - 28);
     ASSERT_EQ(GridRows(), 1);
     EXPECT_EQ(GridText(0, 0) + L" " + GridText(0, 1) + L" " + GridText(0, 2) + L" " + GridText(0, 3),
               L"07 Alice 10.0.0.1 42");
@@ -80,9 +80,15 @@ TEST_F(Lifecycle, HostWindowThatIsNone) {
     for (const LONG Handle : {0L, 12345678L})
         EXPECT_EQ(Early->LoadInterface(1, Handle, *Data, Nothing), S_OK);
     SysFreeString(Nothing);
-    EXPECT_EQ(ReportsOf("LoadInterface"), 3) << "twice no window, and a timer that runs already";
+    EXPECT_EQ(ReportsOf("LoadInterface"), 1) << "a timer that runs already";
     EXPECT_EQ(Frame(), nullptr);
+    const HWND Window = FindWindowW(L"frmVNT", nullptr);
+    EXPECT_TRUE(IsWindowVisible(Window)) << "it shows by itself";
     EXPECT_NO_THROW(Late.Call(L"HideInterface"));
+    EXPECT_FALSE(IsWindowVisible(Window));
+    Load(1, {L"none"});
+    EXPECT_EQ(Frame(), Window);
+    EXPECT_EQ(GetParent(Window), Area);
 }
 
 TEST_F(Lifecycle, HostWindowGoesFirst) {

@@ -28,7 +28,10 @@ constexpr int Wide = 640, Tall = 480;
 
 // --- The window
 
+std::vector<int> HostCommands;
+
 LRESULT CALLBACK HostProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) {
+    if (Message == WM_COMMAND && L == 0) HostCommands.push_back(LOWORD(W));
     return DefWindowProcW(Window, Message, W, L);
 }
 
@@ -65,8 +68,9 @@ protected:
     }
     void Open() {
         Pdat Data = HostData();
-        Data[PdatElement::AreaWidth] = {L"", Wide * frmVNT::TwipsPerPixelX(), true};
-        Data[PdatElement::AreaHeight] = {L"", Tall * frmVNT::TwipsPerPixelY(), true};
+        const Size PerInch = Frame::PixelsPerInch();
+        Data[PdatElement::AreaWidth] = {L"", (Wide * 1440 + PerInch.Width - 1) / PerInch.Width, true};
+        Data[PdatElement::AreaHeight] = {L"", (Tall * 1440 + PerInch.Height - 1) / PerInch.Height, true};
         Load(TestProfile, reinterpret_cast<std::intptr_t>(Host), Data);
         Pump();
     }
@@ -228,14 +232,15 @@ TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
         Pump();
         Visited.push_back(GetDlgCtrlID(GetFocus()));
     }
-    EXPECT_EQ(Visited, (std::vector<int>{ID_lstBannedIps, ID_cmdRemoveIp, ID_txtSearchIp, ID_cmdSearchIp,
-                                         ID_txtAddIp, ID_cmdAddIp, ID_stMain}));
+    EXPECT_EQ(Visited, (std::vector<int>{ID_stMain, ID_lstBannedIps, ID_cmdRemoveIp, ID_txtSearchIp,
+                                         ID_cmdSearchIp, ID_txtAddIp, ID_cmdAddIp}));
+    SetFocus(At(ID_stMain));
     Press(VK_RIGHT); // the next tab
     Pump();
     EXPECT_TRUE(IsWindowVisible(At(ID_chkIdlePunt)));
     EXPECT_FALSE(IsWindowVisible(At(ID_txtAddIp)));
     Press(VK_LEFT);
-    for (int Back = 0; Back < 2; ++Back) Press(VK_TAB, VK_SHIFT);
+    for (int Step = 0; Step < 5; ++Step) Press(VK_TAB);
     Pump();
     ASSERT_EQ(GetFocus(), At(ID_txtAddIp));
     for (const char Letter : std::string("127")) Press(static_cast<WORD>(Letter));
@@ -250,6 +255,112 @@ TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
     Press(VK_TAB);
     Pump();
     EXPECT_EQ(GetFocus(), Box) << "the host's own controls are the host's affair";
+}
+
+TEST_F(RealWindow, AHiddenControlNeverKeepsTheFocus) {
+    const std::wstring Before = Outside::FileText(PlayersIni);
+    stMain.Turn(2);
+    SetFocus(At(ID_txtIdleMax));
+    Open(); // the host loads a profile, which turns to the first page
+    EXPECT_EQ(GetFocus(), At(ID_stMain));
+    Press('9');
+    Pump();
+    EXPECT_EQ(Outside::FileText(PlayersIni), Before);
+    SetFocus(At(ID_txtBannedName));
+    frmVNT::Hide();
+    EXPECT_EQ(GetFocus(), Host);
+}
+
+TEST_F(RealWindow, KeysTurnThePagesRefreshAndRemove) {
+    const struct {
+        WORD Key, With, With2;
+        int Page;
+    } Turns[] = {{VK_TAB, VK_CONTROL, 0, 1},        {VK_NEXT, VK_CONTROL, 0, 2},
+                 {VK_TAB, VK_CONTROL, VK_SHIFT, 1}, {VK_PRIOR, VK_CONTROL, 0, 0},
+                 {VK_PRIOR, VK_CONTROL, 0, 3},      {VK_TAB, VK_CONTROL, 0, 0}};
+    SetFocus(At(ID_txtBannedName));
+    for (const auto& Turn : Turns) {
+        if (Turn.With2 != 0) SendKey(Turn.With2, true);
+        Press(Turn.Key, Turn.With);
+        if (Turn.With2 != 0) SendKey(Turn.With2, false);
+        Pump();
+        EXPECT_EQ(SendMessageW(At(ID_stMain), TCM_GETCURSEL, 0, 0), Turn.Page);
+        EXPECT_EQ(GetFocus(), At(ID_stMain)) << "the box is on a page that is hidden now";
+    }
+    BanName(L"Bob[1]");
+    BanName(L"Ann[1]");
+    Game.Join(5, "Eve");
+    frmVNT::FormReload();
+    Game.Leave(5);
+    SetFocus(At(ID_lstBannedNames));
+    Press(VK_F5);
+    Pump();
+    EXPECT_EQ(ListView_GetItemCount(At(ID_mfg)), 2);
+    for (int Name = 0; Name < 2; ++Name) Press(VK_DELETE);
+    Pump();
+    EXPECT_EQ(lstBannedNames.Count(), 0);
+    EXPECT_EQ(Outside::Recorded(L"Box").size(), 2u);
+    EXPECT_EQ(GetFocus(), At(ID_lstBannedNames));
+}
+
+// A host that has accelerators for the keys of our controls, moves its own focus with the arrows, and looks
+// at each message before it takes it.
+TEST_F(RealWindow, OurKeysReachOurControlsInAHostThatTranslatesThem) {
+    ACCEL Keys[] = {{FVIRTKEY, VK_DELETE, 1},     {FVIRTKEY, VK_ESCAPE, 2}, {FVIRTKEY, VK_LEFT, 3},
+                    {FVIRTKEY, VK_F5, 4},         {FVIRTKEY, VK_F7, 5},     {FVIRTKEY | FCONTROL, 'A', 6},
+                    {FVIRTKEY | FCONTROL, 'S', 7}};
+    const HACCEL Table = CreateAcceleratorTableW(Keys, static_cast<int>(std::size(Keys)));
+    const auto PumpAsHost = [&] {
+        MSG Message;
+        for (const DWORD End = GetTickCount() + 60; GetTickCount() < End; Sleep(1))
+            while (PeekMessageW(&Message, nullptr, 0, 0, PM_NOREMOVE) &&
+                   PeekMessageW(&Message, nullptr, 0, 0, PM_REMOVE)) {
+                if (TranslateAcceleratorW(Host, Table, &Message) || IsDialogMessageW(Host, &Message))
+                    continue;
+                TranslateMessage(&Message);
+                DispatchMessageW(&Message);
+            }
+    };
+    HostCommands.clear();
+    stMain.Turn(1);
+    SetFocus(At(ID_txtAddIp));
+    for (const WORD Key : {WORD('1'), WORD('2'), WORD('3'), WORD(VK_LEFT), WORD(VK_DELETE), WORD(VK_ESCAPE)})
+        Press(Key);
+    PumpAsHost();
+    EXPECT_EQ(txtAddIp.Text(), L"12");
+    Press('A', VK_CONTROL);
+    Press(VK_F5);
+    PumpAsHost();
+    EXPECT_EQ(HostCommands, std::vector<int>());
+    Press(VK_F7);
+    Press('S', VK_CONTROL);
+    PumpAsHost();
+    EXPECT_EQ(HostCommands, (std::vector<int>{5, 7})) << "what is not ours stays the host's";
+    EXPECT_EQ(GetFocus(), At(ID_txtAddIp));
+    DestroyAcceleratorTable(Table);
+}
+
+TEST_F(RealWindow, TheMenuOfTheKeyboardBringsItsRowIntoView) {
+    for (int Slot = 1; Slot <= 16; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
+    frmVNT::FormReload();
+    SetFocus(At(ID_mfg));
+    Press(VK_END);
+    Pump();
+    ListView_EnsureVisible(At(ID_mfg), 0, FALSE);
+    ASSERT_EQ(ListView_GetTopIndex(At(ID_mfg)), 0);
+    RECT MenuPlace{};
+    WithMenu([&](HMENU) {
+        GetWindowRect(FindWindowW(L"#32768", nullptr), &MenuPlace);
+        Press(VK_ESCAPE);
+    });
+    Press(VK_F10, VK_SHIFT);
+    Pump(700);
+    EXPECT_GT(ListView_GetTopIndex(At(ID_mfg)), 0);
+    RECT Grid{};
+    GetWindowRect(At(ID_mfg), &Grid);
+    EXPECT_LE(MenuPlace.top, Grid.bottom);
+    EXPECT_GE(MenuPlace.left, Grid.left);
+    EXPECT_EQ(GetFocus(), At(ID_mfg));
 }
 
 TEST_F(RealWindow, ArrowsChooseAmongOptionButtons) {

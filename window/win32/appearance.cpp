@@ -1,28 +1,14 @@
-#include "host/win32/module.h"
+// The look: the system's styled controls, and the message font at the window's scale.
+#include "host/win32/styled.h"
 #include "window/win32/native.h"
 
 namespace Native {
 
 namespace {
 
-constexpr WORD ManifestResource = 2;
-
-HANDLE Styles = INVALID_HANDLE_VALUE; // the activation context of our own manifest
 HMODULE CommonControls = nullptr;
 HFONT MessageFont = nullptr;
 int Dpi = 96;
-
-void LoadCommonControls() noexcept {
-    const StyledCreation Active;
-    CommonControls = LoadLibraryW(L"comctl32.dll");
-    if (CommonControls == nullptr) return;
-    using Initialise = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
-    const auto Call = reinterpret_cast<Initialise>(
-        reinterpret_cast<void*>(GetProcAddress(CommonControls, "InitCommonControlsEx")));
-    const INITCOMMONCONTROLSEX Wanted{sizeof Wanted,
-                                      ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES | ICC_STANDARD_CLASSES};
-    if (Call != nullptr) Call(&Wanted);
-}
 
 int SystemDpi() noexcept {
     const HDC Screen = GetDC(nullptr);
@@ -50,21 +36,16 @@ HFONT CreateMessageFont(int WindowDpi) noexcept {
 
 } // namespace
 
-StyledCreation::StyledCreation() noexcept
-    : Active(Styles != INVALID_HANDLE_VALUE && ActivateActCtx(Styles, &Cookie)) {}
-
-StyledCreation::~StyledCreation() {
-    if (Active) DeactivateActCtx(0, Cookie);
-}
-
 void LoadAppearance() noexcept {
-    ACTCTXW Manifest{};
-    Manifest.cbSize = sizeof Manifest;
-    Manifest.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID | ACTCTX_FLAG_HMODULE_VALID;
-    Manifest.hModule = Module::Instance();
-    Manifest.lpResourceName = MAKEINTRESOURCEW(ManifestResource);
-    Styles = CreateActCtxW(&Manifest);
-    LoadCommonControls();
+    const Styled WhileItLoads;
+    CommonControls = LoadLibraryW(L"comctl32.dll");
+    if (CommonControls == nullptr) return;
+    using Initialise = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
+    const auto Call = reinterpret_cast<Initialise>(
+        reinterpret_cast<void*>(GetProcAddress(CommonControls, "InitCommonControlsEx")));
+    const INITCOMMONCONTROLSEX Wanted{sizeof Wanted,
+                                      ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES | ICC_STANDARD_CLASSES};
+    if (Call != nullptr) Call(&Wanted);
 }
 
 void UnloadAppearance() noexcept {
@@ -72,8 +53,6 @@ void UnloadAppearance() noexcept {
     MessageFont = nullptr;
     if (CommonControls != nullptr) FreeLibrary(CommonControls);
     CommonControls = nullptr;
-    if (Styles != INVALID_HANDLE_VALUE) ReleaseActCtx(Styles);
-    Styles = INVALID_HANDLE_VALUE;
 }
 
 void ApplyFont(HWND Frame) noexcept {

@@ -1,3 +1,4 @@
+// The windows behind the identifiers.
 #include <array>
 
 #include "host/win32/module.h"
@@ -15,7 +16,7 @@ int QuietCount = 0;
 // What each kind is made of. A group of option buttons ends where the next WS_GROUP begins.
 struct ClassRow {
     Kind What;
-    const wchar_t* Class;
+    const wchar_t* Name;
     DWORD Style;
     DWORD ExtendedStyle;
 };
@@ -52,11 +53,11 @@ DWORD StyleOf(const ControlRow& Row, DWORD Usual) noexcept {
 }
 
 void Build(const ControlRow& Row, HWND Frame) {
-    const ClassRow& Of = ClassOf(Row.What);
+    const ClassRow& Class = ClassOf(Row.What);
     const HWND Parent = Row.Parent != 0 ? WindowOf(Row.Parent) : Frame;
-    Slot(Row.Id) = CreateWindowExW(Of.ExtendedStyle, Of.Class, Row.Caption, WS_CHILD | StyleOf(Row, Of.Style),
-                                   0, 0, 0, 0, Parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(Row.Id)),
-                                   Module::Instance(), nullptr);
+    Slot(Row.Id) = CreateWindowExW(
+        Class.ExtendedStyle, Class.Name, Row.Caption, WS_CHILD | StyleOf(Row, Class.Style), 0, 0, 0, 0,
+        Parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(Row.Id)), Module::Instance(), nullptr);
     if (Slot(Row.Id) == nullptr) Fail(ErrorNumber::OutOfMemory, L"A control could not be created.");
 }
 
@@ -80,6 +81,12 @@ int IdOf(HWND Window) noexcept {
     for (const ControlRow& Row : Controls())
         if (Window != nullptr && WindowOf(Row.Id) == Window) return Row.Id;
     return 0;
+}
+
+std::optional<Kind> KindOf(int Id) noexcept {
+    for (const ControlRow& Control : Controls())
+        if (Control.Id == Id) return Control.What;
+    return std::nullopt;
 }
 
 void BuildControls(HWND Frame) {

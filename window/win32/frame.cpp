@@ -3,6 +3,7 @@
 
 #include "host/win32/boxes.h"
 #include "host/win32/module.h"
+#include "host/win32/styled.h"
 #include "window/frmVNT.h"
 
 namespace {
@@ -39,6 +40,8 @@ LRESULT CALLBACK FrameProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) n
     case WM_TIMER: Native::OnTimer(W); return 0;
     case WM_HSCROLL: Native::Scroll(SB_HORZ, W); return 0;
     case WM_VSCROLL: Native::Scroll(SB_VERT, W); return 0;
+    case WM_MOUSEWHEEL: Native::ScrollByWheel(W); return 0;
+    case Native::KeyOfOurs: Native::OnKey(W, L); return 0;
     case WM_SETFOCUS: SetFocus(Native::WindowOf(ID_mfg)); return 0;
     case WM_THEMECHANGED:
     case WM_SYSCOLORCHANGE: Native::ForgetPageBackground(); break;
@@ -91,7 +94,7 @@ namespace Frame {
 void Create(Place Where) {
     Prepare();
     try {
-        const Native::StyledCreation Styled;
+        const Styled Controls;
         // A hidden pop-up window until the host's window takes it in.
         TheFrame = CreateWindowExW(WS_EX_CONTROLPARENT, FrameClass, L"Vantor", WS_POPUP | WS_CLIPSIBLINGS, 0,
                                    0, 0, 0, nullptr, nullptr, Module::Instance(), nullptr);
@@ -121,36 +124,28 @@ void Move(Long X, Long Y, Long Width, Long Height) {
     MoveWindow(TheFrame, X, Y, Width, Height, TRUE);
 }
 
-void SetParent(std::intptr_t Host, Place Where) {
+void SetParent(std::intptr_t Host) {
     const auto Window = reinterpret_cast<HWND>(Host);
-    if (TheFrame == nullptr || !IsWindow(Window)) Fail(ErrorNumber::InvalidCall, {}, Where);
-    const auto Style = static_cast<DWORD>(GetWindowLongW(TheFrame, GWL_STYLE));
-    SetWindowLongW(TheFrame, GWL_STYLE, static_cast<LONG>((Style & ~WS_POPUP) | WS_CHILD));
-    if (::SetParent(TheFrame, Window) == nullptr) {
-        SetWindowLongW(TheFrame, GWL_STYLE, static_cast<LONG>(Style));
-        Fail(ErrorNumber::InvalidCall, {}, Where);
-    }
+    const bool IsHeld = IsWindow(Window) != FALSE;
+    const auto Style = static_cast<DWORD>(GetWindowLongW(TheFrame, GWL_STYLE)) & ~(WS_POPUP | WS_CHILD);
+    SetWindowLongW(TheFrame, GWL_STYLE, static_cast<LONG>(Style | (IsHeld ? WS_CHILD : WS_POPUP)));
+    ::SetParent(TheFrame, IsHeld ? Window : nullptr);
     // The place counts from the new parent.
     MoveWindow(TheFrame, Wanted.left, Wanted.top, Wanted.right - Wanted.left, Wanted.bottom - Wanted.top,
                TRUE);
 }
 
-void Show(bool On) { ShowWindow(TheFrame, On ? SW_SHOWNA : SW_HIDE); }
-
-namespace {
-
-constexpr Long TwipsPerInch = 1440;
-
-Long TwipsPerPixel(int Direction) noexcept {
-    const HDC Screen = GetDC(nullptr);
-    const int PixelsPerInch = GetDeviceCaps(Screen, Direction);
-    ReleaseDC(nullptr, Screen);
-    return PixelsPerInch > 0 && PixelsPerInch <= TwipsPerInch ? TwipsPerInch / PixelsPerInch : 15;
+void Show(bool On) {
+    // A hidden box that keeps the focus would store what is typed.
+    if (!On && IsChild(TheFrame, GetFocus())) SetFocus(GetAncestor(TheFrame, GA_PARENT));
+    ShowWindow(TheFrame, On ? SW_SHOWNA : SW_HIDE);
 }
 
-} // namespace
-
-Long TwipsPerPixelX() { return TwipsPerPixel(LOGPIXELSX); }
-Long TwipsPerPixelY() { return TwipsPerPixel(LOGPIXELSY); }
+Size PixelsPerInch() {
+    const HDC Screen = GetDC(nullptr);
+    const Size Found{GetDeviceCaps(Screen, LOGPIXELSX), GetDeviceCaps(Screen, LOGPIXELSY)};
+    ReleaseDC(nullptr, Screen);
+    return Found;
+}
 
 } // namespace Frame

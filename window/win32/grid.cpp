@@ -79,7 +79,7 @@ void OnItemChanged(int Id, const NMLISTVIEW& Change) noexcept {
 }
 
 // Ctrl and a digit sort by that column, as a click on its heading does.
-void OnKey(int Id, WORD Key) noexcept {
+void SortByDigit(int Id, WORD Key) noexcept {
     const int Column = Key - '1';
     const int Sortable = static_cast<int>(Columns.size()) - (HasTeamColumn ? 1 : 0);
     if (GetKeyState(VK_CONTROL) < 0 && Column >= 0 && Column < Sortable)
@@ -163,7 +163,7 @@ LRESULT OnGridNotify(const NMHDR* Header) noexcept {
     case LVN_COLUMNCLICK:
         Raise(Id, Event::ColumnClick, reinterpret_cast<const NMLISTVIEW*>(Header)->iSubItem);
         break;
-    case LVN_KEYDOWN: OnKey(Id, reinterpret_cast<const NMLVKEYDOWN*>(Header)->wVKey); break;
+    case LVN_KEYDOWN: SortByDigit(Id, reinterpret_cast<const NMLVKEYDOWN*>(Header)->wVKey); break;
     // A click beside the rows takes the highlight away, but the selected row stays what it is.
     case NM_CLICK:
     case NM_RCLICK:
@@ -188,6 +188,7 @@ void OnGridMenu(int Id, const POINT* Mouse) noexcept {
     const int Row = SelectedRow(Id) >= 0 ? SelectedRow(Id) : std::min(RowCount(Id), 1) - 1;
     RECT Box{};
     Box.left = LVIR_BOUNDS;
+    Send(Id, LVM_ENSUREVISIBLE, static_cast<WPARAM>(Row), FALSE); // the menu acts on a player who can be seen
     if (Row < 0 || !Send(Id, LVM_GETITEMRECT, static_cast<WPARAM>(Row), &Box))
         GetClientRect(WindowOf(Id), &Box);
     MapWindowPoints(WindowOf(Id), nullptr, reinterpret_cast<POINT*>(&Box), 2);

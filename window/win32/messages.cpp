@@ -1,6 +1,4 @@
 // The messages of the frame and its pages become events.
-#include <optional>
-
 #include "window/win32/native.h"
 
 #include "window/events.h"
@@ -20,12 +18,6 @@ constexpr CodeRow Codes[] = {
     {Kind::Text, EN_CHANGE, Event::Change},        {Kind::List, LBN_SELCHANGE, Event::Click},
     {Kind::List, LBN_DBLCLK, Event::DblClick},
 };
-
-std::optional<Kind> KindOf(int Id) noexcept {
-    for (const ControlRow& Control : Controls())
-        if (Control.Id == Id) return Control.What;
-    return std::nullopt;
-}
 
 void OnControl(int Id, WORD Code) noexcept {
     if (Quiet::Now()) return;
@@ -55,17 +47,16 @@ LRESULT OnNotify(const NMHDR* Header) noexcept {
 
 void OnContextMenu(HWND Asked, LPARAM Position) noexcept {
     const POINT Mouse{static_cast<short>(LOWORD(Position)), static_cast<short>(HIWORD(Position))};
-    const bool ByKeyboard = Position == -1;
     RECT Box{};
     GetWindowRect(Asked, &Box);
-    if (ByKeyboard)
+    if (Position == ByKeyboard)
         SetMenuPointBelow(Box);
     else
         SetMenuPoint(Mouse);
     // A grid's header is a window of its own.
     const int Id = IdOf(Asked) != 0 ? IdOf(Asked) : IdOf(GetParent(Asked));
     if (KindOf(Id) == Kind::Grid)
-        OnGridMenu(Id, ByKeyboard ? nullptr : &Mouse);
+        OnGridMenu(Id, Position == ByKeyboard ? nullptr : &Mouse);
     else
         Raise(Id, Event::RightClick);
 }

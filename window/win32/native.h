@@ -5,6 +5,7 @@
 
 #include <commctrl.h>
 
+#include <optional>
 #include <type_traits>
 
 #include "host/text.h"
@@ -18,6 +19,8 @@ HWND FrameWindow() noexcept;
 HWND WindowOf(int Id) noexcept;
 // The identifier of one of our controls; 0 for any other window.
 int IdOf(HWND Window) noexcept;
+// What the control is; absent for any other identifier.
+std::optional<Kind> KindOf(int Id) noexcept;
 
 template <class T> LRESULT Send(int Id, UINT Message, WPARAM W, T L) noexcept {
     const HWND Window = WindowOf(Id);
@@ -53,25 +56,15 @@ void ApplyFont(HWND Frame) noexcept;
 HFONT Font() noexcept;
 int DotsPerInch() noexcept;
 
-// Windows created while one lives get the styled controls.
-class StyledCreation {
-public:
-    StyledCreation() noexcept;
-    ~StyledCreation();
-    StyledCreation(const StyledCreation&) = delete;
-    StyledCreation& operator=(const StyledCreation&) = delete;
-
-private:
-    ULONG_PTR Cookie = 0;
-    bool Active = false;
-};
-
 // --- Pages (page.cpp): they look like the inside of the tab control.
 
 bool RegisterPageClass() noexcept;
 void UnregisterPageClass() noexcept;
 inline constexpr const wchar_t* PageClass = L"frmVNT.Page";
 void ShowPage(int Page) noexcept;
+// The tab strip comes before its pages in the Tab order, which is the z-order: so it lies above them, with a
+// hole where they are. After each change of place.
+void CutPageHole() noexcept;
 // After a change of size or look.
 void ForgetPageBackground() noexcept;
 
@@ -79,6 +72,7 @@ void ForgetPageBackground() noexcept;
 
 void ApplyLayout() noexcept;
 void Scroll(int Bar, WPARAM Request) noexcept;
+void ScrollByWheel(WPARAM Turn) noexcept;
 // Brings a control of the frame or of a page into sight.
 void ScrollTo(HWND Control) noexcept;
 void ForgetScrolling() noexcept;
@@ -89,6 +83,7 @@ void OnCommand(WPARAM W, LPARAM L) noexcept;
 LRESULT OnNotify(const NMHDR* Header) noexcept;
 void OnTimer(WPARAM Id) noexcept;
 void ForgetTimers() noexcept;
+constexpr LPARAM ByKeyboard = -1; // instead of the mouse's place
 void OnContextMenu(HWND Asked, LPARAM Position) noexcept;
 
 // --- The grid (grid.cpp).
@@ -105,10 +100,12 @@ void StartTooltips(HWND Frame) noexcept;
 void StopTooltips() noexcept;
 void OnTooltip(const NMHDR* Header) noexcept;
 
-// --- Keyboard (keyboard.cpp): Tab and Enter work although the message loop is the host's.
+// --- Keyboard (keyboard.cpp): our keys reach our controls although the message loop is the host's.
 
 void StartKeyboard() noexcept;
 void StopKeyboard() noexcept;
+inline constexpr UINT KeyOfOurs = WM_APP; // posted to the frame with the key's parameters
+void OnKey(WPARAM Key, LPARAM Flags) noexcept;
 
 // --- Pop-up menus (menu.cpp): where the next one appears, on the screen.
 

@@ -1,3 +1,4 @@
+// The pages of the tab control.
 #include <windows.h>
 
 #include <uxtheme.h>
@@ -88,9 +89,24 @@ bool RegisterPageClass() noexcept {
 void UnregisterPageClass() noexcept { UnregisterClassW(PageClass, Module::Instance()); }
 
 void ShowPage(int Page) noexcept {
+    const HWND Focus = GetFocus();
     int Number = 0;
     for (const ControlRow& Row : Controls())
         if (Row.What == Kind::Page) ShowWindow(WindowOf(Row.Id), Number++ == Page ? SW_SHOWNA : SW_HIDE);
+    // A hidden box that keeps the focus would store what is typed, and nobody would see it.
+    if (IsChild(FrameWindow(), Focus) && !IsWindowVisible(Focus)) SetFocus(WindowOf(ID_stMain));
+}
+
+void CutPageHole() noexcept {
+    RECT Tabs{}, Page{};
+    GetWindowRect(WindowOf(ID_stMain), &Tabs);
+    GetWindowRect(WindowOf(ID_pageNames), &Page);
+    OffsetRect(&Page, -Tabs.left, -Tabs.top);
+    const HRGN Region = CreateRectRgn(0, 0, Tabs.right - Tabs.left, Tabs.bottom - Tabs.top);
+    const HRGN Hole = CreateRectRgnIndirect(&Page);
+    CombineRgn(Region, Region, Hole, RGN_DIFF);
+    DeleteObject(Hole);
+    SetWindowRgn(WindowOf(ID_stMain), Region, TRUE); // the region is the system's from here on
 }
 
 void ForgetPageBackground() noexcept {

@@ -67,6 +67,7 @@ void ApplyLayout() noexcept {
         const RECT Area = SetBars(SmallestLayout());
         for (const Placed& Control : LayOut(static_cast<int>(Area.right), static_cast<int>(Area.bottom)))
             MoveControl(Control);
+        CutPageHole();
         ForgetPageBackground();
         FitGridColumns(ID_mfg);
         RedrawWindow(FrameWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -82,6 +83,16 @@ void Scroll(int Bar, WPARAM Request) noexcept {
     LONG& Position = Bar == SB_HORZ ? Offset.x : Offset.y;
     Position = Asked(Info, LOWORD(Request), Measure::LineHeight());
     ApplyLayout();
+}
+
+void ScrollByWheel(WPARAM Turn) noexcept {
+    UINT Lines = 3;
+    SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &Lines, 0);
+    const int Notches = GET_WHEEL_DELTA_WPARAM(Turn) / WHEEL_DELTA;
+    const WPARAM Request = Notches > 0 ? SB_LINEUP : SB_LINEDOWN;
+    // A wheel that scrolls by pages asks for more lines than there are.
+    for (int Line = std::abs(Notches) * static_cast<int>(std::min(Lines, 10u)); Line > 0; --Line)
+        Scroll(SB_VERT, Request);
 }
 
 void ScrollTo(HWND Control) noexcept {

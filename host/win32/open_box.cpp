@@ -1,0 +1,68 @@
+// The place of a box on the screen, and the focus after it.
+#include "host/win32/open_box.h"
+
+#include <algorithm>
+
+#include "host/win32/module.h"
+
+namespace {
+
+OpenBox* Innermost = nullptr;
+
+bool IsDialog(HWND Window) noexcept {
+    wchar_t Class[8] = L"";
+    GetClassNameW(Window, Class, static_cast<int>(std::size(Class)));
+    return lstrcmpW(Class, L"#32770") == 0;
+}
+
+// In the middle of the other window, but on its screen as a whole.
+void MoveToCentre(HWND Box, HWND Host) noexcept {
+    if (!IsWindowVisible(Host) || IsIconic(Host)) return;
+    RECT Size{}, Area{};
+    MONITORINFO Screen{};
+    Screen.cbSize = sizeof Screen;
+    GetWindowRect(Box, &Size);
+    GetWindowRect(Host, &Area);
+    GetMonitorInfoW(MonitorFromWindow(Host, MONITOR_DEFAULTTONEAREST), &Screen);
+    const LONG Width = Size.right - Size.left;
+    const LONG Height = Size.bottom - Size.top;
+    const LONG X = (Area.left + Area.right - Width) / 2;
+    const LONG Y = (Area.top + Area.bottom - Height) / 2;
+    SetWindowPos(Box, nullptr, std::max(Screen.rcWork.left, std::min(X, Screen.rcWork.right - Width)),
+                 std::max(Screen.rcWork.top, std::min(Y, Screen.rcWork.bottom - Height)), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+} // namespace
+
+OpenBox::OpenBox(HWND HostWindow) noexcept
+    : Outer(Innermost), Host(HostWindow), Focus(GetFocus()),
+      Hook(SetWindowsHookExW(WH_CBT, OnThreadEvent, nullptr, GetCurrentThreadId())) {
+    Module::AddLock();
+    Innermost = this;
+}
+
+OpenBox::~OpenBox() {
+    if (Hook != nullptr) UnhookWindowsHookEx(Hook);
+    Innermost = Outer;
+    // A window that has become invisible meanwhile (another page, another profile) must not take what is
+    // typed.
+    if (IsWindowVisible(Focus) && IsWindowEnabled(Focus)) SetFocus(Focus);
+    Module::RemoveLock();
+}
+
+void OpenBox::OnActivate(HWND Activated) noexcept {
+    const HWND Before = GetFocus();
+    if (Box == nullptr && IsDialog(Activated)) {
+        Box = Activated;
+        MoveToCentre(Box, Host);
+    } else if (Activated == Box && Before != nullptr && !IsChild(Box, Before)) {
+        // An error box leaves the host usable: somebody has worked behind it and comes back to close it.
+        Focus = Before;
+    }
+}
+
+LRESULT CALLBACK OpenBox::OnThreadEvent(int Code, WPARAM W, LPARAM L) noexcept {
+    if (Code == HCBT_ACTIVATE && Innermost != nullptr) Innermost->OnActivate(reinterpret_cast<HWND>(W));
+    return CallNextHookEx(nullptr, Code, W, L);
+}
