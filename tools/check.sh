@@ -12,7 +12,7 @@ need_packages build wine check || exit 1
 
 BUILD=${1:-build/check}
 FINDINGS=$BUILD/findings
-PRODUCT='host game lists enforcement plugin window'
+PRODUCT='host game lists enforcement plugin window filter'
 mkdir -p "$BUILD" && : >"$FINDINGS" || exit 1
 BUILD=$(cd "$BUILD" && pwd)
 FINDINGS=$BUILD/findings
@@ -80,6 +80,7 @@ check_cppcheck() {
 may_include() {
   case "$1" in
     host) echo host ;;
+    filter) echo filter ;;
     lists | game) echo 'host|game|lists' ;;
     enforcement) echo 'host|game|lists|enforcement' ;;
     window) echo 'host|game|lists|enforcement|window' ;;

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "sandbox/filter/filter_state.h"
+#include "sandbox/engine/engine_state.h"
 #include "sandbox/game/scenario.h"
 
 namespace {
@@ -115,13 +115,11 @@ Simulation::GameMemory OwnMemory() {
             .Entities = Allocate(Simulation::EntitiesSize)};
 }
 
-// The addresses that the packet filter blocks for this port; none while it is off or has no state file.
+// The addresses that the filtering engine blocks for this port; none without a state file.
 std::vector<std::string> BlockedAddresses(const std::string& StateFile, std::int32_t Port) {
-    const FilterState State = ReadFilterState(std::filesystem::path(StateFile).wstring());
     std::vector<std::string> Blocked;
-    if (!State.IsFiltering) return Blocked;
-    for (const FilterRule& Rule : State.Rules)
-        if (Rule.Port == Port) Blocked.push_back(Rule.Address);
+    for (const EngineFilter& Filter : ReadEngineState(std::filesystem::path(StateFile).wstring()).Filters)
+        if (Filter.Port == Port) Blocked.push_back(Filter.Address);
     return Blocked;
 }
 

@@ -33,6 +33,7 @@ public:
                                                                     {L"qrvGMF.dll", L"helpers"},
                                                                     {L"qrvVNT.dll", L"Plugins\\dlls\\Vantor"},
                                                                     {L"qrvudpfw.dll", L"."},
+                                                                    {L"fwpuclnt.dll", L"."},
                                                                     {L"gameserver.exe", L"."},
                                                                     {L"host.exe", L"."},
                                                                     {L"console.exe", L"."}};
@@ -40,8 +41,8 @@ public:
             const fs::path Target = Base / Place / Name;
             if (!CopyFileW((From / Name).c_str(), Target.c_str(), FALSE))
                 throw std::runtime_error("cannot copy to " + Target.string());
-            const std::wstring File = Name;
-            if (File.ends_with(L".dll") && File != L"qrvudpfw.dll") RegisterDll(Target);
+            // Of the host's own folder nothing is registered.
+            if (Target.extension() == L".dll" && Place != std::wstring(L".")) RegisterDll(Target);
         }
         std::ofstream(Base / L"DrvFltIp.sys") << "stands for the driver";
         Text = Base.wstring();

@@ -1,0 +1,36 @@
+// The filtering engine, as the library needs it: one session, its transactions and its filters. filter/win32
+// asks the platform; the native tests have an engine in memory.
+//
+// Only the library's own thread calls these.
+#pragma once
+
+#include <cstdint>
+
+#include "filter/rule.h"
+
+// A call of the engine that failed, with the platform's error code; no failure while the code is 0.
+struct Failure {
+    const char* Call = "";
+    std::uint32_t Code = 0;
+    explicit operator bool() const { return Code != 0; }
+};
+
+namespace Engine {
+
+// Opens a session whose filters vanish with it. After a failure no session is open.
+Failure Open();
+// Ends the session and everything that was added in it.
+void Close() noexcept;
+// Fails when the engine no longer has what Open added: its service was stopped, or the session was lost.
+Failure Check();
+
+// What is added and removed counts from Commit on, all of it or nothing.
+Failure Begin();
+Failure Commit();
+Failure Abort();
+
+// Filter receives the identifier by which Remove finds the filter.
+Failure Add(const Rule& Blocked, std::uint64_t& Filter);
+Failure Remove(std::uint64_t Filter);
+
+} // namespace Engine

@@ -1,0 +1,24 @@
+// One lock, one signal and one thread: all that the library needs of threads. filter/win32 asks the platform,
+// as our compiler's own library has none; the native tests take the standard library's.
+#pragma once
+
+namespace Threads {
+
+// Holds the lock.
+class Guard {
+public:
+    Guard();
+    ~Guard();
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+};
+
+// Lets go of the lock until Wake is called or the time has passed; false when it has.
+bool Wait(unsigned Milliseconds);
+void Wake();
+
+// Runs Body on a thread of its own and keeps the library loaded until it has returned. False when there is no
+// thread to be had.
+bool Start(void (*Body)() noexcept);
+
+} // namespace Threads

@@ -1,0 +1,9 @@
+// Failures of the engine in words, for the event log and for whoever asks.
+#pragma once
+
+#include <string>
+
+#include "filter/engine.h"
+
+// The call, its error code, what Windows says about it, and what helps when that is known.
+std::wstring FailureText(const Failure& Failed);

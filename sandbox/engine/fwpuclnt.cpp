@@ -1,0 +1,164 @@
+// A stand-in for the platform's filtering engine: sessions, transactions, and what is added in them. It
+// refuses what the platform would refuse, as far as its documentation tells.
+#include <windows.h>
+
+#include <fwpmu.h>
+
+#include <algorithm>
+#include <exception>
+
+#include "filter/win32/engine_keys.h"
+#include "sandbox/engine/keys.h"
+#include "sandbox/engine/sessions.h"
+
+namespace {
+
+constexpr DWORD Refused(HRESULT Error) { return static_cast<DWORD>(Error); }
+
+// A call of the engine, unless a switch forbids it. Nothing escapes from it.
+template <class Procedure> DWORD Call(const char* Name, Procedure Body) noexcept {
+    try {
+        if (const DWORD Error = Sessions::Refusal(Name)) return Error;
+        return Body();
+    } catch (const std::exception&) {
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+}
+
+bool Has(const EngineState& State, const std::string& Kind, const GUID& Key) {
+    return std::ranges::any_of(State.Objects, [&](const EngineObject& Entry) {
+        return Entry.Kind == Kind && Entry.Key == KeyText(Key);
+    });
+}
+
+DWORD AddObject(HANDLE Engine, const char* Kind, const GUID& Key, const FWPM_DISPLAY_DATA0& Display,
+                const GUID* Provider) {
+    return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
+        if (Display.name == nullptr) return Refused(FWP_E_NULL_DISPLAY_NAME);
+        if (Has(State, Kind, Key)) return Refused(FWP_E_ALREADY_EXISTS);
+        if (Provider && !Has(State, "provider", *Provider)) return Refused(FWP_E_PROVIDER_NOT_FOUND);
+        State.Objects.push_back({Kind, KeyText(Key), Session});
+        return Refused(ERROR_SUCCESS);
+    });
+}
+
+std::string Dotted(UINT32 Address) {
+    std::string Text = std::to_string(Address >> 24);
+    for (const unsigned Shift : {16U, 8U, 0U}) Text += '.' + std::to_string(Address >> Shift & 0xFF);
+    return Text;
+}
+
+// The two conditions that there are; each of its own type.
+DWORD ReadCondition(const FWPM_FILTER_CONDITION0& Condition, EngineFilter& Filter) {
+    const FWP_CONDITION_VALUE0& Value = Condition.conditionValue;
+    const bool IsAddress = Condition.fieldKey == EngineKeys::RemoteAddress;
+    if (!IsAddress && Condition.fieldKey != EngineKeys::LocalPort) return Refused(FWP_E_CONDITION_NOT_FOUND);
+    if (Condition.matchType != FWP_MATCH_EQUAL) return Refused(FWP_E_MATCH_TYPE_MISMATCH);
+    if (Value.type != (IsAddress ? FWP_UINT32 : FWP_UINT16)) return Refused(FWP_E_TYPE_MISMATCH);
+    if (IsAddress) Filter.Address = Dotted(Value.uint32);
+    if (!IsAddress) Filter.Port = Value.uint16;
+    return ERROR_SUCCESS;
+}
+
+DWORD ReadFilter(const FWPM_FILTER0& Given, const EngineState& State, EngineFilter& Filter) {
+    if (Given.displayData.name == nullptr) return Refused(FWP_E_NULL_DISPLAY_NAME);
+    if (Given.layerKey != EngineKeys::InboundTransportV4) return Refused(FWP_E_LAYER_NOT_FOUND);
+    if (!Has(State, "sublayer", Given.subLayerKey)) return Refused(FWP_E_SUBLAYER_NOT_FOUND);
+    if (Given.providerKey && !Has(State, "provider", *Given.providerKey))
+        return Refused(FWP_E_PROVIDER_NOT_FOUND);
+    if (Given.action.type != FWP_ACTION_BLOCK) return Refused(FWP_E_INVALID_ACTION_TYPE);
+    if (Given.flags != 0) return Refused(FWP_E_INVALID_FLAGS); // nobody asks for one here
+    if (Given.weight.type != FWP_EMPTY) return Refused(FWP_E_INVALID_WEIGHT);
+    if (Given.numFilterConditions != 2) return Refused(FWP_E_INVALID_PARAMETER);
+    for (UINT32 Index = 0; Index < Given.numFilterConditions; ++Index)
+        if (const DWORD Error = ReadCondition(Given.filterCondition[Index], Filter)) return Error;
+    Filter.Key = KeyText(Given.subLayerKey);
+    return ERROR_SUCCESS;
+}
+
+} // namespace
+
+extern "C" {
+
+DWORD WINAPI FwpmEngineOpen0(const wchar_t* Server, UINT32 Service, SEC_WINNT_AUTH_IDENTITY_W*,
+                             const FWPM_SESSION0* Session, HANDLE* Engine) {
+    return Call("FwpmEngineOpen0", [&] {
+        const bool IsServiceKnown = Service == RPC_C_AUTHN_WINNT || Service == RPC_C_AUTHN_DEFAULT;
+        if (Server != nullptr || !IsServiceKnown) return Refused(FWP_E_INVALID_PARAMETER);
+        const bool IsDynamic = Session != nullptr && Session->flags == EngineKeys::DynamicSession;
+        return Sessions::Open(IsDynamic, Session ? Session->txnWaitTimeoutInMSec : 0, Engine);
+    });
+}
+
+// Never switched off: a session ends with its process in any case.
+DWORD WINAPI FwpmEngineClose0(HANDLE Engine) { return Sessions::Close(Engine); }
+
+DWORD WINAPI FwpmTransactionBegin0(HANDLE Engine, UINT32) {
+    return Call("FwpmTransactionBegin0", [&] { return Sessions::Begin(Engine); });
+}
+
+DWORD WINAPI FwpmTransactionCommit0(HANDLE Engine) {
+    return Call("FwpmTransactionCommit0", [&] { return Sessions::Commit(Engine); });
+}
+
+DWORD WINAPI FwpmTransactionAbort0(HANDLE Engine) {
+    return Call("FwpmTransactionAbort0", [&] { return Sessions::Abort(Engine); });
+}
+
+DWORD WINAPI FwpmProviderAdd0(HANDLE Engine, const FWPM_PROVIDER0* Given, PSECURITY_DESCRIPTOR) {
+    return Call("FwpmProviderAdd0", [&] {
+        return AddObject(Engine, "provider", Given->providerKey, Given->displayData, nullptr);
+    });
+}
+
+DWORD WINAPI FwpmSubLayerAdd0(HANDLE Engine, const FWPM_SUBLAYER0* Given, PSECURITY_DESCRIPTOR) {
+    return Call("FwpmSubLayerAdd0", [&] {
+        return AddObject(Engine, "sublayer", Given->subLayerKey, Given->displayData, Given->providerKey);
+    });
+}
+
+DWORD WINAPI FwpmSubLayerGetByKey0(HANDLE Engine, const GUID* Key, FWPM_SUBLAYER0** Found) {
+    return Call("FwpmSubLayerGetByKey0", [&] {
+        EngineState State;
+        if (const DWORD Error = Sessions::View(Engine, State)) return Error;
+        if (!Has(State, "sublayer", *Key)) return Refused(FWP_E_SUBLAYER_NOT_FOUND);
+        *Found = static_cast<FWPM_SUBLAYER0*>(std::calloc(1, sizeof **Found));
+        if (*Found == nullptr) return Refused(ERROR_NOT_ENOUGH_MEMORY);
+        (*Found)->subLayerKey = *Key;
+        return Refused(ERROR_SUCCESS);
+    });
+}
+
+DWORD WINAPI FwpmFilterAdd0(HANDLE Engine, const FWPM_FILTER0* Given, PSECURITY_DESCRIPTOR, UINT64* Id) {
+    return Call("FwpmFilterAdd0", [&] {
+        return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
+            EngineFilter New;
+            if (const DWORD Error = Sessions::Refusal("FwpmFilterAdd0", State.Filters.size() + 1)) return Error;
+            if (const DWORD Error = ReadFilter(*Given, State, New)) return Error;
+            New.Id = ++State.LastId;
+            New.Session = Session;
+            State.Filters.push_back(New);
+            if (Id != nullptr) *Id = New.Id;
+            return Refused(ERROR_SUCCESS);
+        });
+    });
+}
+
+DWORD WINAPI FwpmFilterDeleteById0(HANDLE Engine, UINT64 Id) {
+    return Call("FwpmFilterDeleteById0", [&] {
+        return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
+            const auto Found = std::ranges::find(State.Filters, Id, &EngineFilter::Id);
+            if (Found == State.Filters.end()) return Refused(FWP_E_FILTER_NOT_FOUND);
+            if (Found->Session != Session) return Refused(FWP_E_WRONG_SESSION);
+            State.Filters.erase(Found);
+            return Refused(ERROR_SUCCESS);
+        });
+    });
+}
+
+void WINAPI FwpmFreeMemory0(void** Memory) {
+    std::free(*Memory);
+    *Memory = nullptr;
+}
+
+} // extern "C"

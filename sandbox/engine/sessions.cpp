@@ -1,0 +1,186 @@
+#include "sandbox/engine/sessions.h"
+
+#include <rpc.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+namespace Sessions {
+namespace {
+
+constexpr DWORD OrdinaryWait = 15000; // milliseconds; what the platform takes for 0
+
+// A handle is a pointer to one. As with the platform, one thread at a time uses it.
+struct Session {
+    std::string Name;
+    bool IsDynamic = false;
+    DWORD WaitMilliseconds = OrdinaryWait;
+    bool IsInTransaction = false;
+    EngineState Pending{};
+};
+
+volatile LONG Opened = 0;
+
+Session& Of(HANDLE Given) { return *static_cast<Session*>(Given); }
+
+std::wstring StateFile() { return Folder() + L"\\engine.state"; }
+
+// One lock for all processes: the platform lets one transaction after the other.
+HANDLE Mutex() {
+    static const HANDLE Made = [] {
+        std::wstring Name = L"VantorEngine " + Folder();
+        std::ranges::replace(Name, L'\\', L'/');
+        return CreateMutexW(nullptr, FALSE, Name.c_str());
+    }();
+    return Made;
+}
+
+class Lock {
+public:
+    explicit Lock(DWORD Milliseconds = OrdinaryWait) {
+        const DWORD Result = WaitForSingleObject(Mutex(), Milliseconds);
+        IsHeld = Result == WAIT_OBJECT_0 || Result == WAIT_ABANDONED;
+    }
+    ~Lock() {
+        if (IsHeld) ReleaseMutex(Mutex());
+    }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    explicit operator bool() const { return IsHeld; }
+    // From here on the transaction holds it.
+    void Keep() { IsHeld = false; }
+
+private:
+    bool IsHeld;
+};
+
+// Reads the state as others left it. A session that is not in it has been lost.
+DWORD Read(const Session& Owner, EngineState& State) {
+    State = ReadEngineState(StateFile());
+    const auto Same = [&](const EngineSession& Listed) { return Listed.Name == Owner.Name; };
+    return std::ranges::any_of(State.Sessions, Same) ? ERROR_SUCCESS
+                                                     : static_cast<DWORD>(FWP_E_SESSION_ABORTED);
+}
+
+DWORD Write(const EngineState& State) {
+    return WriteEngineState(StateFile(), State) ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
+}
+
+// Ends the transaction and with it the hold on the lock.
+void EndTransaction(Session& Owner) {
+    Owner.IsInTransaction = false;
+    Owner.Pending = {};
+    ReleaseMutex(Mutex());
+}
+
+} // namespace
+
+std::wstring Folder() {
+    wchar_t Path[MAX_PATH] = L"";
+    const DWORD Told = GetEnvironmentVariableW(L"VANTOR_ENGINE_DIR", Path, ARRAYSIZE(Path));
+    if (Told > 0 && Told < ARRAYSIZE(Path)) return Path;
+    HMODULE Own = nullptr;
+    const void* Inside = reinterpret_cast<const void*>(&Folder);
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<LPCWSTR>(Inside), &Own);
+    const std::wstring Library(Path, GetModuleFileNameW(Own, Path, ARRAYSIZE(Path)));
+    return Library.substr(0, Library.rfind(L'\\'));
+}
+
+DWORD Refusal(const std::string& Call, std::size_t Filters) {
+    const std::wstring Switches = Folder() + L"\\engine.fail";
+    if (GetFileAttributesW(Switches.c_str()) == INVALID_FILE_ATTRIBUTES) return ERROR_SUCCESS;
+    std::ifstream File{std::filesystem::path(Switches)};
+    for (std::string Word; File >> Word;) {
+        DWORD Number = 0;
+        if (Word == "stopped") {
+            WriteEngineState(StateFile(), {}); // everything in it was dynamic
+            return Call == "FwpmEngineOpen0" ? EPT_S_NOT_REGISTERED : RPC_S_SERVER_UNAVAILABLE;
+        }
+        // Everybody may open a session, and end what is his.
+        if (Word == "denied" && Call != "FwpmEngineOpen0" && Call != "FwpmTransactionAbort0")
+            return ERROR_ACCESS_DENIED;
+        if (Word != "denied") File >> Number;
+        if (Word == Call) return Number;
+        if (Word == "full" && Filters > Number) return ERROR_NOT_ENOUGH_MEMORY;
+    }
+    return ERROR_SUCCESS;
+}
+
+DWORD Open(bool IsDynamic, DWORD WaitMilliseconds, HANDLE* Given) {
+    const Lock Held;
+    auto New = std::make_unique<Session>();
+    const DWORD Process = GetCurrentProcessId();
+    New->Name = std::to_string(Process) + '-' + std::to_string(InterlockedIncrement(&Opened));
+    New->IsDynamic = IsDynamic;
+    if (WaitMilliseconds != 0) New->WaitMilliseconds = WaitMilliseconds;
+    EngineState State = ReadEngineState(StateFile());
+    State.Sessions.push_back({New->Name, Process, CreationOf(Process)});
+    if (const DWORD Error = Write(State)) return Error;
+    *Given = New.release();
+    return ERROR_SUCCESS;
+}
+
+DWORD Close(HANDLE Given) {
+    const std::unique_ptr<Session> Ended(&Of(Given));
+    if (Ended->IsInTransaction) EndTransaction(*Ended);
+    const Lock Held;
+    EngineState State;
+    if (const DWORD Error = Read(*Ended, State)) return Error;
+    EndSession(State, Ended->Name);
+    return Write(State);
+}
+
+DWORD Begin(HANDLE Given) {
+    Session& Owner = Of(Given);
+    if (Owner.IsInTransaction) return static_cast<DWORD>(FWP_E_TXN_IN_PROGRESS);
+    Lock Held(Owner.WaitMilliseconds);
+    if (!Held) return static_cast<DWORD>(FWP_E_TIMEOUT);
+    EngineState State;
+    if (const DWORD Error = Read(Owner, State)) return Error;
+    Owner.Pending = std::move(State);
+    Owner.IsInTransaction = true;
+    Held.Keep();
+    return ERROR_SUCCESS;
+}
+
+DWORD Commit(HANDLE Given) {
+    Session& Owner = Of(Given);
+    if (!Owner.IsInTransaction) return static_cast<DWORD>(FWP_E_NO_TXN_IN_PROGRESS);
+    const DWORD Error = Write(Owner.Pending);
+    EndTransaction(Owner);
+    return Error;
+}
+
+DWORD Abort(HANDLE Given) {
+    Session& Owner = Of(Given);
+    if (!Owner.IsInTransaction) return static_cast<DWORD>(FWP_E_NO_TXN_IN_PROGRESS);
+    EndTransaction(Owner);
+    return ERROR_SUCCESS;
+}
+
+DWORD View(HANDLE Given, EngineState& State) {
+    const Session& Owner = Of(Given);
+    if (Owner.IsInTransaction) {
+        State = Owner.Pending;
+        return ERROR_SUCCESS;
+    }
+    const Lock Held;
+    return Read(Owner, State);
+}
+
+DWORD Change(HANDLE Given, const Alteration& Alter) {
+    Session& Owner = Of(Given);
+    // What is to outlive its session would need a place of its own here; nobody asks for it.
+    if (!Owner.IsDynamic) return ERROR_NOT_SUPPORTED;
+    if (Owner.IsInTransaction) return Alter(Owner.Pending, Owner.Name);
+    const Lock Held;
+    EngineState State;
+    if (const DWORD Error = Read(Owner, State)) return Error;
+    const DWORD Error = Alter(State, Owner.Name);
+    return Error ? Error : Write(State);
+}
+
+} // namespace Sessions

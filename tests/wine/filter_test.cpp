@@ -1,0 +1,242 @@
+// The packet-filter library against the stand-in for the filtering engine: what reaches the engine, what
+// becomes of it when calls fail, and that nothing of it stays behind.
+#include <algorithm>
+#include <filesystem>
+#include <set>
+
+#include "tests/wine/filter_library.h"
+
+namespace {
+
+using namespace Support;
+namespace fs = std::filesystem;
+
+constexpr Long Stopped = 1, Running = 3;
+constexpr Long Bad = 0x4200000A, Worse = 0x4300000A, Next = 0x4400000A; // 10.0.0.66, .67, .68
+
+using Rules = std::vector<std::string>;
+
+std::wstring LibraryPath() { return BaseFolder() + L"\\qrvudpfw.dll"; }
+
+class Filter : public testing::Test {
+protected:
+    const FilterLibrary Library{LibraryPath()};
+};
+
+bool IsUnloaded() {
+    return PumpUntil([] { return GetModuleHandleW(LibraryPath().c_str()) == nullptr; });
+}
+
+// Of a file in UTF-16 with a mark at its beginning.
+std::string FileText(const std::wstring& Path) {
+    const std::string Wide = ReadText(Path);
+    std::string Text;
+    for (std::size_t At = 2; At < Wide.size(); At += 2) Text += Wide[At];
+    return Text;
+}
+
+// A process of its own with rules of its own.
+class Client {
+public:
+    explicit Client(const std::wstring& Arguments) {
+        std::wstring Command =
+            L"\"" + ProgramFolder() + L"\\filter_client.exe\" \"" + LibraryPath() + L"\" " + Arguments;
+        STARTUPINFOW Startup{};
+        Startup.cb = sizeof Startup;
+        if (!CreateProcessW(nullptr, Command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                            BaseFolder().c_str(), &Startup, &Process))
+            throw std::runtime_error("the client does not start");
+    }
+    ~Client() {
+        Kill();
+        CloseHandle(Process.hThread);
+        CloseHandle(Process.hProcess);
+    }
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+    void Kill() const {
+        TerminateProcess(Process.hProcess, 9);
+        WaitForSingleObject(Process.hProcess, Patience);
+    }
+
+private:
+    PROCESS_INFORMATION Process{};
+};
+
+} // namespace
+
+TEST_F(Filter, RulesReachTheEngineInItsByteOrderOnceEach) {
+    EXPECT_EQ(Library.State(), Stopped);
+    Library.Block(Bad, 32123); // before the driver is loaded: kept for later
+    Library.LoadAndStart();
+    Library.Block(Bad, 32123);
+    Library.Block(0x04030201, -1);
+    Library.Block(-1, -32768);
+    const Rules Wanted{"1.2.3.4 65535", "10.0.0.66 32123", "255.255.255.255 32768"};
+    EXPECT_TRUE(StandIn::AwaitRules(Wanted));
+    EXPECT_TRUE(Library.AwaitState(Running));
+    EXPECT_EQ(Library.IsServiceRunning("IpFilterDriver"), Running);
+    EXPECT_EQ(Library.IsServiceRunning("Spooler"), 0);
+    EXPECT_EQ(Library.IsServiceRunning(nullptr), 0);
+}
+
+// The filters' identifiers are the same before and after, so none was ever away.
+TEST_F(Filter, ARebuildTouchesOnlyWhatChanged) {
+    Library.LoadAndStart();
+    for (const Long Address : {Bad, Worse}) Library.Block(Address, 32123);
+    ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.67 32123"}));
+    const EngineState Before = ReadEngineState(StandIn::StateFile());
+    Library.Clear();
+    for (const Long Address : {Next, Worse, Bad}) Library.Block(Address, 32123);
+    ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.67 32123", "10.0.0.68 32123"}));
+    const EngineState After = ReadEngineState(StandIn::StateFile());
+    for (const EngineFilter& Old : Before.Filters)
+        EXPECT_TRUE(std::ranges::any_of(After.Filters, [&](const EngineFilter& Now) {
+            return Now.Id == Old.Id && Now.Address == Old.Address;
+        })) << Old.Address;
+    EXPECT_EQ(After.LastId, Before.LastId + 1);
+    Library.Clear();
+    EXPECT_TRUE(StandIn::AwaitRules({}));
+    EXPECT_EQ(Library.State(), Running) << "no rules are rules, too";
+}
+
+TEST_F(Filter, StoppingEndsTheSessionAndTheThread) {
+    for (const char* Service : {"DrvFltIp2", "IpFilterDriver"}) {
+        Library.LoadAndStart();
+        Library.Block(Bad, 32123);
+        ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123"}));
+        Library.StopDriver("Spooler");
+        EXPECT_EQ(Library.State(), Running);
+        Library.StopDriver(Service);
+        Library.UnloadDriver(Service);
+        EXPECT_EQ(Library.State(), Stopped);
+        EXPECT_TRUE(PumpUntil([] { return ReadEngineState(StandIn::StateFile()).Sessions.empty(); }));
+    }
+    // Rules are gone with the driver that had them.
+    Library.LoadAndStart();
+    EXPECT_TRUE(Library.AwaitState(Running));
+    EXPECT_EQ(StandIn::Rules(), Rules{});
+}
+
+TEST(FilterModule, IsUnloadedOnlyAfterItsThread) {
+    for (int Round = 0; Round < 20; ++Round) {
+        const FilterLibrary Library(LibraryPath());
+        Library.LoadAndStart();
+        Library.Block(Bad, 32123);
+        // Every second time the thread is still waiting for the end of the calls.
+        EXPECT_TRUE(Round % 2 != 0 || StandIn::AwaitRules({"10.0.0.66 32123"}));
+    }
+    EXPECT_TRUE(IsUnloaded());
+    EXPECT_TRUE(ReadEngineState(StandIn::StateFile()).Sessions.empty());
+}
+
+// Whatever goes wrong at the first attempt, the rules are there after the next one, without being sent anew.
+TEST_F(Filter, FailuresWhileTheSessionIsOpened) {
+    for (const char* Words : {"FwpmEngineOpen0 1753", "FwpmTransactionBegin0 2150760466",
+                              "FwpmProviderAdd0 5", "FwpmSubLayerAdd0 5", "FwpmTransactionCommit0 1722",
+                              "FwpmFilterAdd0 8", "denied", "stopped", "full 0"}) {
+        Library.Block(Bad, 32123);
+        {
+            const StandIn::Switch Failing(Words);
+            Library.LoadAndStart();
+            EXPECT_TRUE(Library.AwaitState(Stopped)) << Words;
+            EXPECT_EQ(StandIn::Rules(), Rules{}) << Words;
+        }
+        Library.LoadAndStart();
+        EXPECT_TRUE(Library.AwaitState(Running)) << Words;
+        EXPECT_EQ(StandIn::Rules(), Rules{"10.0.0.66 32123"}) << Words;
+        Library.StopDriver("DrvFltIp2");
+    }
+}
+
+TEST_F(Filter, FailuresOfAChangeLeaveWhatWasBlocked) {
+    Library.LoadAndStart();
+    for (const char* Words : {"FwpmTransactionBegin0 2150760466", "FwpmFilterAdd0 8",
+                              "FwpmFilterDeleteById0 5", "FwpmTransactionCommit0 5", "full 1", "denied",
+                              "stopped", "FwpmTransactionCommit0 5\nFwpmTransactionAbort0 5"}) {
+        Library.Clear();
+        Library.Block(Bad, 32123);
+        ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123"})) << Words;
+        ASSERT_TRUE(Library.AwaitState(Running)) << Words;
+        const bool IsSessionLost = std::string(Words).find("denied") == 0 ||
+                                   std::string(Words).find("stopped") == 0 ||
+                                   std::string(Words).find("Abort") != std::string::npos;
+        {
+            const StandIn::Switch Failing(Words);
+            Library.Clear();
+            for (const Long Address : {Worse, Next}) Library.Block(Address, 32123);
+            EXPECT_TRUE(Library.AwaitState(Stopped)) << Words;
+            EXPECT_EQ(StandIn::Rules(), IsSessionLost ? Rules{} : Rules{"10.0.0.66 32123"}) << Words;
+        }
+        Library.LoadAndStart();
+        EXPECT_TRUE(Library.AwaitState(Running)) << Words;
+        EXPECT_EQ(StandIn::Rules(), (Rules{"10.0.0.67 32123", "10.0.0.68 32123"})) << Words;
+    }
+}
+
+TEST_F(Filter, ALostSessionIsNoticedAndReplaced) {
+    Library.LoadAndStart();
+    Library.Block(Bad, 32123);
+    ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123"}));
+    ASSERT_TRUE(Library.AwaitState(Running));
+    fs::remove(StandIn::StateFile());
+    EXPECT_TRUE(Library.AwaitState(Stopped));
+    Library.LoadAndStart();
+    EXPECT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123"}));
+    EXPECT_TRUE(Library.AwaitState(Running));
+}
+
+TEST_F(Filter, TwoProcessesAndTheEndOfOne) {
+    Library.LoadAndStart();
+    Library.Block(Bad, 32123);
+    const Client Other(L"32124 10.0.0.66 10.0.0.67");
+    ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.66 32124", "10.0.0.67 32124"}));
+    Other.Kill();
+    EXPECT_EQ(StandIn::Rules(), Rules{"10.0.0.66 32123"});
+    Library.Block(Worse, 32123);
+    EXPECT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.67 32123"}));
+}
+
+TEST_F(Filter, ShowsItsState) {
+    const auto Show = reinterpret_cast<void(CALLBACK*)(HWND, HINSTANCE, const wchar_t*, int)>(
+        reinterpret_cast<void*>(GetProcAddress(Library.Module, "ShowStateW")));
+    const auto Shown = [&] {
+        Show(nullptr, Library.Module, (BaseFolder() + L"\\state.txt").c_str(), 0);
+        return FileText(L"state.txt");
+    };
+    EXPECT_NE(Shown().find("No process has rules there."), std::string::npos);
+    Library.LoadAndStart();
+    for (const Long Address : {Bad, Worse}) Library.Block(Address, 32123);
+    Library.Block(Bad, -1);
+    ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.66 65535", "10.0.0.67 32123"}));
+    WriteText(L"engine.drops",
+              std::to_string(ReadEngineState(StandIn::StateFile()).Filters.front().Id) + " 999999\n");
+    const std::string Text = Shown();
+    for (const char* Part : {"elevated: ", "reachable\r\n", "filter_test.exe",
+                             "Port 32123, blocked addresses: 2\r\n  10.0.0.66\r\n  10.0.0.67\r\n",
+                             "Port 65535, blocked addresses: 1\r\n  10.0.0.66\r\n", "remembers: 1\r\n"})
+        EXPECT_NE(Text.find(Part), std::string::npos) << Part << "\nin " << Text;
+    const StandIn::Switch Failing("denied");
+    EXPECT_NE(Shown().find("not reachable. FwpmFilterCreateEnumHandle0 failed with error 5"),
+              std::string::npos)
+        << Shown();
+    // Wine's rundll32 finds Wine's own engine, which says of itself that it does nothing.
+    RunProgram(L"rundll32 \"" + LibraryPath() + L"\",ShowState " + BaseFolder() + L"\\shown.txt");
+    EXPECT_EQ(FileText(L"shown.txt").find("Vantor packet filter "), 0u);
+}
+
+TEST_F(Filter, ImportsSystemDllsAlone) {
+    const std::set<std::string> System = {"advapi32.dll", "fwpuclnt.dll", "kernel32.dll", "msvcrt.dll",
+                                          "user32.dll"};
+    const auto* Image = reinterpret_cast<const char*>(Library.Module);
+    const auto* Dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(Image);
+    const auto* Headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(Image + Dos->e_lfanew);
+    const DWORD Table = Headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    const auto* Entry = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(Image + Table);
+    ASSERT_NE(Entry->Name, 0u);
+    for (; Entry->Name != 0; ++Entry) {
+        std::string Name = Image + Entry->Name;
+        for (char& Letter : Name) Letter = static_cast<char>(tolower(Letter));
+        EXPECT_TRUE(System.contains(Name)) << Name;
+    }
+}
