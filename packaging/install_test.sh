@@ -43,7 +43,7 @@ script() { (cd "$WORK" && wine cscript //nologo "$1"); }
 holds() { wine reg query "$1" /v "$2" 2>/dev/null | grep -qF -- "$3"; } # KEY NAME TEXT
 default_holds() { wine reg query "$1" /ve 2>/dev/null | grep -qiF -- "$2"; }
 creates() { [ "$(script create.vbs | tr -d '\r')" = "$VERSION" ]; }
-host_files() { (cd "$HOST" && find . -type f | grep -v '/Vantor/\(qrvVNT.dll\|qrvVNT_help.chm\|uninstall.exe\)$' | sort | tr '\n' '\0' | xargs -0 sha256sum); }
+host_files() { (cd "$HOST" && find . -type f | grep -v '/Vantor/\(qrvVNT.dll\|qrvudpfw.dll\|qrvVNT_help.chm\|uninstall.exe\)$' | sort | tr '\n' '\0' | xargs -0 sha256sum); }
 unchanged() { [ "$(host_files)" = "$BEFORE" ]; }
 
 rm -rf "$WORK"
@@ -90,6 +90,26 @@ check 'the DLL is whole again' cmp "$PLUGIN/qrvVNT.dll" "$BUILD/bin/qrvVNT.dll"
 check 'the help is back' test -f "$PLUGIN/qrvVNT_help.chm"
 check 'it can be created again' creates
 
+FILTER="$PLUGIN/qrvudpfw.dll"
+EVENTS='SYSTEM\CurrentControlSet\Services\EventLog\Application\qrvudpfw'
+ours() { cmp "$FILTER" "$BUILD/bin/qrvudpfw.dll"; }
+check 'the packet filter is not installed unasked' test ! -e "$FILTER"
+check 'it is when it is asked for' exits 0 setup 'setup.exe /S /FILTER'
+check 'beside the plug-in' ours
+check 'the event log knows it' holds "HKLM\\$EVENTS" EventMessageFile 'Vantor\qrvudpfw.dll'
+echo older >>"$FILTER"
+check 'an upgrade needs no asking' exits 0 setup 'setup.exe /S'
+check 'and renews it' ours
+echo "another maker's" >"$FILTER"
+check 'with another library in its place the installation succeeds' exits 0 setup 'setup.exe /S /FILTER'
+check 'and leaves that library alone' grep -q another "$FILTER"
+check 'so does the removal' exits 0 uninstall
+check 'which is a removal otherwise' test ! -e "$PLUGIN/qrvVNT.dll"
+check 'and leaves it alone, too' grep -q another "$FILTER"
+rm "$FILTER"
+check 'it installs again with the filter' exits 0 setup 'setup.exe /S /FILTER /D=C:\Alt Host'
+check 'which is ours once more' ours
+
 (cd "$WORK" && exec wine cscript //nologo hold.vbs) >"$WORK/held" 2>/dev/null &
 HOLDER=$!
 for _ in $(seq 50); do grep -q held "$WORK/held" && break; sleep 0.1; done
@@ -108,6 +128,8 @@ check 'takes the class from the user' not default_holds "HKCU\\$CLASS" qrvVNT.dl
 
 check 'it uninstalls' exits 0 uninstall
 check 'the DLL is gone' test ! -e "$PLUGIN/qrvVNT.dll"
+check 'the packet filter is gone' test ! -e "$FILTER"
+check 'the event log has forgotten it' not holds "HKLM\\$EVENTS" EventMessageFile .
 check 'the help is gone' test ! -e "$PLUGIN/qrvVNT_help.chm"
 check 'the class is gone' not default_holds "HKLM\\$CLASS" qrvVNT.dll
 check 'the record is gone' not holds "HKLM\\$RECORD" DisplayVersion .
@@ -115,6 +137,8 @@ check 'it can no longer be created' not creates
 check 'the host has lost nothing' unchanged
 
 (cd "$WINEPREFIX/drive_c" && unzip -q "$WORK/packages/qrvVNT-$VERSION.zip")
+check "the ZIP has the packet filter by itself" cmp "$WINEPREFIX/drive_c/qrvVNT-$VERSION/filter/qrvudpfw.dll" "$BUILD/bin/qrvudpfw.dll"
+check "and nothing of it beside the plug-in" test ! -e "$WINEPREFIX/drive_c/qrvVNT-$VERSION/Plugins/dlls/Vantor/qrvudpfw.dll"
 SANDBOX="C:\\qrvVNT-$VERSION\\sandbox"
 check "the ZIP's sandbox registers itself" exits 0 setup "$SANDBOX\\register.cmd"
 check 'its plug-in can be created' creates

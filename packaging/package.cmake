@@ -27,6 +27,11 @@ add_custom_target(help_book DEPENDS ${HELP_BOOK})
 install(TARGETS qrvVNT RUNTIME DESTINATION ${PLUGIN_FOLDER} COMPONENT plugin)
 install(FILES ${HELP_BOOK} DESTINATION ${PLUGIN_FOLDER} COMPONENT plugin)
 
+# The installer puts the packet filter beside the plug-in when it is asked to; in the ZIP it has a folder of its own.
+install(TARGETS qrvudpfw RUNTIME DESTINATION ${PLUGIN_FOLDER} COMPONENT filter)
+install(TARGETS qrvudpfw RUNTIME DESTINATION filter COMPONENT extras)
+install(FILES ${CMAKE_SOURCE_DIR}/filter/README.md DESTINATION filter COMPONENT extras)
+
 install(FILES ${CMAKE_SOURCE_DIR}/README.md ${CMAKE_SOURCE_DIR}/CHANGELOG.md ${CMAKE_SOURCE_DIR}/LICENSE
   DESTINATION . COMPONENT extras)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs DESTINATION . COMPONENT extras

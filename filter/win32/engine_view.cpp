@@ -51,6 +51,7 @@ bool IsDropBy(const FWPM_NET_EVENT0& Event, const std::vector<std::uint64_t>& Fi
 
 std::optional<unsigned> CountDropped(HANDLE Session, const std::vector<HeldRule>& Rules) {
     std::vector<std::uint64_t> Filters;
+    Filters.reserve(Rules.size());
     for (const HeldRule& Held : Rules) Filters.push_back(Held.Filter);
     std::ranges::sort(Filters);
     HANDLE Enumeration = nullptr;

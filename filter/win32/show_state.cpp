@@ -77,7 +77,7 @@ bool WriteFileWhole(const wchar_t* Path, const std::wstring& Text) {
     const HANDLE File = CreateFileW(Path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     if (File == INVALID_HANDLE_VALUE) return false;
     const std::wstring Marked = L'\xFEFF' + Text;
-    const auto Size = static_cast<DWORD>(Marked.size() * sizeof(wchar_t));
+    const DWORD Size = DWORD{sizeof(wchar_t)} * static_cast<DWORD>(Marked.size());
     DWORD Written = 0;
     const bool IsWritten = WriteFile(File, Marked.data(), Size, &Written, nullptr) && Written == Size;
     CloseHandle(File);

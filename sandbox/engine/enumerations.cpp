@@ -3,6 +3,7 @@
 
 #include <fwpmu.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>

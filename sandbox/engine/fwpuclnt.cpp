@@ -5,6 +5,7 @@
 #include <fwpmu.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
 
 #include "filter/win32/engine_keys.h"
@@ -133,7 +134,8 @@ DWORD WINAPI FwpmFilterAdd0(HANDLE Engine, const FWPM_FILTER0* Given, PSECURITY_
     return Call("FwpmFilterAdd0", [&] {
         return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
             EngineFilter New;
-            if (const DWORD Error = Sessions::Refusal("FwpmFilterAdd0", State.Filters.size() + 1)) return Error;
+            if (const DWORD Error = Sessions::Refusal("FwpmFilterAdd0", State.Filters.size() + 1))
+                return Error;
             if (const DWORD Error = ReadFilter(*Given, State, New)) return Error;
             New.Id = ++State.LastId;
             New.Session = Session;

@@ -188,8 +188,8 @@ TEST_F(Parts, APacketFilterLibraryThatIsMissingOrNotWhole) {
     Sweep(1);
     EXPECT_EQ(ReportsOf("tmrVN"), Reports);
     EXPECT_TRUE(Server->Await("dropped", "a spammer", 1000));
-    EXPECT_TRUE(PumpUntil(
-        [] { return ReadText(L"engine.state").find("filter 10.0.0.66 ") != std::string::npos; }));
+    EXPECT_TRUE(
+        PumpUntil([] { return ReadText(L"engine.state").find("filter 10.0.0.66 ") != std::string::npos; }));
 }
 
 TEST_F(Parts, AProfileFolderThatIsGoneAndComesBackAndThenIsNew) {
