@@ -2,7 +2,8 @@
 // what happens when such a tool writes to that memory or sends a command.
 //
 // One simulation serves the game server process and the native tests. Time only passes in AdvanceTo. Names
-// and texts are bytes of the system's code page. Teams are 1 (blue) and 2 (red); other values are kept as given.
+// and texts are bytes of the system's code page. Teams are 1 (blue) and 2 (red); other values are kept as
+// given.
 #pragma once
 
 #include <array>

@@ -41,8 +41,8 @@ std::vector<OddName> HighNames() {
 
 std::vector<OddName> OddNames() {
     std::vector<OddName> Names{
-        {" lead", false}, {"trail ", true}, {"50% off", true},    {"A & B", true},     {"\"quoted\"", true},
-        {"a[1]b", true},  {"p|ipe", true},  {"semi;colon", true}, {"tab\there", true}, {"'single'", true},
+        {" lead", false},  {"trail ", true}, {"50% off", true},    {"A & B", true},     {"\"quoted\"", true},
+        {"a[1]b", true},   {"p|ipe", true},  {"semi;colon", true}, {"tab\there", true}, {"'single'", true},
         {";first", false}, {"a=b", false},   {"e[2]=", false},     {"[clan]Bob", false}};
     for (OddName& Each : HighNames()) Names.push_back(std::move(Each));
     return Names;
