@@ -160,7 +160,7 @@ void Start(Game& World) {
     World.Players = {};
     World.PartOfMessage.clear();
     WriteGlobals(World);
-    for (int Slot = 0; Slot < Layout::SlotCount; ++Slot) Remove(World, Slot);
+    for (int Slot = 0; Slot <= World.Setup.MaxPlayers; ++Slot) Remove(World, Slot);
     if (World.Setup.Dedicated) WritePlayer(World, 0, {.Name = "Host", .Address = "0.0.0.0", .Team = 1});
     Note(World, "start", StartDetail(World.Setup));
 }

@@ -190,18 +190,27 @@ void Rules(Input& From) {
     Require(!Settings::IsPeriod(Text) || ToNumber(Text) > 0, "a period is a number above 0");
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
-    constexpr void (*Areas[])(Input&) = {RemoteMembers, HandEditedFiles, ImportedFile, Rules};
-    Server Game;
+void WithServer(void (*Area)(Input&), Input& From) {
+    Server Game({.MaxPlayers = 4}); // a small table: the text is what counts here
     Game.Join(1, "Alice", "10.0.0.1");
     Game.Join(3, "Bob");
     BanName(L"Alice[1]");
     BanIp(L"9.9.9.9");
     Outside::PutFile(SettingsFile(L"BannedReference.ini"), L"[Bob]\r\n0=10.0.0.7\r\n");
     Outside::PutFile(SettingsFile(L"Slaps.ini"), L"[Messages]\r\n0=one\r\n1=two\r\n");
+    Area(From);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
+    constexpr void (*Areas[])(Input&) = {RemoteMembers, HandEditedFiles, ImportedFile};
     Input From(Data, Size);
-    Areas[From.Below(std::size(Areas))](From);
+    const std::uint32_t Area = From.Below(std::size(Areas) + 1);
+    Outside::Reports.clear();
+    if (Area < std::size(Areas))
+        WithServer(Areas[Area], From);
+    else
+        Rules(From); // needs no server, and is many times as quick without
     return 0;
 }
