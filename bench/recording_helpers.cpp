@@ -25,8 +25,8 @@ bool Recording = false;
 std::vector<Call> Kept;
 
 void ForgetCalls() {
-    for (Call& Each : Kept)
-        for (VARIANT& Argument : Each.Arguments) VariantClear(&Argument);
+    for (Call& Item : Kept)
+        for (VARIANT& Argument : Item.Arguments) VariantClear(&Argument);
     Kept.clear();
 }
 
@@ -142,11 +142,11 @@ void Record(bool On) {
 std::size_t Count() { return Kept.size(); }
 
 void Replay() {
-    for (Call& Each : Kept) {
-        DISPPARAMS Parameters{Each.Arguments.data(), nullptr, static_cast<UINT>(Each.Arguments.size()), 0};
+    for (Call& Item : Kept) {
+        DISPPARAMS Parameters{Item.Arguments.data(), nullptr, static_cast<UINT>(Item.Arguments.size()), 0};
         VARIANT Result;
         VariantInit(&Result);
-        Each.Object->Invoke(Each.Member, IID_NULL, LOCALE_USER_DEFAULT, Each.Flags, &Parameters, &Result,
+        Item.Object->Invoke(Item.Member, IID_NULL, LOCALE_USER_DEFAULT, Item.Flags, &Parameters, &Result,
                             nullptr, nullptr);
         VariantClear(&Result);
     }

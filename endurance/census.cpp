@@ -30,8 +30,8 @@ long Handles() {
     if (Ask(AllHandles, Table.data(), static_cast<ULONG>(Table.size() * sizeof(ULONG)), nullptr) != 0)
         return 0;
     const auto* const First = reinterpret_cast<const Entry*>(Table.data() + 1);
-    return static_cast<long>(std::count_if(First, First + Table[0], [](const Entry& Each) {
-        return Each.Process == static_cast<USHORT>(GetCurrentProcessId());
+    return static_cast<long>(std::count_if(First, First + Table[0], [](const Entry& Item) {
+        return Item.Process == static_cast<USHORT>(GetCurrentProcessId());
     }));
 }
 
@@ -78,7 +78,7 @@ long GdiObjects() {
     std::memcpy(&First, Block + TableOffset, sizeof First);
     if (First == nullptr) return 0;
     return static_cast<long>(
-        std::count_if(First, First + MostObjects, [](const Entry& Each) { return Each.Type != 0; }));
+        std::count_if(First, First + MostObjects, [](const Entry& Item) { return Item.Type != 0; }));
 }
 
 // --- COM's task memory, to which automation strings, arrays and the contents of Variants belong
@@ -191,16 +191,16 @@ bool IsCounted(const Kind& Tried) {
     constexpr long Pieces = 8;
     void* Made[Pieces];
     const long Before = Tried.Count();
-    for (void*& Each : Made) Each = Tried.Make();
+    for (void*& Item : Made) Item = Tried.Make();
     const long With = Tried.Count();
-    for (void* const Each : Made) Tried.Drop(Each);
+    for (void* const Item : Made) Tried.Drop(Item);
     const long Allowed = Tried.Unit - 1; // pages and blocks also come and go by themselves
     return With - Before >= Pieces * Tried.Unit - Allowed && Tried.Count() - Before <= Allowed;
 }
 
 std::vector<long> Take() {
     std::vector<long> Counts;
-    for (const Kind& Each : Kinds) Counts.push_back(Each.Count());
+    for (const Kind& Counter : Kinds) Counts.push_back(Counter.Count());
     return Counts;
 }
 

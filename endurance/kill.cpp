@@ -101,11 +101,11 @@ void Compare(File Which, const Expectation& Expected, const std::multiset<std::s
     std::set<std::string> All(Before.begin(), Before.end());
     All.insert(After.begin(), After.end());
     All.insert(Found.begin(), Found.end());
-    for (const std::string& Each : All) {
-        const auto [Least, Most] = std::minmax({Before.count(Each), After.count(Each)});
+    for (const std::string& Text : All) {
+        const auto [Least, Most] = std::minmax({Before.count(Text), After.count(Text)});
         const bool Twice = Before != After && Least > 0 && MayStandTwice(Which);
-        if (Found.count(Each) < Least) Missing.push_back(Each);
-        if (Found.count(Each) > Most + (Twice ? 1 : 0)) TooMany.push_back(Each);
+        if (Found.count(Text) < Least) Missing.push_back(Text);
+        if (Found.count(Text) > Most + (Twice ? 1 : 0)) TooMany.push_back(Text);
     }
 }
 
@@ -120,10 +120,10 @@ void Judge(Tally& Sum, unsigned Seed, const Expectation& Expected, const State& 
         const auto Which = static_cast<File>(At);
         std::vector<std::string> Missing, TooMany;
         Compare(Which, Expected, Found[At], Missing, TooMany);
-        for (const std::string& Each : TooMany)
-            Report(Sum, Seed, Expected, std::string(NameOf(Which)) + " has too many of " + Each);
-        for (const std::string& Each : Missing)
-            Report(Sum, Seed, Expected, std::string(NameOf(Which)) + " lacks " + Each);
+        for (const std::string& Text : TooMany)
+            Report(Sum, Seed, Expected, std::string(NameOf(Which)) + " has too many of " + Text);
+        for (const std::string& Text : Missing)
+            Report(Sum, Seed, Expected, std::string(NameOf(Which)) + " lacks " + Text);
     }
 }
 
@@ -154,7 +154,7 @@ void Round(Tally& Sum, unsigned Seed, Progress& Shared, const Support::GameServe
         Report(Sum, Seed, Expected,
                ExitCode == Killed ? "stood still for 15 seconds"
                                   : "ended by itself with " + std::to_string(ExitCode));
-    for (const std::string& Each : Damage) Report(Sum, Seed, Expected, Each);
+    for (const std::string& Text : Damage) Report(Sum, Seed, Expected, Text);
     Judge(Sum, Seed, Expected, Found);
     std::fflush(stdout);
 }

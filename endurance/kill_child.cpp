@@ -94,7 +94,8 @@ void Do(const Operation& Op) {
         Plugin.Call(Wide(What.Name).c_str(), std::move(Arguments));
     }
     const HWND Frame = FindWindowExW(Area, nullptr, L"frmVNT", nullptr);
-    for (const Driver::Step& Each : What.Steps) Each.Do(Frame, Each.Id, Wide(Filled(Narrow(Each.Text), Op)));
+    for (const Driver::Step& Action : What.Steps)
+        Action.Do(Frame, Action.Id, Wide(Filled(Narrow(Action.Text), Op)));
 }
 
 } // namespace

@@ -120,7 +120,7 @@ void EditSlap(State& Now, const Operation& Op) {
 }
 
 void ChangeIdleMax(State& Now, const Operation& Op) {
-    std::erase_if(Now[Settings], [](const std::string& Each) { return Each.starts_with("IdleMax="); });
+    std::erase_if(Now[Settings], [](const std::string& Text) { return Text.starts_with("IdleMax="); });
     Now[Settings].insert("IdleMax=" + Op.Other);
 }
 
@@ -212,10 +212,10 @@ const char* NameOf(File Which) { return Files[Which].Name; }
 
 void WriteFirstFiles(const fs::path& Base) {
     fs::remove_all(Base / Files[Log].Folder);
-    for (const FileRow& Each : Files) {
-        fs::create_directories(Base / Each.Folder);
-        if (Each.First != nullptr)
-            std::ofstream(Base / Each.Folder / Each.Name, std::ios::binary) << Each.First;
+    for (const FileRow& File : Files) {
+        fs::create_directories(Base / File.Folder);
+        if (File.First != nullptr)
+            std::ofstream(Base / File.Folder / File.Name, std::ios::binary) << File.First;
     }
 }
 

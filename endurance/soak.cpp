@@ -154,22 +154,22 @@ void Print(const std::string& When, const std::vector<long>& Counts) {
 }
 
 void FindOutWhatIsCounted() {
-    for (const Census::Kind& Each : Census::Kinds) {
-        Counted.push_back(Census::IsCounted(Each));
-        if (!Counted.back()) std::printf("%s: not counted by this system\n", Each.Name);
+    for (const Census::Kind& Counter : Census::Kinds) {
+        Counted.push_back(Census::IsCounted(Counter));
+        if (!Counted.back()) std::printf("%s: not counted by this system\n", Counter.Name);
     }
 }
 
 void MeasureTheSystem() {
     Driver::WriteImportFile(nullptr, 0, L"");
-    for (Leftover& Each : Leftovers) {
-        for (long Once = 0; Once < Each.Times; ++Once) Each.Use();
+    for (Leftover& Source : Leftovers) {
+        for (long Once = 0; Once < Source.Times; ++Once) Source.Use();
         const std::vector<long> Before = Census::Take();
-        for (long Once = 0; Once < Each.Times; ++Once) Each.Use();
-        Each.Growth = Census::Take();
+        for (long Once = 0; Once < Source.Times; ++Once) Source.Use();
+        Source.Growth = Census::Take();
         for (std::size_t At = 0; At < Before.size(); ++At)
-            Each.Growth[At] = std::max(0L, Each.Growth[At] - Before[At]);
-        Print("alone, " + std::to_string(Each.Times) + " " + Each.What, Each.Growth);
+            Source.Growth[At] = std::max(0L, Source.Growth[At] - Before[At]);
+        Print("alone, " + std::to_string(Source.Times) + " " + Source.What, Source.Growth);
     }
 }
 
@@ -232,7 +232,8 @@ protected:
         Arguments.push_back(Automation::FromWhole(Index));
         Arguments.push_back(ProfileData(Given(Index)));
         Late.Call(L"GetPlayersRem", std::move(Arguments));
-        for (const Driver::Step& Each : WindowSteps) Each.Do(Frame(), Each.Id, Each.Text);
+        for (const Driver::Step& WindowStep : WindowSteps)
+            WindowStep.Do(Frame(), WindowStep.Id, WindowStep.Text);
         ++FileDialogs.Uses;
         // The import adds to the lists that are shown; a load fills them anew.
         Early->DisableProfile(Index);

@@ -28,8 +28,8 @@ std::wstring Rest(const Lines& Words, std::size_t From) {
 }
 
 std::wstring OneOf(const Lines& Words, std::size_t At, std::initializer_list<const wchar_t*> Allowed) {
-    for (const wchar_t* Each : Allowed)
-        if (Word(Words, At) == Each) return Each;
+    for (const wchar_t* Item : Allowed)
+        if (Word(Words, At) == Item) return Item;
     Fail(ErrorNumber::InvalidCall, L"\"" + Word(Words, At) + L"\" is not one of the words for " + Words[0]);
 }
 
@@ -38,8 +38,9 @@ std::wstring OneOf(const Lines& Words, std::size_t At, std::initializer_list<con
 // The player in the slot is looked up first: a request names slot, name and address.
 std::wstring PlayerInSlot(const std::wstring& SlotText, const Sender& Send) {
     const Long Slot = ToWhole(SlotText);
-    for (const ReportedPlayer& Each : ReadReport(Send(L"GetPlayersRem", {})).Players)
-        if (Each.Slot == Slot) return Helpers::Enc64(Each.Name) + L"|" + Each.Address + L"|" + ToText(Slot);
+    for (const ReportedPlayer& Player : ReadReport(Send(L"GetPlayersRem", {})).Players)
+        if (Player.Slot == Slot)
+            return Helpers::Enc64(Player.Name) + L"|" + Player.Address + L"|" + ToText(Slot);
     Fail(ErrorNumber::InvalidCall, L"There is no player in slot " + SlotText);
 }
 
@@ -124,11 +125,11 @@ constexpr Command Commands[] = {
 };
 
 const Command& Find(const Lines& Words) {
-    for (const Command& Each : Commands)
-        if (Words.front() == Each.Name) {
+    for (const Command& Known : Commands)
+        if (Words.front() == Known.Name) {
             const std::size_t Given = Words.size() - 1;
-            if (Given >= Each.Least && Given <= Each.Most) return Each;
-            Fail(ErrorNumber::InvalidCall, std::wstring(Each.Name) + L" takes: " + Each.Words);
+            if (Given >= Known.Least && Given <= Known.Most) return Known;
+            Fail(ErrorNumber::InvalidCall, std::wstring(Known.Name) + L" takes: " + Known.Words);
         }
     Fail(ErrorNumber::InvalidCall, L"There is no command \"" + Words.front() + L"\"");
 }
@@ -148,10 +149,10 @@ std::wstring Run(const Lines& Words, const Sender& Send) {
 
 std::wstring Usage() {
     std::wstring Text;
-    for (const Command& Each : Commands) {
-        std::wstring Line = L"  " + std::wstring(Each.Name) + L" " + Each.Words;
+    for (const Command& Known : Commands) {
+        std::wstring Line = L"  " + std::wstring(Known.Name) + L" " + Known.Words;
         Line.resize(std::max(Line.size(), UsageColumn), L' ');
-        Text += Line + L" " + Each.Does + L"\n";
+        Text += Line + L" " + Known.Does + L"\n";
     }
     return Text +
            L"  raw MEMBER [DATA]                      the request as it is; MEMBER such as SlapPlayerRem\n";

@@ -22,7 +22,7 @@ void AddPlayer(PlayerReport& Report, const std::wstring& Line) {
     const Lines Fields = Split(Line, L"|");
     if (Fields.size() != 5) return;
     const Long Slot = ToWhole(Fields[0]);
-    const auto IsSame = [&](const ReportedPlayer& Each) { return Each.Slot == Slot; };
+    const auto IsSame = [&](const ReportedPlayer& Player) { return Player.Slot == Slot; };
     if (std::any_of(Report.Players.begin(), Report.Players.end(), IsSame)) return;
     Report.Players.push_back({Slot, Helpers::Dec64(Fields[1]), Fields[2], Fields[3], Fields[4]});
 }
@@ -32,7 +32,7 @@ void AddEntry(PlayerReport::Entries& Section, const std::wstring& Line) {
     const std::size_t Equals = Line.find(L'=');
     if (Equals == std::wstring::npos) return;
     const std::wstring Key = Line.substr(0, Equals);
-    const auto IsSame = [&](const auto& Each) { return Each.first == Key; };
+    const auto IsSame = [&](const auto& Entry) { return Entry.first == Key; };
     if (std::none_of(Section.begin(), Section.end(), IsSame))
         Section.emplace_back(Key, Line.substr(Equals + 1));
 }
@@ -108,8 +108,9 @@ PlayerReport ReadReport(const std::wstring& Answer) {
 
 std::wstring Printed(const PlayerReport& Report) {
     std::vector<Lines> Players, Names, Addresses, Slaps, Settings;
-    for (const ReportedPlayer& Each : Report.Players)
-        Players.push_back({ToText(Each.Slot), Each.Name, TeamName(Each.Team), Each.Address, Each.Ping});
+    for (const ReportedPlayer& Player : Report.Players)
+        Players.push_back(
+            {ToText(Player.Slot), Player.Name, TeamName(Player.Team), Player.Address, Player.Ping});
     for (const auto& Entry : Report.BannedNames) Names.push_back(BannedNameRow(Entry));
     for (const auto& [Key, Value] : Report.BannedAddresses) Addresses.push_back({Key, Value});
     for (const auto& [Key, Value] : Report.Slaps) Slaps.push_back({Key, Value});

@@ -124,7 +124,7 @@ void ReadEvent(Reader& Script, const Words& Line) {
     Event What{.Time = ToTime(Script, Line[0])};
     if (Line.size() < 2) Complain("a time without an event");
     const auto Found = std::find_if(std::begin(Verbs), std::end(Verbs),
-                                    [&](const Verb& Each) { return Each.Word == Line[1]; });
+                                    [&](const Verb& Known) { return Known.Word == Line[1]; });
     if (Found == std::end(Verbs)) Complain("unknown event \"" + Line[1] + '"');
     const std::size_t Used = Found->HasSlot ? 3 : 2;
     if (Line.size() < Used + Found->Least || Line.size() > Used + Found->Most)

@@ -95,8 +95,8 @@ public:
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* Names, UINT Count, LCID, DISPID* Ids) override {
         for (UINT At = 0; At < Count; ++At) Ids[At] = DISPID_UNKNOWN;
         DISPID Id = 0;
-        for (const Member& Each : TheClass.Members)
-            if (++Id; Count > 0 && lstrcmpiW(Each.Name, Names[0]) == 0) Ids[0] = Id;
+        for (const Member& Candidate : TheClass.Members)
+            if (++Id; Count > 0 && lstrcmpiW(Candidate.Name, Names[0]) == 0) Ids[0] = Id;
         return Count == 1 && Ids[0] != DISPID_UNKNOWN ? S_OK : DISP_E_UNKNOWNNAME;
     }
     STDMETHODIMP Invoke(DISPID Id, REFIID, LCID, WORD How, DISPPARAMS* Given, VARIANT* Result,

@@ -23,14 +23,14 @@ bool HasPlugin = false;
 
 HostProfile& ProfileAt(const std::wstring& Number) {
     const Long Index = ToWhole(Number);
-    for (HostProfile& Each : Configuration.Profiles)
-        if (Each.Index == Index) return Each;
+    for (HostProfile& Profile : Configuration.Profiles)
+        if (Profile.Index == Index) return Profile;
     Fail(ErrorNumber::SubscriptOutOfRange, L"There is no profile " + Number);
 }
 
 const Administrator& AdministratorNamed(TextView Name) {
-    for (const Administrator& Each : Configuration.Administrators)
-        if (Each.Name == Name) return Each;
+    for (const Administrator& Admin : Configuration.Administrators)
+        if (Admin.Name == Name) return Admin;
     Fail(ErrorNumber::InvalidCall, L"There is no administrator " + std::wstring(Name));
 }
 
@@ -131,8 +131,8 @@ constexpr Row Rows[] = {
 };
 
 const Row& Find(const Lines& Words) {
-    for (const Row& Each : Rows)
-        if (!Words.empty() && Words.front() == Each.Name && Words.size() > Each.Arguments) return Each;
+    for (const Row& Known : Rows)
+        if (!Words.empty() && Words.front() == Known.Name && Words.size() > Known.Arguments) return Known;
     Fail(ErrorNumber::InvalidCall, L"There is no such action, or a word is missing");
 }
 
@@ -162,11 +162,11 @@ void CreatePlugin() {
 void Begin(HostConfiguration Read, HWND PluginArea) {
     Configuration = std::move(Read);
     Area = PluginArea;
-    for (HostProfile& Each : Configuration.Profiles)
-        Try(L"start " + ToText(Each.Index), [&] {
-            GameServers::Start(Each, Configuration.BaseFolder);
-            Journal::Write(L"profile " + ToText(Each.Index) + L" \"" + Each.Name + L"\": process " +
-                           ToText(Each.ProcessId));
+    for (HostProfile& Profile : Configuration.Profiles)
+        Try(L"start " + ToText(Profile.Index), [&] {
+            GameServers::Start(Profile, Configuration.BaseFolder);
+            Journal::Write(L"profile " + ToText(Profile.Index) + L" \"" + Profile.Name + L"\": process " +
+                           ToText(Profile.ProcessId));
         });
     Try(L"plug-in", CreatePlugin);
 }

@@ -65,9 +65,9 @@ constexpr Menu Menus[] = {
 // Identifiers count through all menus, separators too.
 const Entry* At(int Id) {
     int First = FirstId;
-    for (const Menu& Each : Menus) {
-        const int Size = static_cast<int>(Each.Entries.size());
-        if (Id >= First && Id < First + Size) return &Each.Entries[static_cast<std::size_t>(Id - First)];
+    for (const Menu& Shown : Menus) {
+        const int Size = static_cast<int>(Shown.Entries.size());
+        if (Id >= First && Id < First + Size) return &Shown.Entries[static_cast<std::size_t>(Id - First)];
         First += Size;
     }
     return nullptr;
@@ -78,11 +78,11 @@ const Entry* At(int Id) {
 HMENU Create() {
     const HMENU Bar = CreateMenu();
     UINT_PTR Id = FirstId;
-    for (const Menu& Each : Menus) {
+    for (const Menu& Shown : Menus) {
         const HMENU Popup = CreatePopupMenu();
-        for (const Entry& Row : Each.Entries)
+        for (const Entry& Row : Shown.Entries)
             AppendMenuW(Popup, Row.Caption ? MF_STRING : MF_SEPARATOR, Id++, Row.Caption);
-        AppendMenuW(Bar, MF_POPUP, reinterpret_cast<UINT_PTR>(Popup), Each.Caption);
+        AppendMenuW(Bar, MF_POPUP, reinterpret_cast<UINT_PTR>(Popup), Shown.Caption);
     }
     return Bar;
 }

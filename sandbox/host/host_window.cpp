@@ -70,8 +70,9 @@ LRESULT RowToSelect() {
 
 void RefreshList() {
     Lines Rows;
-    for (const HostProfile& Each : Actions::Configured().Profiles)
-        Rows.push_back(ToText(Each.Index) + L"  " + Each.Name + L" (" + Actions::StateOf(Each.Index) + L")");
+    for (const HostProfile& Profile : Actions::Configured().Profiles)
+        Rows.push_back(ToText(Profile.Index) + L"  " + Profile.Name + L" (" +
+                       Actions::StateOf(Profile.Index) + L")");
     const std::wstring Text = Join(Rows, L"\n") + L"\n" + ToText(Actions::ShownProfile());
     if (Text == ListText) return;
     ListText = Text;
@@ -164,10 +165,10 @@ void MakeControls() {
         {L"BUTTON", L"Send", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, SendButton},
     };
     const auto Font = reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT));
-    for (const Made& Each : All) {
+    for (const Made& Child : All) {
         const HWND Window = CreateWindowExW(
-            Each.Extended, Each.Class, Each.Text, WS_CHILD | WS_VISIBLE | Each.Style, 0, 0, 10, 10, Main,
-            reinterpret_cast<HMENU>(static_cast<INT_PTR>(Each.Id)), GetModuleHandleW(nullptr), nullptr);
+            Child.Extended, Child.Class, Child.Text, WS_CHILD | WS_VISIBLE | Child.Style, 0, 0, 10, 10, Main,
+            reinterpret_cast<HMENU>(static_cast<INT_PTR>(Child.Id)), GetModuleHandleW(nullptr), nullptr);
         SendMessageW(Window, WM_SETFONT, Font, FALSE);
     }
     SendMessageW(Control(JournalPane), EM_SETLIMITTEXT, 4 * JournalLimit, 0);
@@ -213,8 +214,9 @@ HWND Open(const HostConfiguration& Read, std::vector<TimedAction> Script) {
                            20, 1180, 900, nullptr, HostMenu::Create(), GetModuleHandleW(nullptr), nullptr);
     if (!Main) return nullptr;
     MakeControls();
-    for (const Administrator& Each : Read.Administrators)
-        SendMessageW(Control(AdministratorBox), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Each.Name.c_str()));
+    for (const Administrator& Admin : Read.Administrators)
+        SendMessageW(Control(AdministratorBox), CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(Admin.Name.c_str()));
     SendMessageW(Control(AdministratorBox), CB_SETCURSEL, 0, 0);
     Journal::Attach(ShowLine);
     Pending = std::move(Script);

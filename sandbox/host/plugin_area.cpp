@@ -16,8 +16,8 @@ void PaintArea(HWND Window) {
     if (Shown) Caption.bottom = CaptionHeight;
     FillRect(Context, &Caption, GetSysColorBrush(COLOR_APPWORKSPACE));
     std::wstring Text = L"Double-click a profile to load the plug-in's interface.";
-    for (const HostProfile& Each : Actions::Configured().Profiles)
-        if (Each.Index == Shown) Text = LoadedPlugin::Described().Name + L"  -  " + Each.Name;
+    for (const HostProfile& Profile : Actions::Configured().Profiles)
+        if (Profile.Index == Shown) Text = LoadedPlugin::Described().Name + L"  -  " + Profile.Name;
     SelectObject(Context, GetStockObject(DEFAULT_GUI_FONT));
     SetBkMode(Context, TRANSPARENT);
     SetTextColor(Context, GetSysColor(COLOR_HIGHLIGHTTEXT));

@@ -39,8 +39,8 @@ bool Holds(const Lines& List, TextView Text) {
 std::wstring NeededFor(TextView Member, const std::optional<std::wstring>& Data) {
     const Lines Fields = Split(Data.value_or(L""), L"|");
     const TextView Action = Fields.size() > 1 ? TextView(Fields[1]) : TextView();
-    for (const Row& Each : Rows)
-        if (Each.Member == Member && (!Each.Action || Each.Action == Action)) return Each.Privilege;
+    for (const Row& Known : Rows)
+        if (Known.Member == Member && (!Known.Action || Known.Action == Action)) return Known.Privilege;
     Fail(ErrorNumber::NoSuchMember, L"No remote request " + std::wstring(Member));
 }
 
