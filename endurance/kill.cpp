@@ -62,11 +62,11 @@ template <class F> bool Await(HANDLE Running, F&& Condition) {
 }
 
 void Spin(double Milliseconds) {
-    LARGE_INTEGER Frequency, Start, Now;
+    LARGE_INTEGER Frequency, Start, Current;
     QueryPerformanceFrequency(&Frequency);
     QueryPerformanceCounter(&Start);
-    do QueryPerformanceCounter(&Now);
-    while (static_cast<double>(Now.QuadPart - Start.QuadPart) * 1000.0 <
+    do QueryPerformanceCounter(&Current);
+    while (static_cast<double>(Current.QuadPart - Start.QuadPart) * 1000.0 <
            Milliseconds * static_cast<double>(Frequency.QuadPart));
 }
 
@@ -77,15 +77,15 @@ struct Expectation {
     const Kind* InProgress = nullptr;
 };
 
-Expectation Replay(State Now, unsigned Seed, LONG Begun, LONG Done) {
+Expectation Replay(State Lists, unsigned Seed, LONG Begun, LONG Done) {
     Source Operations(Seed);
-    Expectation Expected{Now, Now};
+    Expectation Expected{Lists, Lists};
     for (LONG Number = 1; Number <= Begun; ++Number) {
-        const Operation Op = Operations.Next(Now);
-        Expected.Before = Now;
-        Apply(Now, Op);
-        Expected.After = Now;
-        if (Number <= Done) Expected.Before = Now;
+        const Operation Op = Operations.Next(Lists);
+        Expected.Before = Lists;
+        Apply(Lists, Op);
+        Expected.After = Lists;
+        if (Number <= Done) Expected.Before = Lists;
         Expected.InProgress = Number > Done ? Op.What : nullptr;
     }
     return Expected;

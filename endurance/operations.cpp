@@ -85,43 +85,43 @@ void ReadFile(File Which, const fs::path& Path, State& Found, std::vector<std::s
 
 std::string NameEntry(const std::string& Name) { return Name + "[1]=*[-]a reason"; }
 
-void AddName(State& Now, const Operation& Op) { Now[Names].insert(NameEntry(Op.Entry)); }
-void AddIp(State& Now, const Operation& Op) { Now[Ips].insert(Op.Other + "=*"); }
-void AddSlap(State& Now, const Operation& Op) { Now[Slaps].insert(Op.Entry); }
-void DeleteSlap(State& Now, const Operation& Op) { Now[Slaps].erase(Op.Entry); }
+void AddName(State& Lists, const Operation& Op) { Lists[Names].insert(NameEntry(Op.Entry)); }
+void AddIp(State& Lists, const Operation& Op) { Lists[Ips].insert(Op.Other + "=*"); }
+void AddSlap(State& Lists, const Operation& Op) { Lists[Slaps].insert(Op.Entry); }
+void DeleteSlap(State& Lists, const Operation& Op) { Lists[Slaps].erase(Op.Entry); }
 
-void AddAll(State& Now, const Operation& Op) {
-    AddName(Now, Op);
-    AddIp(Now, Op);
-    Now[Links].insert(Op.Entry + "=" + Op.Other);
+void AddAll(State& Lists, const Operation& Op) {
+    AddName(Lists, Op);
+    AddIp(Lists, Op);
+    Lists[Links].insert(Op.Entry + "=" + Op.Other);
 }
 
-void RemoveName(State& Now, const Operation& Op) {
-    Now[Names].erase(NameEntry(Op.Entry));
-    std::erase_if(Now[Links], [&](const std::string& Link) {
+void RemoveName(State& Lists, const Operation& Op) {
+    Lists[Names].erase(NameEntry(Op.Entry));
+    std::erase_if(Lists[Links], [&](const std::string& Link) {
         const bool IsLinked = Link.starts_with(Op.Entry + "=");
-        if (IsLinked) Now[Ips].erase(Link.substr(Op.Entry.size() + 1) + "=*");
+        if (IsLinked) Lists[Ips].erase(Link.substr(Op.Entry.size() + 1) + "=*");
         return IsLinked;
     });
 }
 
-void RemoveIp(State& Now, const Operation& Op) {
-    Now[Ips].erase(Op.Entry + "=*");
-    std::erase_if(Now[Links], [&](const std::string& Link) {
+void RemoveIp(State& Lists, const Operation& Op) {
+    Lists[Ips].erase(Op.Entry + "=*");
+    std::erase_if(Lists[Links], [&](const std::string& Link) {
         const bool IsLinked = Link.ends_with("=" + Op.Entry);
-        if (IsLinked) Now[Names].erase(NameEntry(Link.substr(0, Link.size() - Op.Entry.size() - 1)));
+        if (IsLinked) Lists[Names].erase(NameEntry(Link.substr(0, Link.size() - Op.Entry.size() - 1)));
         return IsLinked;
     });
 }
 
-void EditSlap(State& Now, const Operation& Op) {
-    Now[Slaps].erase(Op.Entry);
-    Now[Slaps].insert(Op.Other);
+void EditSlap(State& Lists, const Operation& Op) {
+    Lists[Slaps].erase(Op.Entry);
+    Lists[Slaps].insert(Op.Other);
 }
 
-void ChangeIdleMax(State& Now, const Operation& Op) {
-    std::erase_if(Now[Settings], [](const std::string& Text) { return Text.starts_with("IdleMax="); });
-    Now[Settings].insert("IdleMax=" + Op.Other);
+void ChangeIdleMax(State& Lists, const Operation& Op) {
+    std::erase_if(Lists[Settings], [](const std::string& Text) { return Text.starts_with("IdleMax="); });
+    Lists[Settings].insert("IdleMax=" + Op.Other);
 }
 
 using Driver::Step;
@@ -235,12 +235,12 @@ std::string Filled(std::string Text, const Operation& Op) {
     return Text;
 }
 
-void Apply(State& Now, const Operation& Op) {
-    Op.What->Change(Now, Op);
-    if (Op.What->LogLine != nullptr) Now[Log].insert(Filled(Op.What->LogLine, Op));
+void Apply(State& Lists, const Operation& Op) {
+    Op.What->Change(Lists, Op);
+    if (Op.What->LogLine != nullptr) Lists[Log].insert(Filled(Op.What->LogLine, Op));
 }
 
-Operation Source::Next(const State& Now) {
+Operation Source::Next(const State& Lists) {
     ++Number;
     for (;;) {
         const Kind& What = Kinds[Random() % std::size(Kinds)];
@@ -248,7 +248,7 @@ Operation Source::Next(const State& Now) {
         Operation Op{&What, "Name" + Digits, "10.0." + Digits.substr(2) + ".11"};
         if (What.PicksFrom == Settings) Op.Other = Digits;
         if (What.PicksFrom == FileCount || What.PicksFrom == Settings) return Op;
-        const auto& Present = Now[What.PicksFrom];
+        const auto& Present = Lists[What.PicksFrom];
         if (Present.empty()) continue;
         const auto Nth = static_cast<std::ptrdiff_t>(Random() % Present.size());
         const std::string& Whole = *std::next(Present.begin(), Nth);

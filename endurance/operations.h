@@ -47,14 +47,14 @@ struct Operation {
 // The text with $E and $O replaced.
 std::string Filled(std::string Text, const Operation& Op);
 // Changes what must stand in the files as the operation, done whole, changes the files.
-void Apply(State& Now, const Operation& Op);
+void Apply(State& Lists, const Operation& Op);
 
 // The operations of a seed, one after the other.
 class Source {
 public:
     explicit Source(unsigned Seed) : Random(Seed) {}
     // One that can be done while the files stand so.
-    Operation Next(const State& Now);
+    Operation Next(const State& Lists);
 
 private:
     std::mt19937 Random;

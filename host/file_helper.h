@@ -1,7 +1,7 @@
 // The host's file helper object, qrvMFM.clsMFD: one procedure for each of its members.
 //
 // Every procedure fails with the object's own error, with 91 when the object could not be created, with 438
-// when it lacks the member, and with 13 when its answer is of another kind.
+// when it lacks the member, and with 13 when its result is of another kind.
 #pragma once
 
 #include <optional>
@@ -25,7 +25,7 @@ std::wstring GetIniKey(TextView Section, TextView Key, TextView File, Place Wher
 void WriteIniKey(TextView Section, MaybeText Key, MaybeText Value, TextView File,
                  Place Where = Place::current());
 // The section's lines. The host's array ends with one empty element, which stays: the array's upper bound
-// (size minus one) is the number of lines. No array at all is answered as no elements.
+// (size minus one) is the number of lines. No array at all counts as no elements.
 Lines GetIniSection(TextView Section, TextView File, Place Where = Place::current());
 // The names of all sections, ending with one empty element.
 Lines GetAllIniSections(TextView File, Place Where = Place::current());

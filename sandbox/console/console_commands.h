@@ -8,11 +8,11 @@
 
 namespace ConsoleCommands {
 
-// Sends one request to the host; answers the plug-in's result. Fails when the host refuses it.
+// Sends one request to the host; returns the plug-in's result. Fails when the host refuses it.
 using Sender =
     std::function<std::wstring(const std::wstring& Member, const std::optional<std::wstring>& Data)>;
 
-// Carries a command out. Answers what to print, with line ends. Fails when there is no such command, when a
+// Carries a command out. Returns what to print, with line ends. Fails when there is no such command, when a
 // word is missing, when the host refuses, and when the plug-in says that nothing was done.
 std::wstring Run(const Lines& Words, const Sender& Send);
 

@@ -32,7 +32,7 @@ inline constexpr std::size_t StatisticsSize = std::size_t{Layout::SlotCount} * L
 inline constexpr std::size_t ClientsSize = std::size_t{Layout::SlotCount} * Layout::Client::Stride;
 inline constexpr std::size_t EntitiesSize = std::size_t{Layout::SlotCount} * Layout::Entity::Stride;
 
-// Both copy and answer true only when the whole range lies inside one block.
+// Both copy and return true only when the whole range lies inside one block.
 bool ReadGameMemory(const GameMemory& Memory, std::uint32_t Address, void* To, std::size_t Size);
 bool WriteGameMemory(const GameMemory& Memory, std::uint32_t Address, const void* From, std::size_t Size);
 

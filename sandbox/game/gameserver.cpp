@@ -153,10 +153,10 @@ void Run(const Options& Chosen) {
     for (unsigned Round = 0; World.Running; ++Round) {
         if (!Chosen.Filter.empty() && Round % 50 == 0)
             Simulation::SetFiltered(World, BlockedAddresses(Chosen.Filter, Chosen.Setup.Port));
-        const auto Now = static_cast<std::uint32_t>(GetTickCount64() - Began);
-        Simulation::Play(World, Script, Now);
+        const auto Elapsed = static_cast<std::uint32_t>(GetTickCount64() - Began);
+        Simulation::Play(World, Script, Elapsed);
         if (Closed != 0) Simulation::Stop(World, "closed");
-        if (Chosen.For != 0 && Now >= Chosen.For) Simulation::Stop(World, "time");
+        if (Chosen.For != 0 && Elapsed >= Chosen.For) Simulation::Stop(World, "time");
         Sleep(5);
     }
 }

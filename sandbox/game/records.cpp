@@ -44,21 +44,21 @@ std::string RawAddress(std::string_view Address) {
     return Rest.empty() ? Raw : std::string(Address);
 }
 
-void WritePlayer(const Game& World, int Slot, const Player& Who, std::int32_t Ping) {
+void WritePlayer(const Game& World, int Slot, const Player& Written, std::int32_t Ping) {
     const GameMemory& Memory = World.Memory;
     const std::uint32_t Entry = EntryAt(World, Slot), Record = RecordAt(World, Slot);
-    WriteText(Memory, Entry + Layout::Entry::Name, Who.Name, Layout::Entry::NameSize);
-    WriteByte(Memory, Entry + Layout::Entry::Team, Who.Team);
+    WriteText(Memory, Entry + Layout::Entry::Name, Written.Name, Layout::Entry::NameSize);
+    WriteByte(Memory, Entry + Layout::Entry::Team, Written.Team);
     WriteByte(Memory, Entry + Layout::Entry::Slot, static_cast<std::uint8_t>(Slot));
-    WriteText(Memory, ClientAt(World, Slot) + Layout::Client::Address, RawAddress(Who.Address),
+    WriteText(Memory, ClientAt(World, Slot) + Layout::Client::Address, RawAddress(Written.Address),
               Layout::Client::AddressSize);
-    WriteLong(Memory, EntityAt(World, Slot) + Layout::Entity::LifeState, Who.Life);
+    WriteLong(Memory, EntityAt(World, Slot) + Layout::Entity::LifeState, Written.Life);
     WriteLong(Memory, Record + Layout::Statistics::Slot, Slot);
     WriteByte(Memory, Record + Layout::Statistics::ClientIndex, static_cast<std::uint8_t>(ClientIndex(Slot)));
     WriteLong(Memory, Record + Layout::Statistics::Entity, static_cast<std::int32_t>(EntityAt(World, Slot)));
-    WriteText(Memory, Record + Layout::Statistics::Name, Who.Name, Layout::Entry::NameSize);
-    WriteLong(Memory, Record + Layout::Statistics::Team, Who.Team);
-    WriteLong(Memory, Record + Layout::Statistics::Armed, Who.Armed);
+    WriteText(Memory, Record + Layout::Statistics::Name, Written.Name, Layout::Entry::NameSize);
+    WriteLong(Memory, Record + Layout::Statistics::Team, Written.Team);
+    WriteLong(Memory, Record + Layout::Statistics::Armed, Written.Armed);
     WriteLong(Memory, Record + Layout::Statistics::Ping, Ping);
 }
 

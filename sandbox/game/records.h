@@ -15,7 +15,7 @@ std::uint32_t RecordAt(const Game& World, int Slot);
 std::uint32_t EntityAt(const Game& World, int Slot);
 
 // Writes all that lies in memory for the player of a slot; a default Player empties it.
-void WritePlayer(const Game& World, int Slot, const Player& Who, std::int32_t Ping = 0);
+void WritePlayer(const Game& World, int Slot, const Player& Written, std::int32_t Ping = 0);
 
 // Writes the words and pointers at the build's fixed addresses.
 void WriteGlobals(const Game& World);

@@ -227,13 +227,14 @@ std::vector<Event> ParseScenario(std::string_view Text, std::uint32_t Seed) {
     return Script.Events;
 }
 
-void Play(Game& World, Playback& Script, std::uint32_t Now) {
-    while (World.Running && Script.Next < Script.Events.size() && Script.Events[Script.Next].Time <= Now) {
+void Play(Game& World, Playback& Script, std::uint32_t Elapsed) {
+    while (World.Running && Script.Next < Script.Events.size() &&
+           Script.Events[Script.Next].Time <= Elapsed) {
         const Event& What = Script.Events[Script.Next++];
         AdvanceTo(World, What.Time);
         Perform(World, What);
     }
-    AdvanceTo(World, Now);
+    AdvanceTo(World, Elapsed);
 }
 
 } // namespace Simulation

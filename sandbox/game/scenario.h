@@ -31,8 +31,8 @@ struct Playback {
     std::size_t Next = 0;
 };
 
-// Lets time pass up to Now and has every event happen at its own time. Afterwards World.Running is false
+// Lets time pass up to Time and has every event happen at its own time. Afterwards World.Running is false
 // when the script stopped the game.
-void Play(Game& World, Playback& Script, std::uint32_t Now);
+void Play(Game& World, Playback& Script, std::uint32_t Time);
 
 } // namespace Simulation

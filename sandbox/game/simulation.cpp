@@ -17,12 +17,12 @@ void Note(const Game& World, std::string_view Kind, std::string_view Detail, int
           std::string_view Name = {}, std::string_view Address = {}) {
     if (!World.Journal) return;
     World.Journal(
-        {World.Now, std::string(Kind), Slot, std::string(Name), std::string(Address), std::string(Detail)});
+        {World.Time, std::string(Kind), Slot, std::string(Name), std::string(Address), std::string(Detail)});
 }
 
 void NotePlayer(const Game& World, std::string_view Kind, int Slot, std::string_view Detail = {}) {
-    const Player& Who = World.Players.at(static_cast<std::size_t>(Slot));
-    Note(World, Kind, Detail, Slot, Who.Name, Who.Address);
+    const Player& Target = World.Players.at(static_cast<std::size_t>(Slot));
+    Note(World, Kind, Detail, Slot, Target.Name, Target.Address);
 }
 
 std::string FromTo(std::int32_t Old, std::int32_t New) {
@@ -60,8 +60,8 @@ Player* PlayerOrRefusal(Game& World, int Slot) {
         Note(World, "refused", "slot", Slot);
         return nullptr;
     }
-    Player& Who = World.Players.at(static_cast<std::size_t>(Slot));
-    if (Who.Present) return &Who;
+    Player& Target = World.Players.at(static_cast<std::size_t>(Slot));
+    if (Target.Present) return &Target;
     Note(World, "refused", "empty", Slot);
     return nullptr;
 }
@@ -72,19 +72,20 @@ void Remove(Game& World, int Slot) {
 }
 
 void Drop(Game& World, int Slot, std::string_view Cause) {
-    const Player& Who = World.Players.at(static_cast<std::size_t>(Slot));
-    NotePlayer(World, "dropped", Slot, std::to_string(World.Now - Who.JoinedAt) + ' ' + std::string(Cause));
+    const Player& Target = World.Players.at(static_cast<std::size_t>(Slot));
+    NotePlayer(World, "dropped", Slot,
+               std::to_string(World.Time - Target.JoinedAt) + ' ' + std::string(Cause));
     Remove(World, Slot);
 }
 
-void ChangeActivity(const Game& World, int Slot, Player& Who) {
+void ChangeActivity(const Game& World, int Slot, Player& Target) {
     const std::uint32_t Entry = EntryAt(World, Slot);
     const auto AddOne = [&](auto Read, auto Write, std::uint32_t Offset) {
         const auto Value = static_cast<std::uint32_t>(Read(World.Memory, Entry + Offset)) + 1;
         Write(World.Memory, Entry + Offset, static_cast<decltype(Read(World.Memory, 0))>(Value));
     };
     // One value at a time: a reader that leaves one of them out takes the player for idle.
-    switch (Who.Moves++ % 4) {
+    switch (Target.Moves++ % 4) {
     case 0: return AddOne(ReadLong, WriteLong, Layout::Entry::ActivityA);
     case 1: return AddOne(ReadLong, WriteLong, Layout::Entry::ActivityB);
     case 2: return AddOne(ReadByte, WriteByte, Layout::Entry::ActivityC);
@@ -92,40 +93,40 @@ void ChangeActivity(const Game& World, int Slot, Player& Who) {
     }
 }
 
-void NoticeLife(Game& World, int Slot, Player& Who) {
+void NoticeLife(Game& World, int Slot, Player& Target) {
     const std::uint32_t Address = EntityAt(World, Slot) + Layout::Entity::LifeState;
     const std::int32_t Life = ReadLong(World.Memory, Address);
-    if (Life == Layout::Entity::SpawnSelect && Who.Life > Life) {
+    if (Life == Layout::Entity::SpawnSelect && Target.Life > Life) {
         NotePlayer(World, "killed", Slot);
-        Who.RespawnAt = World.Now + RespawnDelay;
+        Target.RespawnAt = World.Time + RespawnDelay;
     }
-    Who.Life = Life;
-    if (Life != Layout::Entity::SpawnSelect || World.Now < Who.RespawnAt) return;
-    Who.Life = Layout::Entity::Alive;
-    WriteLong(World.Memory, Address, Who.Life);
+    Target.Life = Life;
+    if (Life != Layout::Entity::SpawnSelect || World.Time < Target.RespawnAt) return;
+    Target.Life = Layout::Entity::Alive;
+    WriteLong(World.Memory, Address, Target.Life);
     NotePlayer(World, "respawned", Slot);
 }
 
-void NoticeArmed(Game& World, int Slot, Player& Who) {
+void NoticeArmed(Game& World, int Slot, Player& Target) {
     const std::int32_t Armed = ReadLong(World.Memory, RecordAt(World, Slot) + Layout::Statistics::Armed);
-    if (Armed == Who.Armed) return;
-    Who.Armed = Armed;
+    if (Armed == Target.Armed) return;
+    Target.Armed = Armed;
     NotePlayer(World, Armed == 0 ? "disarmed" : "armed", Slot, std::to_string(Armed));
 }
 
-void NoticeTeam(Game& World, int Slot, Player& Who) {
+void NoticeTeam(Game& World, int Slot, Player& Target) {
     const std::int32_t Team = ReadLong(World.Memory, RecordAt(World, Slot) + Layout::Statistics::Team);
-    if (Team == Who.Team) return;
-    NotePlayer(World, "switched", Slot, FromTo(Who.Team, Team));
-    Who.Team = static_cast<std::uint8_t>(Team);
-    WriteByte(World.Memory, EntryAt(World, Slot) + Layout::Entry::Team, Who.Team);
-    WriteLong(World.Memory, RecordAt(World, Slot) + Layout::Statistics::Team, Who.Team);
+    if (Team == Target.Team) return;
+    NotePlayer(World, "switched", Slot, FromTo(Target.Team, Team));
+    Target.Team = static_cast<std::uint8_t>(Team);
+    WriteByte(World.Memory, EntryAt(World, Slot) + Layout::Entry::Team, Target.Team);
+    WriteLong(World.Memory, RecordAt(World, Slot) + Layout::Statistics::Team, Target.Team);
 }
 
-void MoveWhenDue(const Game& World, int Slot, Player& Who) {
-    while (Who.MoveEvery != 0 && Who.NextMove <= World.Now) {
-        ChangeActivity(World, Slot, Who);
-        Who.NextMove += Who.MoveEvery;
+void MoveWhenDue(const Game& World, int Slot, Player& Target) {
+    while (Target.MoveEvery != 0 && Target.NextMove <= World.Time) {
+        ChangeActivity(World, Slot, Target);
+        Target.NextMove += Target.MoveEvery;
     }
 }
 
@@ -155,7 +156,7 @@ std::string StartDetail(const Settings& Setup) {
 
 void Start(Game& World) {
     CheckBlocks(World);
-    World.Now = 0;
+    World.Time = 0;
     World.Running = true;
     World.Players = {};
     World.PartOfMessage.clear();
@@ -177,34 +178,34 @@ bool Join(Game& World, int Slot, std::string_view Name, std::string_view Address
         Note(World, "refused", Why, Slot, Name, Address);
         return false;
     }
-    Player& Who = World.Players.at(static_cast<std::size_t>(Slot));
-    Who = {.Present = true,
-           .Name = std::string(Name),
-           .Address = std::string(Address),
-           .Team = Team,
-           .Life = Layout::Entity::Alive,
-           .Armed = 1,
-           .JoinedAt = World.Now,
-           .MoveEvery = UsualMoveInterval,
-           .NextMove = World.Now + UsualMoveInterval};
-    WritePlayer(World, Slot, Who, Ping);
+    Player& Target = World.Players.at(static_cast<std::size_t>(Slot));
+    Target = {.Present = true,
+              .Name = std::string(Name),
+              .Address = std::string(Address),
+              .Team = Team,
+              .Life = Layout::Entity::Alive,
+              .Armed = 1,
+              .JoinedAt = World.Time,
+              .MoveEvery = UsualMoveInterval,
+              .NextMove = World.Time + UsualMoveInterval};
+    WritePlayer(World, Slot, Target, Ping);
     NotePlayer(World, "join", Slot, "team=" + std::to_string(Team) + " ping=" + std::to_string(Ping));
     return true;
 }
 
 bool Leave(Game& World, int Slot) {
-    const Player* Who = PlayerOrRefusal(World, Slot);
-    if (!Who) return false;
-    NotePlayer(World, "leave", Slot, std::to_string(World.Now - Who->JoinedAt));
+    const Player* Target = PlayerOrRefusal(World, Slot);
+    if (!Target) return false;
+    NotePlayer(World, "leave", Slot, std::to_string(World.Time - Target->JoinedAt));
     Remove(World, Slot);
     return true;
 }
 
 bool ChangeTeam(Game& World, int Slot, std::uint8_t Team) {
-    Player* Who = PlayerOrRefusal(World, Slot);
-    if (!Who) return false;
-    NotePlayer(World, "team", Slot, FromTo(Who->Team, Team));
-    Who->Team = Team;
+    Player* Target = PlayerOrRefusal(World, Slot);
+    if (!Target) return false;
+    NotePlayer(World, "team", Slot, FromTo(Target->Team, Team));
+    Target->Team = Team;
     WriteByte(World.Memory, EntryAt(World, Slot) + Layout::Entry::Team, Team);
     WriteLong(World.Memory, RecordAt(World, Slot) + Layout::Statistics::Team, Team);
     return true;
@@ -218,18 +219,18 @@ bool ChangePing(Game& World, int Slot, std::int32_t Ping) {
 }
 
 bool Move(Game& World, int Slot) {
-    Player* Who = PlayerOrRefusal(World, Slot);
-    if (!Who) return false;
-    ChangeActivity(World, Slot, *Who);
+    Player* Target = PlayerOrRefusal(World, Slot);
+    if (!Target) return false;
+    ChangeActivity(World, Slot, *Target);
     NotePlayer(World, "move", Slot, "once");
     return true;
 }
 
 bool MoveEvery(Game& World, int Slot, std::uint32_t Interval) {
-    Player* Who = PlayerOrRefusal(World, Slot);
-    if (!Who) return false;
-    Who->MoveEvery = Interval;
-    Who->NextMove = World.Now + Interval;
+    Player* Target = PlayerOrRefusal(World, Slot);
+    if (!Target) return false;
+    Target->MoveEvery = Interval;
+    Target->NextMove = World.Time + Interval;
     NotePlayer(World, "move", Slot, Interval == 0 ? "idle" : std::to_string(Interval));
     return true;
 }
@@ -240,18 +241,18 @@ void SetGameState(Game& World, std::int32_t State) {
     WriteLong(World.Memory, Address, State);
 }
 
-void AdvanceTo(Game& World, std::uint32_t Now) {
-    if (!World.Running || Now < World.Now) return;
-    World.Now = Now;
+void AdvanceTo(Game& World, std::uint32_t Time) {
+    if (!World.Running || Time < World.Time) return;
+    World.Time = Time;
     TakeMessages(World);
     for (int Slot = 0; Slot < Layout::SlotCount; ++Slot) {
-        Player& Who = World.Players.at(static_cast<std::size_t>(Slot));
-        if (!Who.Present) continue;
-        NoticeLife(World, Slot, Who);
-        NoticeArmed(World, Slot, Who);
-        NoticeTeam(World, Slot, Who);
-        MoveWhenDue(World, Slot, Who);
-        if (IsFiltered(World, Who.Address)) Drop(World, Slot, "filtered");
+        Player& Target = World.Players.at(static_cast<std::size_t>(Slot));
+        if (!Target.Present) continue;
+        NoticeLife(World, Slot, Target);
+        NoticeArmed(World, Slot, Target);
+        NoticeTeam(World, Slot, Target);
+        MoveWhenDue(World, Slot, Target);
+        if (IsFiltered(World, Target.Address)) Drop(World, Slot, "filtered");
     }
 }
 

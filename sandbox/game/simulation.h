@@ -47,7 +47,7 @@ struct Game {
     Settings Setup;
     GameMemory Memory;
     std::function<void(const JournalEntry&)> Journal; // may be empty
-    std::uint32_t Now = 0;
+    std::uint32_t Time = 0;
     bool Running = false;
     std::array<Player, Layout::SlotCount> Players;
     std::vector<std::string> Filtered; // addresses whose packets do not arrive
@@ -59,7 +59,7 @@ struct Game {
 void Start(Game& World);
 void Stop(Game& World, std::string_view Why);
 
-// Each answers false and journals "refused" when it cannot be done: the slot is outside 0 to MaxPlayers,
+// Each returns false and journals "refused" when it cannot be done: the slot is outside 0 to MaxPlayers,
 // taken or (all but Join) free, the server's own, the name longer than 45 bytes, the address longer than 51.
 // Address is dotted, or the raw text itself when it is no dotted address (the game keeps eight hexadecimal
 // digits, the last part of the address first).
@@ -75,9 +75,9 @@ bool MoveEvery(Game& World, int Slot, std::uint32_t Interval);
 
 void SetGameState(Game& World, std::int32_t State);
 
-// Lets time pass up to Now (milliseconds since the start): takes messages, notices what was written from
+// Lets time pass up to Time (milliseconds since the start): takes messages, notices what was written from
 // outside, respawns, moves, and drops players whose packets are filtered. An earlier time is ignored.
-void AdvanceTo(Game& World, std::uint32_t Now);
+void AdvanceTo(Game& World, std::uint32_t Time);
 
 // Addresses (dotted) whose packets are blocked from now on; replaces the earlier ones.
 void SetFiltered(Game& World, std::vector<std::string> Addresses);

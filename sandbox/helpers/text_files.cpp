@@ -48,11 +48,11 @@ std::wstring BaseFolder() {
 }
 
 std::string Stamp() {
-    SYSTEMTIME Now;
-    GetLocalTime(&Now);
+    SYSTEMTIME Local;
+    GetLocalTime(&Local);
     char Text[32];
-    std::snprintf(Text, sizeof Text, "%04u-%02u-%02u %02u:%02u:%02u", Now.wYear, Now.wMonth, Now.wDay,
-                  Now.wHour, Now.wMinute, Now.wSecond);
+    std::snprintf(Text, sizeof Text, "%04u-%02u-%02u %02u:%02u:%02u", Local.wYear, Local.wMonth, Local.wDay,
+                  Local.wHour, Local.wMinute, Local.wSecond);
     return Text;
 }
 

@@ -30,15 +30,15 @@ std::set<HWND> Open() {
 } // namespace
 
 void Watch() {
-    std::set<HWND> Now = Open();
-    for (const HWND Box : Now) {
+    std::set<HWND> Present = Open();
+    for (const HWND Box : Present) {
         if (Seen.contains(Box)) continue;
         wchar_t Title[128] = L"", Text[2048] = L"";
         GetWindowTextW(Box, Title, 128);
         GetDlgItemTextW(Box, TextControl, Text, 2048);
         Journal::Write(std::wstring(L"box \"") + Title + L"\": " + Text);
     }
-    Seen.swap(Now);
+    Seen.swap(Present);
 }
 
 void CloseAll() {

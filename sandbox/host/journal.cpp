@@ -44,8 +44,8 @@ unsigned Elapsed() { return static_cast<unsigned>(GetTickCount64() - Start); }
 
 void Write(TextView Text) {
     wchar_t Stamp[32];
-    const unsigned Now = Elapsed();
-    swprintf(Stamp, 32, L"%3u.%03u ", Now / 1000, Now % 1000);
+    const unsigned Milliseconds = Elapsed();
+    swprintf(Stamp, 32, L"%3u.%03u ", Milliseconds / 1000, Milliseconds % 1000);
     std::wstring Line = Stamp + std::wstring(Text);
     for (wchar_t& Character : Line)
         if (Character < L' ') Character = L' ';

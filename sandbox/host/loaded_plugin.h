@@ -40,7 +40,7 @@ void LoadInterface(const Request& Asked, HWND Area);
 void HideInterface();
 void UnLoadInterface();
 void DisableProfile(Long Index);
-// Calls one of the members for remote consoles; answers its result as text.
+// Calls one of the members for remote consoles; returns its result as text.
 std::wstring CallRemote(const Request& Asked, const std::wstring& Member,
                         const std::optional<std::wstring>& Data);
 

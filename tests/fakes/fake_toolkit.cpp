@@ -89,17 +89,17 @@ Row* RowAt(int Number) {
 }
 
 bool Offers(const std::vector<MenuEntry>& Entries, int Id) {
-    return std::any_of(Entries.begin(), Entries.end(), [&](const MenuEntry& Each) {
-        return Each.Items.empty() ? Each.Id == Id && !Each.IsSeparator : Offers(Each.Items, Id);
+    return std::any_of(Entries.begin(), Entries.end(), [&](const MenuEntry& Item) {
+        return Item.Items.empty() ? Item.Id == Id && !Item.IsSeparator : Offers(Item.Items, Id);
     });
 }
 
 void Note(const std::vector<MenuEntry>& Entries, const std::wstring& Before) {
-    for (const MenuEntry& Each : Entries) {
-        if (Each.Items.empty())
-            Menu.push_back(Each.IsSeparator ? L"-" : Before + Each.Caption);
+    for (const MenuEntry& Entry : Entries) {
+        if (Entry.Items.empty())
+            Menu.push_back(Entry.IsSeparator ? L"-" : Before + Entry.Caption);
         else
-            Note(Each.Items, Before + Each.Caption + L" > ");
+            Note(Entry.Items, Before + Entry.Caption + L" > ");
     }
 }
 
@@ -184,7 +184,7 @@ bool IsEnabled(int Id) { return At(Id).Enabled; }
 
 Lines Items(int List) {
     Lines Texts;
-    for (const Item& Each : At(List).Items) Texts.push_back(Each.Text);
+    for (const Item& Current : At(List).Items) Texts.push_back(Current.Text);
     return Texts;
 }
 
@@ -194,11 +194,11 @@ int TopItem(int List) { return At(List).Top; }
 
 Lines Rows() {
     Lines Texts;
-    for (Row& Each : Now.value().GridRows) {
+    for (Row& Current : Now.value().GridRows) {
         std::wstring Line;
         for (std::size_t Column = 0; Column < Now->Columns; ++Column)
-            Line += Each.Cells[static_cast<int>(Column)] + L"|";
-        Texts.push_back(Line + std::to_wstring(Each.Team));
+            Line += Current.Cells[static_cast<int>(Column)] + L"|";
+        Texts.push_back(Line + std::to_wstring(Current.Team));
     }
     return Texts;
 }
@@ -288,7 +288,7 @@ void ListBox::Fill(const Lines& Items) const {
     if (!Of(Id)) return;
     At(Id).Items.clear();
     At(Id).Selected = -1;
-    for (const std::wstring& Each : Items) Add(Each);
+    for (const std::wstring& Item : Items) Add(Item);
 }
 int ListBox::Selected() const { return Of(Id) ? At(Id).Selected : -1; }
 void ListBox::Select(int Index) const {

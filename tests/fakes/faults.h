@@ -9,7 +9,7 @@
 
 namespace Outside {
 
-// Counts one outside call; answers true when it is to give an empty answer, throws when it is to fail. A call
+// Counts one outside call; returns true when it is to give an empty answer, throws when it is to fail. A call
 // that the real platform never fails (CanFail false) gives an empty answer instead.
 bool Enter(TextView Name, bool CanFail = true, Place Where = Place::current());
 

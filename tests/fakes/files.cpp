@@ -180,8 +180,8 @@ void PutFolder(TextView Path) {
 
 void RemoveAll(TextView Folder) {
     const std::wstring Prefix = Lower(Folder);
-    std::erase_if(Stored, [&](const auto& Each) { return Each.first.starts_with(Prefix); });
-    std::erase_if(Folders, [&](const auto& Each) { return Each.starts_with(Prefix); });
+    std::erase_if(Stored, [&](const auto& Entry) { return Entry.first.starts_with(Prefix); });
+    std::erase_if(Folders, [&](const auto& Entry) { return Entry.starts_with(Prefix); });
 }
 
 void SetReadOnly(bool On) { ReadOnly = On; }
@@ -243,7 +243,7 @@ void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
     if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
     if (!FolderExists(ParentOf(Path))) Fail(ErrorNumber::PathNotFound, {}, Where);
     std::wstring Text;
-    for (const std::byte Each : Content) Text += static_cast<wchar_t>(Each);
+    for (const std::byte Item : Content) Text += static_cast<wchar_t>(Item);
     Outside::PutFile(Path, Text);
 }
 

@@ -36,8 +36,8 @@ void Record(std::wstring What) { Journal.push_back(std::move(What)); }
 
 Lines Recorded(TextView Prefix) {
     Lines Found;
-    for (const std::wstring& Each : Journal)
-        if (Each.starts_with(Prefix)) Found.push_back(Each);
+    for (const std::wstring& Text : Journal)
+        if (Text.starts_with(Prefix)) Found.push_back(Text);
     return Found;
 }
 

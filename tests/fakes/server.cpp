@@ -52,7 +52,7 @@ void Server::SetWord(std::uint32_t Address, Long Value) {
 
 Pdat HostData(TextView Folder, TextView GameId, Long Process) {
     Pdat Data(14);
-    for (HostValue& Each : Data) Each.Text = L"text";
+    for (HostValue& Value : Data) Value.Text = L"text";
     Data[PdatElement::GameId].Text = GameId;
     Data[PdatElement::ProcessRef] = {ToText(Process), Process, true};
     Data[PdatElement::MessageRef] = {ToText(Process), Process, true};
@@ -104,6 +104,6 @@ void BanIp(TextView Pattern) {
 
 Lines Commands() {
     Lines Texts;
-    for (const std::wstring& Each : Outside::Recorded(L"CMD 1 ")) Texts.push_back(Each.substr(6));
+    for (const std::wstring& Text : Outside::Recorded(L"CMD 1 ")) Texts.push_back(Text.substr(6));
     return Texts;
 }

@@ -31,8 +31,8 @@ void Require(bool Holds, const char* What) {
     if (Holds) return;
     std::setlocale(LC_ALL, "C.UTF-8"); // or the first foreign letter ends a line
     std::fprintf(stderr, "broken: %s\n", What);
-    for (const std::wstring& Each : Outside::Journal) std::fprintf(stderr, "  did %ls\n", Each.c_str());
-    for (const std::wstring& Each : Outside::Reports) std::fprintf(stderr, "  said %ls\n", Each.c_str());
+    for (const std::wstring& Text : Outside::Journal) std::fprintf(stderr, "  did %ls\n", Text.c_str());
+    for (const std::wstring& Report : Outside::Reports) std::fprintf(stderr, "  said %ls\n", Report.c_str());
     std::abort();
 }
 

@@ -146,9 +146,10 @@ void ImportedFile(Input& From) {
         } catch (const Failure&) { // a line that is none of a ban file ends the import
         }
     });
-    for (const ImportedEntry& Each : Added)
-        if (Each.IsName)
-            Require(BannedName::OfItem(Each.Item).Key().find(L'=') == std::wstring::npos, "a key is one key");
+    for (const ImportedEntry& Entry : Added)
+        if (Entry.IsName)
+            Require(BannedName::OfItem(Entry.Item).Key().find(L'=') == std::wstring::npos,
+                    "a key is one key");
     Run("tick", MostCalls + 2000, 5, [] { tmrVN_Timer(TestProfile); });
 }
 

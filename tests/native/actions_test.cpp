@@ -170,13 +170,13 @@ TEST(Kill, ByLifeState) {
         {0, true, 0, {}},
         {-5, true, -5, {}},
     };
-    for (const KillCase& Each : Table) {
+    for (const KillCase& Case : Table) {
         Server Game;
         Game.Join(7, "Bob");
-        Game.SetLife(7, Each.Life);
-        EXPECT_TRUE(KillPlayer(TestProfile, L"Bob", Each.ShowBoxes));
-        EXPECT_EQ(Outside::Journal, Each.Journal);
-        EXPECT_EQ(Game.Life(7), Each.LifeAfter);
+        Game.SetLife(7, Case.Life);
+        EXPECT_TRUE(KillPlayer(TestProfile, L"Bob", Case.ShowBoxes));
+        EXPECT_EQ(Outside::Journal, Case.Journal);
+        EXPECT_EQ(Game.Life(7), Case.LifeAfter);
     }
 }
 
@@ -202,13 +202,13 @@ TEST(Arm, ByModeAndFlag) {
         {L"disarm", 1, 1, {}},
         {L"Explode", 1, 1, {}},
     };
-    for (const ArmCase& Each : Table) {
+    for (const ArmCase& Case : Table) {
         Server Game;
         Game.Join(7, "Bob");
-        Game.SetStats(7, Layout::Statistics::Armed, Each.Flag);
-        EXPECT_TRUE(ArmPlayer(TestProfile, L"Bob", Each.Mode, true));
-        EXPECT_EQ(Outside::Journal, Each.Journal);
-        EXPECT_EQ(Game.Stats(7, Layout::Statistics::Armed), Each.FlagAfter);
+        Game.SetStats(7, Layout::Statistics::Armed, Case.Flag);
+        EXPECT_TRUE(ArmPlayer(TestProfile, L"Bob", Case.Mode, true));
+        EXPECT_EQ(Outside::Journal, Case.Journal);
+        EXPECT_EQ(Game.Stats(7, Layout::Statistics::Armed), Case.FlagAfter);
     }
 }
 

@@ -137,15 +137,15 @@ struct BusyServer : Server {
     }
 };
 
-void Begin(const Scenario& Each) {
-    if (Each.InWindow) Load(TestProfile, HostWindow, HostData());
+void Begin(const Scenario& Tried) {
+    if (Tried.InWindow) Load(TestProfile, HostWindow, HostData());
     Outside::Calls = 0;
 }
 
-long CallsOf(const Scenario& Each) {
+long CallsOf(const Scenario& Tried) {
     BusyServer Game;
-    Begin(Each);
-    Each.Run();
+    Begin(Tried);
+    Tried.Run();
     return Outside::Calls;
 }
 
@@ -170,34 +170,35 @@ void ExpectTheNextTickWorks(BusyServer& Game, Outside::Fault Kind) {
     EXPECT_TRUE(Kind == Outside::Fault::Empty || Game.World.Players[4].Present);
 }
 
-void ExpectReports(const Scenario& Each, Outside::Fault Kind) {
+void ExpectReports(const Scenario& Tried, Outside::Fault Kind) {
     // An empty answer may break two things; a failure ends one procedure.
     EXPECT_LE(Outside::Reports.size(), Kind == Outside::Fault::Empty ? 2u : 1u);
-    const Lines Known = Split(Each.Reporters, L" ");
+    const Lines Known = Split(Tried.Reporters, L" ");
     for (const std::wstring& Report : Outside::Reports)
         EXPECT_EQ(std::count(Known.begin(), Known.end(), Report.substr(0, Report.find(L':'))), 1) << Report;
 }
 
-void RunWithFault(const Scenario& Each, long Call, Outside::Fault Kind) {
-    SCOPED_TRACE(testing::Message() << Each.Name << ", call " << Call << ", kind " << static_cast<int>(Kind));
+void RunWithFault(const Scenario& Tried, long Call, Outside::Fault Kind) {
+    SCOPED_TRACE(testing::Message() << Tried.Name << ", call " << Call << ", kind "
+                                    << static_cast<int>(Kind));
     BusyServer Game;
-    Begin(Each);
+    Begin(Tried);
     Outside::FailCall(Call, Kind);
-    Each.Run();
+    Tried.Run();
     ASSERT_FALSE(Outside::FaultyCall().empty());
-    ExpectReports(Each, Kind);
+    ExpectReports(Tried, Kind);
     ExpectListsWhole(Kind);
     ExpectTheNextTickWorks(Game, Kind);
 }
 
 TEST(Faults, AtEveryOutsideCallOfEveryScenario) {
     long Injected = 0;
-    for (const Scenario& Each : Scenarios) {
-        const long Calls = CallsOf(Each);
-        ASSERT_GT(Calls, 0) << Each.Name;
+    for (const Scenario& Tried : Scenarios) {
+        const long Calls = CallsOf(Tried);
+        ASSERT_GT(Calls, 0) << Tried.Name;
         for (const auto Kind : {Outside::Fault::Failure, Outside::Fault::WrongType,
                                 Outside::Fault::OutOfMemory, Outside::Fault::Empty})
-            for (long Call = 1; Call <= Calls; ++Call, ++Injected) RunWithFault(Each, Call, Kind);
+            for (long Call = 1; Call <= Calls; ++Call, ++Injected) RunWithFault(Tried, Call, Kind);
     }
     std::printf("faults injected: %ld in %zu scenarios\n", Injected, std::size(Scenarios));
 }

@@ -15,8 +15,8 @@ struct KernelServer : Server {
         Outside::Journal.clear();
         tmrVN_Timer(TestProfile);
         Lines Calls;
-        for (const std::wstring& Each : Outside::Journal)
-            if (!Each.starts_with(L"ErrorBox")) Calls.push_back(Each);
+        for (const std::wstring& Text : Outside::Journal)
+            if (!Text.starts_with(L"ErrorBox")) Calls.push_back(Text);
         return Calls;
     }
 };
@@ -31,7 +31,7 @@ Lines AskedThen(Lines More) {
 TEST(KernelMethod, RebuildsAfterAChangeWithExactAddressesOnly) {
     KernelServer Game;
     Game.SetWord(Game.Map().GamePort, 40000); // beyond a signed 16-bit number
-    for (const TextView Each : {L"1.2.3.4", L"5.6.*", L"*", L"0.0.0.9"}) BanIp(Each);
+    for (const TextView Address : {L"1.2.3.4", L"5.6.*", L"*", L"0.0.0.9"}) BanIp(Address);
     EXPECT_EQ(Game.Tick(), AskedThen({L"ClearFilters \\\\.\\DrvFltIp", L"SetFilters 67305985 -25536",
                                       L"SetFilters 150994944 -25536"}));
     EXPECT_EQ(Game.Tick(), Asked); // nothing has changed
@@ -57,7 +57,7 @@ TEST(KernelMethod, LoadsTheDriverOnEveryTickThatFindsItStopped) {
 
 TEST(KernelMethod, AnAddressThatIsNoneEndsTheTickAndIsTriedAgain) {
     KernelServer Game;
-    for (const TextView Each : {L"1.2.3.4", L"300.1.1.1", L"9.9.9.9"}) BanIp(Each);
+    for (const TextView Address : {L"1.2.3.4", L"300.1.1.1", L"9.9.9.9"}) BanIp(Address);
     const Lines First = AskedThen({L"ClearFilters \\\\.\\DrvFltIp", L"SetFilters 67305985 -32768"});
     EXPECT_EQ(Game.Tick(), First);
     EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));

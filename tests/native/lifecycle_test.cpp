@@ -47,11 +47,11 @@ TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
                           {"no number", TestProfile, NoNumber, L"SetProfileData: 13 Type mismatch"},
                           {"negative", -1, HostData(), L"SetProfileData: 9 Subscript out of range"},
                           {"huge", 32768, HostData(), L"SetProfileData: 9 Subscript out of range"}};
-    for (const Case& Each : Table) {
+    for (const Case& Tried : Table) {
         Server Game;
-        Load(Each.Index, HostWindow, Each.Data);
-        EXPECT_EQ(Outside::Reports, Lines{std::wstring(Each.Report)}) << Each.What;
-        EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Server1") << Each.What;
+        Load(Tried.Index, HostWindow, Tried.Data);
+        EXPECT_EQ(Outside::Reports, Lines{std::wstring(Tried.Report)}) << Tried.What;
+        EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Server1") << Tried.What;
         EXPECT_FALSE(mdlVNT::Profiles.Has(32768));
         UnLoad();
     }

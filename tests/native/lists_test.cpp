@@ -99,7 +99,7 @@ TEST(NumberedSections, NoValueIsMissingWhicheverWriteFails) {
             EXPECT_EQ(Failed, Failing <= 4);
             const std::wstring Left = Outside::FileText(File);
             std::ptrdiff_t Lost = 0;
-            for (const std::wstring& Each : Wanted) Lost += Left.find(Each) == Left.npos;
+            for (const std::wstring& Value : Wanted) Lost += Left.find(Value) == Left.npos;
             EXPECT_LE(Lost, Missing) << Failing;
             if (Failing == 5) {
                 EXPECT_EQ(Left, L"[S]\r\n0=b\r\n1=c\r\n2=d\r\n");
@@ -110,7 +110,7 @@ TEST(NumberedSections, NoValueIsMissingWhicheverWriteFails) {
 TEST(Slaps, KeysFollowTheOrderAndNothingIsOverwritten) {
     Server Game;
     EXPECT_FALSE(ReadSlaps(TestProfile).has_value());
-    for (const TextView Each : {L"one", L"two", L"three"}) AddSlap(TestProfile, Each);
+    for (const TextView Message : {L"one", L"two", L"three"}) AddSlap(TestProfile, Message);
     EXPECT_EQ(ReadSlaps(TestProfile), (Lines{L"one", L"two", L"three"}));
     DeleteSlap(TestProfile, L"two", 1);
     EXPECT_EQ(Outside::FileText(SettingsFile(L"Slaps.ini")), L"[Messages]\r\n0=one\r\n1=three\r\n");
@@ -184,9 +184,9 @@ TEST(Import, TheSamplesShowWhatIsSaidOfThem) {
          {L"203.0.113.30", L"999.1.1.1"}},
         {"no-reason.txt", std::nullopt, {L"[1] Tom"}, {L"203.0.113.20"}},
     };
-    for (const Sample& Each : Samples) {
+    for (const Sample& Tried : Samples) {
         Server Game;
-        std::ifstream File(std::string(VANTOR_IMPORT_SAMPLES) + Each.File, std::ios::binary);
+        std::ifstream File(std::string(VANTOR_IMPORT_SAMPLES) + Tried.File, std::ios::binary);
         Outside::PutFile(L"C:\\bans.txt", std::wstring(std::istreambuf_iterator<char>(File), {}));
         std::vector<ImportedEntry> Added;
         std::optional<ImportCounts> Counts;
@@ -194,10 +194,10 @@ TEST(Import, TheSamplesShowWhatIsSaidOfThem) {
             Counts = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
         } catch (const Failure&) { // ends it
         }
-        EXPECT_EQ(Counts, Each.Counts) << Each.File;
-        EXPECT_EQ(GetBannedNames(TestProfile), Each.Names) << Each.File;
-        EXPECT_EQ(GetBannedIps(TestProfile), Each.Ips) << Each.File;
-        EXPECT_EQ(Added.size(), Each.Names.size() + Each.Ips.size()) << Each.File;
+        EXPECT_EQ(Counts, Tried.Counts) << Tried.File;
+        EXPECT_EQ(GetBannedNames(TestProfile), Tried.Names) << Tried.File;
+        EXPECT_EQ(GetBannedIps(TestProfile), Tried.Ips) << Tried.File;
+        EXPECT_EQ(Added.size(), Tried.Names.size() + Tried.Ips.size()) << Tried.File;
     }
 }
 

@@ -108,16 +108,16 @@ TEST(PlayerTable, DamagedMemoryEndsSoonAndIsReported) {
         {&Layout::MemoryMap::PlayerList, 0, L"GetPlayerList: 1299 The process could not be read."},
         {&Layout::MemoryMap::PlayerList, -1, L"GetPlayerList: 1299 The process could not be read."},
         {&Layout::MemoryMap::PlyrStats, 0x7FFFFFFF, L"GetPlayerList: 1299 The process could not be read."}};
-    for (const Damage& Each : Table) {
+    for (const Damage& Case : Table) {
         Server Game;
         Game.Join(1, "Alice");
-        Game.SetWord(Game.Map().*Each.Word, Each.Value);
+        Game.SetWord(Game.Map().*Case.Word, Case.Value);
         for (const TextView Mode : {L"ARRAY", L"REMOTE", L"LIST"}) {
             // Names alone do not need the statistics.
-            if (Mode == L"ARRAY" && Each.Word == &Layout::MemoryMap::PlyrStats) continue;
+            if (Mode == L"ARRAY" && Case.Word == &Layout::MemoryMap::PlyrStats) continue;
             Outside::Reports.clear();
             EXPECT_FALSE(GetPlayerList(TestProfile, Mode).Complete);
-            EXPECT_EQ(Outside::Reports.at(0), Each.Report);
+            EXPECT_EQ(Outside::Reports.at(0), Case.Report);
         }
     }
 }

@@ -195,19 +195,19 @@ const RequestCase RequestCases[] = {
 
 Lines Effects() {
     Lines Found;
-    for (const std::wstring& Each : Outside::Journal)
-        if (!Each.starts_with(L"CreateFolder") && !Each.starts_with(L"ErrorBox")) Found.push_back(Each);
+    for (const std::wstring& Text : Outside::Journal)
+        if (!Text.starts_with(L"CreateFolder") && !Text.starts_with(L"ErrorBox")) Found.push_back(Text);
     return Found;
 }
 
 TEST(Remote, Requests) {
-    for (const RequestCase& Each : RequestCases) {
+    for (const RequestCase& Case : RequestCases) {
         RemoteServer Game;
-        EXPECT_EQ(Call(Each.Member, Request(Sent(Each.Data))), Each.Result) << Each.What;
-        EXPECT_EQ(Effects(), Each.Journal) << Each.What;
+        EXPECT_EQ(Call(Case.Member, Request(Sent(Case.Data))), Case.Result) << Case.What;
+        EXPECT_EQ(Effects(), Case.Journal) << Case.What;
         const std::wstring Line =
-            Each.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Each.Line + L" from admin1\r\n";
-        EXPECT_EQ(Outside::FileText(LogFile), Line) << Each.What;
+            Case.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Case.Line + L" from admin1\r\n";
+        EXPECT_EQ(Outside::FileText(LogFile), Line) << Case.What;
     }
 }
 
@@ -262,10 +262,10 @@ TEST(Remote, WhatIsMissingIsNamed) {
         {EditSlapRem, L"one", L"EditSlapRem: 9 Subscript out of range"},
         {SetIdleMax, L"soon", L"SetIdleMax: 13 Type mismatch"},
     };
-    for (const MalformedCase& Each : Table) {
+    for (const MalformedCase& Case : Table) {
         RemoteServer Game;
-        EXPECT_EQ(Call(Each.Member, Request(Sent(Each.Data))), 0);
-        EXPECT_EQ(Outside::Reports, Lines{std::wstring(Each.Report)});
+        EXPECT_EQ(Call(Case.Member, Request(Sent(Case.Data))), 0);
+        EXPECT_EQ(Outside::Reports, Lines{std::wstring(Case.Report)});
         EXPECT_FALSE(Outside::HasFile(LogFile));
     }
     RemoteServer Game;

@@ -221,7 +221,7 @@ TEST(Scenario, PlaysEventsAtTheirOwnTime) {
     EXPECT_EQ(Game.Events(),
               "join(team=2 ping=45) move(idle) move(250) state(2 1) leave(2000) stop(script) ");
     EXPECT_FALSE(Game.Play.Running);
-    EXPECT_EQ(Game.Play.Now, 9000U);
+    EXPECT_EQ(Game.Play.Time, 9000U);
 }
 
 TEST(Scenario, SaysWhatIsWrongInWhichLine) {

@@ -66,17 +66,17 @@ const BanCase BanCases[] = {
 };
 
 TEST(Sweep, BansUnderBothMethods) {
-    for (const BanCase& Each : BanCases) {
+    for (const BanCase& Case : BanCases) {
         for (const bool Kernel : {false, true}) {
             Server Game;
             JoinAll(Game);
-            for (const std::wstring& Key : Each.Names) BanName(Key);
-            for (const std::wstring& Pattern : Each.Ips) BanIp(Pattern);
+            for (const std::wstring& Key : Case.Names) BanName(Key);
+            for (const std::wstring& Pattern : Case.Ips) BanIp(Pattern);
             Outside::PutIni(PlayersIni, L"BanMethod", L"Server1", Kernel ? L"1" : L"0");
             tmrVN_Timer(TestProfile);
-            EXPECT_EQ(Commands(), Kernel ? Each.Kernel : Each.CommandLine)
-                << Each.What << (Kernel ? " (kernel)" : "");
-            EXPECT_TRUE(Outside::Reports.empty()) << Each.What;
+            EXPECT_EQ(Commands(), Kernel ? Case.Kernel : Case.CommandLine)
+                << Case.What << (Kernel ? " (kernel)" : "");
+            EXPECT_TRUE(Outside::Reports.empty()) << Case.What;
             EXPECT_TRUE(Outside::Recorded(L"MSG").empty()); // bans are quiet
         }
     }

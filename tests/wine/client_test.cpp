@@ -145,8 +145,8 @@ TEST_F(Client, TakesProfileDataInEveryFormThatClientsSend) {
     const Profile Given{L"forms", StandardGame, &Server};
     WriteText(L"profiles\\forms\\settings\\Slaps.ini", "");
     Lines Texts;
-    for (const Value& Each : ProfileElements(Given))
-        Texts.push_back(Shown(*Each) == L"(empty)" ? L"" : Shown(*Each));
+    for (const Value& ProfileElement : ProfileElements(Given))
+        Texts.push_back(Shown(*ProfileElement) == L"(empty)" ? L"" : Shown(*ProfileElement));
     Value Variants = ProfileData(Given), Strings = FromLines(Texts);
     VARIANT NumberAsText = *Strings; // every number arrives as text
     VARIANT Reference = ReferenceTo(*Variants), ArrayReference = ReferenceToArray(*Strings);

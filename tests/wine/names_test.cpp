@@ -44,16 +44,16 @@ std::vector<OddName> OddNames() {
         {" lead", false},  {"trail ", true}, {"50% off", true},    {"A & B", true},     {"\"quoted\"", true},
         {"a[1]b", true},   {"p|ipe", true},  {"semi;colon", true}, {"tab\there", true}, {"'single'", true},
         {";first", false}, {"a=b", false},   {"e[2]=", false},     {"[clan]Bob", false}};
-    for (OddName& Each : HighNames()) Names.push_back(std::move(Each));
+    for (OddName& Odd : HighNames()) Names.push_back(std::move(Odd));
     return Names;
 }
 
 std::string Scenario(const std::vector<OddName>& Names) {
     std::string Lines;
     int Slot = 1;
-    for (const OddName& Each : Names) {
+    for (const OddName& Odd : Names) {
         std::string Escaped;
-        for (const char Byte : Each.Bytes) {
+        for (const char Byte : Odd.Bytes) {
             char Code[8];
             std::snprintf(Code, sizeof Code, "\\x%02X", static_cast<unsigned char>(Byte));
             Escaped += Code;
@@ -88,18 +88,18 @@ TEST_F(OddNamesOnAServer, AreBannedFoundAndRemovedAndHitNobodyElse) {
     WriteText(L"profiles\\odd\\settings\\keep.txt", "");
     Load(1, Given);
     int Dropped = 0;
-    for (const OddName& Each : Names) {
-        const std::wstring Key = Wide(Each.Bytes) + L"[1]";
+    for (const OddName& Odd : Names) {
+        const std::wstring Key = Wide(Odd.Bytes) + L"[1]";
         EXPECT_EQ(Remote(L"AddBannedRem", 1, Given, Encoded(Key) + L"|" + Encoded(L"odd") + L"|Name"),
-                  Each.CanBeStored ? 1 : 0)
-            << Each.Bytes;
+                  Odd.CanBeStored ? 1 : 0)
+            << Odd.Bytes;
         Sweep(1);
-        if (Each.CanBeStored) {
-            EXPECT_TRUE(Server.Await("dropped", Each.Bytes)) << Each.Bytes;
+        if (Odd.CanBeStored) {
+            EXPECT_TRUE(Server.Await("dropped", Odd.Bytes)) << Odd.Bytes;
             ++Dropped;
-            EXPECT_EQ(Remote(L"RemoveBannedRem", 1, Given, Encoded(Wide(Each.Bytes)) + L"|Name"), 1);
+            EXPECT_EQ(Remote(L"RemoveBannedRem", 1, Given, Encoded(Wide(Odd.Bytes)) + L"|Name"), 1);
         }
-        EXPECT_EQ(Server.Count("dropped"), Dropped) << Each.Bytes;
+        EXPECT_EQ(Server.Count("dropped"), Dropped) << Odd.Bytes;
     }
     const std::string File = ReadText(L"profiles\\odd\\settings\\BannedNames.ini");
     EXPECT_EQ(File.find("[-]odd"), std::string::npos) << File;

@@ -53,9 +53,9 @@ protected:
     void Start(const std::wstring& Folder, const wchar_t* Name = L"server",
                const wchar_t* Build = L"--build standard", const wchar_t* GameId = StandardGame) {
         Settings = fs::path(BaseFolder()) / L"profiles" / Folder / L"settings";
-        for (const Entry& Each : Lists) {
-            const std::string Filling(4094 - Each.Before.size() - Each.Kept.size(), '.');
-            WriteText(Settings / Each.File, Each.Before + Filling + "\r\n" + Each.Kept);
+        for (const Entry& Item : Lists) {
+            const std::string Filling(4094 - Item.Before.size() - Item.Kept.size(), '.');
+            WriteText(Settings / Item.File, Item.Before + Filling + "\r\n" + Item.Kept);
         }
         Server.emplace(Name, Build, Crowd);
         ASSERT_TRUE(Server->Await("join", "a spammer"));
@@ -70,10 +70,11 @@ protected:
     }
     // Everything that is written, by consoles and in the window; a tick goes on meanwhile in any case.
     void AskForEverything(bool IsWritable) {
-        for (const Request& Each : Requests) {
-            const int Expected = ReportsOf(Each.Procedure) + (IsWritable ? 0 : 1);
-            EXPECT_EQ(Remote(Each.Member, 1, Given, Each.Data), IsWritable ? Each.Answer : 0) << Each.Data;
-            EXPECT_EQ(ReportsOf(Each.Procedure), Expected) << Each.Data << ErrorLog().back();
+        for (const Request& Current : Requests) {
+            const int Expected = ReportsOf(Current.Procedure) + (IsWritable ? 0 : 1);
+            EXPECT_EQ(Remote(Current.Member, 1, Given, Current.Data), IsWritable ? Current.Answer : 0)
+                << Current.Data;
+            EXPECT_EQ(ReportsOf(Current.Procedure), Expected) << Current.Data << ErrorLog().back();
         }
         BoxesSeen().clear();
         SetWindowTextW(Control(ID_txtBannedName), L"Wendy");
@@ -86,9 +87,9 @@ protected:
         EXPECT_EQ(Server->Await("dropped", "Bob", IsWritable ? 1000 : 0), IsWritable);
     }
     void ExpectKept() const {
-        for (const Entry& Each : Lists)
-            EXPECT_NE(ReadText(Settings / Each.File).find(Each.Kept.substr(1)), std::string::npos)
-                << Each.Kept;
+        for (const Entry& Item : Lists)
+            EXPECT_NE(ReadText(Settings / Item.File).find(Item.Kept.substr(1)), std::string::npos)
+                << Item.Kept;
     }
     void ExpectAllWritten() {
         AskForEverything(true);
@@ -213,13 +214,13 @@ TEST_F(Parts, AProfileFolderThatIsGoneAndComesBackAndThenIsNew) {
 TEST_F(Parts, ListsThatCannotBeWritten) {
     Start(L"held");
     std::vector<HANDLE> Held;
-    for (const Entry& Each : Lists)
-        Held.push_back(CreateFileW((Settings / Each.File).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+    for (const Entry& Item : Lists)
+        Held.push_back(CreateFileW((Settings / Item.File).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                    OPEN_EXISTING, 0, nullptr));
     AskForEverything(false);
     EXPECT_FALSE(fs::exists(Settings.parent_path() / L"adminlogs")) << "nothing is logged as done";
     EXPECT_TRUE(Server->Await("dropped", "Mallory", 1000)) << "the lists can be read";
-    for (const HANDLE Each : Held) CloseHandle(Each);
+    for (const HANDLE Item : Held) CloseHandle(Item);
     ExpectKept();
     ExpectAllWritten();
 }

@@ -57,15 +57,15 @@ std::vector<Simulation::JournalEntry> GameServer::Entries() const {
 
 const Simulation::JournalEntry* GameServer::Find(const std::string& Kind, const std::string& Name) const {
     Read = Entries();
-    for (const Simulation::JournalEntry& Each : Read)
-        if (Each.Kind == Kind && (Name.empty() || Each.Name == Name)) return &Each;
+    for (const Simulation::JournalEntry& Item : Read)
+        if (Item.Kind == Kind && (Name.empty() || Item.Name == Name)) return &Item;
     return nullptr;
 }
 
 int GameServer::Count(const std::string& Kind) const {
     int Found = 0;
-    for (const Simulation::JournalEntry& Each : Entries())
-        if (Each.Kind == Kind) ++Found;
+    for (const Simulation::JournalEntry& Entry : Entries())
+        if (Entry.Kind == Kind) ++Found;
     return Found;
 }
 

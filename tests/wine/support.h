@@ -98,7 +98,7 @@ protected:
 
     // Loads the interface into Area.
     void Load(Long Index, const Profile& Given);
-    // Calls one of the members for remote consoles; answers its result.
+    // Calls one of the members for remote consoles; returns its result.
     Long Remote(const wchar_t* Member, Long Index, const Profile& Given, const std::wstring& Data);
     // The plug-in's window, null when there is none.
     HWND Frame() const;
