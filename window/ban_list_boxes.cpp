@@ -30,9 +30,8 @@ void AppendBannedIp(TextView Address) { lstBannedIps.Add(Address); }
 
 bool BanListsShow(Long Profile) { return Profile == mdlVNT::CurrentProfile; }
 
-void ShowNewBan(Long Profile, const std::wstring& Name, const std::wstring& Ip) {
+void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip) {
     if (!BanListsShow(Profile)) return;
-    const BannedName Banned = BannedName::Whole(Name);
     if (!HasItem(lstBannedNames, Banned.Item()) && !BannedNameDetails(Profile, Banned).Date.empty())
         AppendBannedName(Banned.Item());
     if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Profile, Ip).empty()) AppendBannedIp(Ip);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/failure.h"
+#include "lists/banned_name.h"
 #include "window/controls.h"
 #include "window/list_editing.h"
 
@@ -20,7 +21,7 @@ void AppendBannedIp(TextView Address);
 bool BanListsShow(Long Profile);
 
 // Append what a ban has stored for a player, unless the lists have it already or show another profile.
-void ShowNewBan(Long Profile, const std::wstring& Name, const std::wstring& Ip);
+void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip);
 
 // Show date and reason of the selected item; empty if none is selected.
 void ShowNameDetails();

@@ -7,6 +7,7 @@
 #include "lists/ban_lists.h"
 #include "lists/ban_references.h"
 #include "window/ban_list_boxes.h"
+#include "window/part_question.h"
 
 namespace {
 
@@ -17,13 +18,19 @@ void RemoveIpWithItem(Long Profile, const std::wstring& Address) {
     RemoveLinkedIp(BanFiles(Profile), Address);
 }
 
+BannedName TypedName() {
+    const std::wstring Name = txtBannedName.Text();
+    if (optBanned.Chosen() == 1) return BannedName::Part(Name);
+    const std::wstring Part = AskForPartOf(Name, L"Add Name");
+    return Part.empty() ? BannedName::Whole(Name) : BannedName::Part(Part);
+}
+
 } // namespace
 
 void AddTypedName() {
     const Long Profile = mdlVNT::CurrentProfile;
-    const std::wstring Name = txtBannedName.Text();
-    if (Name.empty()) return;
-    const BannedName Banned = optBanned.Chosen() == 1 ? BannedName::Part(Name) : BannedName::Whole(Name);
+    if (txtBannedName.Text().empty()) return;
+    const BannedName Banned = TypedName();
     if (txtBanReason.Text().empty()) txtBanReason.SetText(L"None");
     if (!StoreBannedName(BanFiles(Profile), Banned, TimeStamp(), txtBanReason.Text())) {
         ShowMsg(MsgKind::Failed, L"The name could not be stored in the ban list.", Profile);

@@ -9,6 +9,7 @@
 #include "lists/slap_messages.h"
 #include "window/ban_list_boxes.h"
 #include "window/menus.h"
+#include "window/part_question.h"
 #include "window/player_rows.h"
 #include "window/toolkit.h"
 
@@ -38,24 +39,41 @@ bool IsStillThere(Long Profile, const ListedPlayer& Player) {
            SlotShows(Profile, L"IPARRAY", Player.Slot, Player.Ip);
 }
 
-void PuntFromSlot(Long Profile, const ListedPlayer& Player, bool Ban, TextView Reason) {
-    const Hourglass AfterTheReasonBox;
+void PuntFromSlot(Long Profile, const ListedPlayer& Player, bool Ban, TextView Reason, TextView Part) {
+    const Hourglass AfterTheBoxes;
     const bool There = IsStillThere(Profile, Player);
     const PuntRequest Punt{.Profile = Profile,
                            .Name = Player.Name,
                            .Ip = Player.Ip,
                            .Slot = Player.Slot,
                            .Ban = Ban,
+                           .Part = Part,
                            .Reason = Reason};
-    if (There && PuntPlayer(Punt) && Ban) ShowNewBan(Profile, WithoutLineBreaks(Player.Name), Player.Ip);
+    if (There && PuntPlayer(Punt) && Ban) {
+        const std::wstring Name = WithoutLineBreaks(Player.Name);
+        ShowNewBan(Profile, Part.empty() ? BannedName::Whole(Name) : BannedName::Part(Part), Player.Ip);
+    }
     RefreshGrid();
     if (!There) ShowMsg(MsgKind::Failed, L"The selected player is no longer in this slot!", Profile);
 }
 
-std::wstring AskForReason(TextView Name) {
+// Before any question: the answers would be lost.
+bool GameRuns(Long Profile) {
+    if (ReadGameState(Profile) == GameState::Running) return true;
+    ShowMsg(MsgKind::Failed, L"There is no game running!", Profile);
+    return false;
+}
+
+std::wstring BanTitle(const ListedPlayer& Player) { return L"Ban Player: " + Player.Name; }
+
+std::wstring AskForReason(const ListedPlayer& Player) {
     const GridHold WhileItIsOpen;
-    return Platform::AskText(L"Enter a reason why you have banned this player!",
-                             L"Ban Player: " + std::wstring(Name));
+    return Platform::AskText(L"Enter a reason why you have banned this player!", BanTitle(Player));
+}
+
+std::wstring AskForPart(const ListedPlayer& Player) {
+    const GridHold WhileItIsOpen;
+    return AskForPartOf(Player.Name, BanTitle(Player));
 }
 
 void AddToPermanentList(PerProfile<NameList>& List, Long Profile, const std::wstring& Name) {
@@ -66,23 +84,26 @@ void AddToPermanentList(PerProfile<NameList>& List, Long Profile, const std::wst
 } // namespace
 
 void PuntSelected() {
-    OnSelectedPlayer(
-        [](Long Profile, const ListedPlayer& Player) { PuntFromSlot(Profile, Player, false, L""); });
+    OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
+        if (GameRuns(Profile)) PuntFromSlot(Profile, Player, false, {}, {});
+    });
 }
 
 void BanSelectedWithReason() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
-        const std::wstring Reason = AskForReason(Player.Name);
+        if (!GameRuns(Profile)) return;
+        const std::wstring Reason = AskForReason(Player);
         if (Trim(Reason).empty())
             CatchUpRefresh();
         else
-            PuntFromSlot(Profile, Player, true, Reason);
+            PuntFromSlot(Profile, Player, true, Reason, AskForPart(Player));
     });
 }
 
 void BanSelected() {
-    OnSelectedPlayer(
-        [](Long Profile, const ListedPlayer& Player) { PuntFromSlot(Profile, Player, true, L""); });
+    OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
+        if (GameRuns(Profile)) PuntFromSlot(Profile, Player, true, {}, AskForPart(Player));
+    });
 }
 
 void SwitchSelected() {

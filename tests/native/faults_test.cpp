@@ -79,7 +79,7 @@ const Scenario Scenarios[] = {
 
     // The two permanent entries make no call: what they add, the ticks carry out.
     ForBob("mnuRefresh", Readers, ID_mnuRefresh),
-    ForBob("mnuPunt", L"GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuPunt),
+    ForBob("mnuPunt", L"mnuPunt GetPlayerList GetPing GetPlayerExtras PuntPlayer", ID_mnuPunt),
     ForBob("mnuBan1", L"mnuBan1 GetPlayerList GetPing GetPlayerExtras PuntPlayer AddBanReference",
            ID_mnuBan1),
     ForBob("mnuBan2", L"mnuBan2 GetPlayerList GetPing GetPlayerExtras PuntPlayer AddBanReference",

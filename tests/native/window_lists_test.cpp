@@ -36,6 +36,19 @@ TEST_F(Window, NamesAreAddedWithTheirTagAndReason) {
         EXPECT_TRUE(FakeWindow::IsOn(ID_optBanned));
         EXPECT_EQ(Boxes(), Lines{L"Box Success Name added successfully."});
     }
+    // A clan tag that no file holds: the part that one can hold, if that is wanted.
+    for (const bool Yes : {false, true}) {
+        Outside::Journal.clear();
+        Outside::YesNoAnswers = {Yes};
+        FakeWindow::Type(ID_txtBannedName, L"[ABC]Bob");
+        FakeWindow::Click(ID_cmdAddName);
+        EXPECT_EQ(Boxes().front(),
+                  L"AskNo Add Name \"[ABC]Bob\" cannot be stored as a whole name. Ban everybody "
+                  L"whose name contains \"ABC]Bob\" instead?");
+        EXPECT_EQ(Boxes().back(), Yes ? L"Box Success Name added successfully."
+                                      : L"Box Failed! The name could not be stored in the ban list.");
+    }
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames).back(), L"[2] ABC]Bob");
     Outside::Journal.clear();
     FakeWindow::Click(ID_cmdAddName);
     EXPECT_TRUE(Outside::Journal.empty()) << "an empty box adds nothing";

@@ -222,6 +222,46 @@ TEST_F(PlayerList, SwitchingWaitsForAGame) {
     EXPECT_TRUE(Outside::Journal.empty());
 }
 
+TEST_F(PlayerList, WithoutAGameNobodyIsAskedForAReason) {
+    JoinBobAndRita();
+    for (const int State : {0, 1}) {
+        Simulation::SetGameState(Game.World, State);
+        for (const int Entry : {ID_mnuPunt, ID_mnuBan1, ID_mnuBan2}) {
+            Outside::Journal.clear();
+            FakeWindow::ChooseForRow(1, Entry);
+            EXPECT_EQ(Outside::Journal, Lines{L"Box Failed! There is no game running!"}) << Entry;
+        }
+    }
+}
+
+TEST_F(PlayerList, AClanTagThatNoFileHoldsIsBannedAsAPartOrByItsAddress) {
+    const std::wstring Question =
+        L"AskNo Ban Player: [ABC]Eve \"[ABC]Eve\" cannot be stored as a whole name. "
+        L"Ban everybody whose name contains \"ABC]Eve\" instead?";
+    for (const bool Yes : {true, false}) {
+        Game.Join(5, "[ABC]Eve", "10.0.0.5");
+        Refresh();
+        Outside::Journal.clear();
+        Outside::YesNoAnswers = {Yes};
+        FakeWindow::ChooseForRow(0, ID_mnuBan2);
+        EXPECT_EQ(Boxes().front(), Question);
+        EXPECT_EQ(Commands(), Lines{L"punt 05"});
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.5"});
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[2] ABC]Eve"});
+        EXPECT_EQ(Boxes().size(), Yes ? 1u : 2u) << "on No the box tells that the name is missing";
+    }
+    EXPECT_EQ(Outside::Reports, Lines());
+}
+
+// The rows stay as they were, but nobody counts the teams of a server that is gone.
+TEST_F(PlayerList, AServerThatCannotBeReadHasNoTeams) {
+    JoinBobAndRita();
+    mdlVNT::MemoryMap.Reset();
+    Refresh();
+    EXPECT_EQ(FakeWindow::Rows().size(), 2u);
+    EXPECT_EQ(FakeWindow::Text(ID_lblTeams), L"");
+}
+
 // --- The right player
 
 TEST_F(PlayerList, ASlotThatHasChangedHandsIsLeftAlone) {
