@@ -8,7 +8,7 @@ enum class Kind : unsigned char {
     Page,        // holds the controls of one tab; the caption is the tab's
     Frame,       // a group box
     Caption,     // a fixed text, on several lines where the width asks for it
-    HiddenLabel, // never shown: names the next control to a screen reader
+    HiddenLabel, // of no size: names the next control to a screen reader, which passes over invisible ones
     Value,       // a text that the handlers set
     Text,
     Push,

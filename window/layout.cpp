@@ -55,22 +55,29 @@ void PlaceListPage(Places& Out, const ListPage& Page, int Width, int Height) {
     PlaceFrame(Out, Page.Add, {X, Tools + 2 * Gap, Right, FrameHeight(Page.Add, Right)});
 }
 
+// The ban method with its explanations on the left, the two small boxes on the right.
+int SettingsRight() { return std::max(FrameWidth(ID_Frame12), FrameWidth(ID_Frame13)); }
+
 Size SmallestSettingsPage(int Width) {
-    return {3 * LayoutGap() + FrameWidth(ID_Frame12) + FrameWidth(ID_Frame13),
-            3 * LayoutGap() + FrameHeight(ID_Frame5, Width - 2 * LayoutGap()) +
-                FrameHeight(ID_Frame12, Width)};
+    const int Gap = LayoutGap();
+    const int Right = SettingsRight();
+    const int Left = std::max(Width - Right - 3 * Gap, FrameWidth(ID_Frame5));
+    return {Left + Right + 3 * Gap,
+            2 * Gap + std::max(FrameHeight(ID_Frame5, Left),
+                               FrameHeight(ID_Frame12, Right) + Gap + FrameHeight(ID_Frame13, Right))};
 }
 
 void PlaceSettingsPage(Places& Out, int Width) {
     const int Gap = LayoutGap();
-    const int Wide = std::min(Width, std::max(Scaled(640), SmallestSettingsPage(Width).Width)) - 2 * Gap;
-    const int Top = FrameHeight(ID_Frame5, Wide);
-    const int Idle =
-        FrameWidth(ID_Frame12) + (Wide - Gap - FrameWidth(ID_Frame12) - FrameWidth(ID_Frame13)) / 2;
-    const int Below = FrameHeight(ID_Frame12, Idle);
-    PlaceFrame(Out, ID_Frame5, {Gap, Gap, Wide, Top});
-    PlaceFrame(Out, ID_Frame12, {Gap, Top + 2 * Gap, Idle, Below});
-    PlaceFrame(Out, ID_Frame13, {2 * Gap + Idle, Top + 2 * Gap, Wide - Gap - Idle, Below});
+    const int Wide = std::min(Width, std::max(Scaled(720), SmallestSettingsPage(0).Width));
+    const int Right = SettingsRight();
+    const int Left = Wide - Right - 3 * Gap;
+    const int Idle = FrameHeight(ID_Frame12, Right);
+    const int Refresh = FrameHeight(ID_Frame13, Right);
+    const int Method = std::max(FrameHeight(ID_Frame5, Left), Idle + Gap + Refresh);
+    PlaceFrame(Out, ID_Frame5, {Gap, Gap, Left, Method});
+    PlaceFrame(Out, ID_Frame12, {2 * Gap + Left, Gap, Right, Idle});
+    PlaceFrame(Out, ID_Frame13, {2 * Gap + Left, 2 * Gap + Idle, Right, Refresh});
 }
 
 Size SmallestSlapsPage() {

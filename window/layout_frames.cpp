@@ -26,19 +26,25 @@ struct LayoutCell {
 
 constexpr int CellsInLine = 3;
 
+enum class LineIs : unsigned char {
+    Plain,
+    Growing,  // takes the height that is left over
+    Indented, // explains the option above it
+};
+
 struct LineRow {
     int Frame;
     LayoutCell Cells[CellsInLine];
-    bool Grows = false;
+    LineIs What = LineIs::Plain;
 };
 
 constexpr LineRow LineRows[] = {
-    {ID_Frame2, {{ID_mfg, Fit::Fill}}, true},
+    {ID_Frame2, {{ID_mfg, Fit::Fill}}, LineIs::Growing},
     {ID_Frame2, {{ID_lblTeams, Fit::Fill}}},
 
     {ID_Frame8, {{ID_lblNameCaption, Fit::Column}, {ID_lblName, Fit::Fill}}},
     {ID_Frame8, {{ID_lblDateCaption, Fit::Column}, {ID_lblDate, Fit::Fill}}},
-    {ID_Frame8, {{ID_lblReasonCaption, Fit::Column}, {ID_lblReason, Fit::Fill}}, true},
+    {ID_Frame8, {{ID_lblReasonCaption, Fit::Column}, {ID_lblReason, Fit::Fill}}, LineIs::Growing},
     {ID_Frame3, {{ID_cmdRemoveName, Fit::Natural}}},
     {ID_Frame4, {{ID_txtSearch, Fit::Fill}, {ID_cmdSearchName, Fit::Natural}}},
     {ID_Frame1, {{ID_lblBannedName, Fit::Column}, {ID_txtBannedName, Fit::Fill}}},
@@ -56,15 +62,15 @@ constexpr LineRow LineRows[] = {
     {ID_Frame10, {{ID_cmdAddIp, Fit::Natural}}},
 
     {ID_Frame5, {{ID_optMethod, Fit::Natural}}},
-    {ID_Frame5, {{ID_lblMethod, Fit::Fill}}},
+    {ID_Frame5, {{ID_lblMethod, Fit::Fill}}, LineIs::Indented},
     {ID_Frame5, {{ID_optMethod + 1, Fit::Natural}}},
-    {ID_Frame5, {{ID_lblMethod + 1, Fit::Fill}}},
+    {ID_Frame5, {{ID_lblMethod + 1, Fit::Fill}}, LineIs::Indented},
     {ID_Frame12, {{ID_chkIdlePunt, Fit::Natural}}},
     {ID_Frame12, {{ID_lblIdleMax, Fit::Natural}, {ID_txtIdleMax, Fit::Digits}, {ID_lblMins, Fit::Natural}}},
-    {ID_Frame13, {{ID_chkRefresh, Fit::Natural}}},
-    {ID_Frame13, {{ID_txtRefreshInterval, Fit::Digits}, {ID_lblSecs, Fit::Natural}}},
+    {ID_Frame13,
+     {{ID_chkRefresh, Fit::Natural}, {ID_txtRefreshInterval, Fit::Digits}, {ID_lblSecs, Fit::Natural}}},
 
-    {ID_Frame11, {{ID_lstSlaps, Fit::Fill}}, true},
+    {ID_Frame11, {{ID_lstSlaps, Fit::Fill}}, LineIs::Growing},
     {ID_Frame11, {{ID_txtSlap, Fit::Fill}}},
     {ID_Frame11,
      {{ID_cmdSlapAdd, Fit::Natural}, {ID_cmdSlapEdit, Fit::Natural}, {ID_cmdSlapDelete, Fit::Natural}}},
@@ -72,13 +78,16 @@ constexpr LineRow LineRows[] = {
 
 int CellGap() { return Scaled(5); }
 int Side() { return Scaled(7); }
-int Bottom() { return Scaled(7); }
+int Bottom() { return Scaled(6); }
 int Top(int Frame) { return *RowOf(Frame).Caption != 0 ? LineHeight() + Scaled(3) : Scaled(10); }
+
+// Of an option button or check box, with the gap to its text.
+int MarkWidth() { return Scaled(16); }
 
 int NaturalWidth(const ControlRow& Row) {
     const int Text = TextWidth(Row.Caption);
     if (Row.What == Kind::Push) return std::max(Text + Scaled(18), Scaled(64));
-    return Row.What == Kind::Caption ? Text : Text + Scaled(22); // the rest have a mark before the text
+    return Row.What == Kind::Caption ? Text : Text + MarkWidth() + Scaled(6);
 }
 
 int LeastFill(const ControlRow& Row) {
@@ -107,8 +116,10 @@ int CellWidth(const LayoutCell& Cell, int Frame) {
     return 0;
 }
 
+int Indent(const LineRow& Row) { return Row.What == LineIs::Indented ? MarkWidth() : 0; }
+
 int LineWidth(const LineRow& Row) {
-    int Width = -CellGap();
+    int Width = Indent(Row) - CellGap();
     for (const LayoutCell& Cell : Row.Cells)
         if (Cell.Width != Fit::None) Width += CellWidth(Cell, Row.Frame) + CellGap();
     return Width;
@@ -133,7 +144,7 @@ int CellHeight(const LayoutCell& Cell, int Width) {
 std::vector<Placed> CellsOf(const LineRow& Row, int Width) {
     std::vector<Placed> Cells;
     const int Spare = std::max(0, Width - LineWidth(Row));
-    int X = 0;
+    int X = Indent(Row);
     for (const LayoutCell& Cell : Row.Cells) {
         if (Cell.Width == Fit::None) continue;
         const int Wide = CellWidth(Cell, Row.Frame) + (Cell.Width == Fit::Fill ? Spare : 0);
@@ -180,9 +191,9 @@ void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Area) {
         for (Placed Cell : Cells) {
             Cell.Area.X += Area.X + Side();
             Cell.Area.Y = Y + (Tall - Cell.Area.Height) / 2;
-            if (Row.Grows) Cell.Area.Height += Spare;
+            if (Row.What == LineIs::Growing) Cell.Area.Height += Spare;
             Out.push_back(Cell);
         }
-        Y += Tall + Scaled(4) + (Row.Grows ? Spare : 0);
+        Y += Tall + Scaled(4) + (Row.What == LineIs::Growing ? Spare : 0);
     }
 }

@@ -52,15 +52,20 @@ void SortRows(Rows& Players) {
     });
 }
 
-// Writes only what differs from the screen: a refresh with the same players touches nothing.
-void ShowRow(int Row, const ListedPlayer& Player, bool IsNew) {
+// Writes only what differs from the screen: a refresh with the same players touches nothing. Returns whether
+// a text differed.
+bool ShowRow(int Row, const ListedPlayer& Player, bool IsNew) {
     ListedPlayer& Old = Shown[static_cast<std::size_t>(Row)];
+    bool Differs = false;
     for (int Number = 0; Number < ColumnCount; ++Number) {
         const std::wstring Text = Columns[Number].Text(Player);
-        if (IsNew || Columns[Number].Text(Old) != Text) mfg.SetCell(Row, Number, Text);
+        if (!IsNew && Columns[Number].Text(Old) == Text) continue;
+        mfg.SetCell(Row, Number, Text);
+        Differs = true;
     }
     if (Old.Team != Player.Team) mfg.SetTeam(Row, Player.Team);
     Old = Player;
+    return Differs;
 }
 
 // Where the chosen player stands among these; -1 once he is gone.
@@ -79,8 +84,10 @@ void ShowRows(const Rows& Players) {
         mfg.SetRowCount(static_cast<int>(Players.size()));
         Shown.resize(Players.size());
     }
+    bool Differs = Players.size() != Before;
     for (std::size_t Row = 0; Row < Players.size(); ++Row)
-        ShowRow(static_cast<int>(Row), Players[Row], Row >= Before);
+        Differs |= ShowRow(static_cast<int>(Row), Players[Row], Row >= Before);
+    if (Differs) mfg.FitColumns();
     SelectPlayerRow(Chosen);
 }
 

@@ -4,11 +4,15 @@
 
 namespace {
 
-wchar_t Folded(wchar_t Letter) {
-    const bool Ascii = Letter >= L'A' && Letter <= L'Z';
-    const bool Latin =
-        Letter >= 0xC0 && Letter <= 0xDE && Letter != 0xD7; // the multiplication sign is no letter
-    return Ascii || Latin ? static_cast<wchar_t>(Letter + 0x20) : Letter;
+// The letters from U+00C0 on, without their accents and in small; the two signs among them stay.
+constexpr TextView BaseLetters =
+    L"aaaaaaaceeeeiiiidnooooo\u00D7ouuuuytsaaaaaaaceeeeiiiidnooooo\u00F7ouuuuyty";
+constexpr wchar_t FirstAccented = 0xC0;
+
+wchar_t BaseLetter(wchar_t Letter) {
+    if (Letter >= L'A' && Letter <= L'Z') return static_cast<wchar_t>(Letter + 0x20);
+    const std::size_t Place = static_cast<std::size_t>(Letter) - FirstAccented;
+    return Letter >= FirstAccented && Place < BaseLetters.size() ? BaseLetters[Place] : Letter;
 }
 
 Order OrderOf(int Compared) { return Compared <=> 0; }
@@ -27,7 +31,7 @@ Order CompareNumbers(TextView A, TextView B) {
 Order CompareNames(TextView A, TextView B) {
     return std::lexicographical_compare_three_way(
         A.begin(), A.end(), B.begin(), B.end(),
-        [](wchar_t X, wchar_t Y) -> Order { return Folded(X) <=> Folded(Y); });
+        [](wchar_t X, wchar_t Y) -> Order { return BaseLetter(X) <=> BaseLetter(Y); });
 }
 
 Order CompareAddresses(TextView A, TextView B) {

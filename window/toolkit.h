@@ -66,8 +66,8 @@ enum class Align : unsigned char { Left, Right };
 
 struct GridColumn {
     const wchar_t* Caption;
-    const wchar_t* Longest; // the text that must fit, beside the caption
-    int Share;              // per cent of the width that is left over
+    const wchar_t* Longest; // the text that always fits, beside the caption
+    int Share;              // per cent of the width that is left over once every cell fits
     Align Alignment;        // the first column is always aligned left
 };
 
@@ -77,6 +77,7 @@ struct Grid {
     void SetColumns(std::span<const GridColumn> Columns) const;
     void SetRowCount(int Count) const; // new rows are empty and of no team
     void SetCell(int Row, int Column, TextView Text) const;
+    void FitColumns() const;               // to what is in the cells; the first column that grows fits first
     void SetTeam(int Row, int Team) const; // colours the row: 1 light blue, 2 light red
     void Select(int Row) const;            // -1 for none
     void ShowSort(int Column, bool Ascending) const;

@@ -321,6 +321,7 @@ void Grid::SetCell(int Row, int Column, TextView Text) const {
     ++FakeWindow::Writes;
     FakeWindow::RowAt(Row)->Cells[Column] = Text;
 }
+void Grid::FitColumns() const {}
 void Grid::SetTeam(int Row, int Team) const {
     if (!Now) return;
     ++FakeWindow::Writes;

@@ -50,11 +50,14 @@ TEST_F(PlayerList, ARefreshWritesOnlyWhatChanged) {
 TEST_F(PlayerList, SortsByWhatAColumnHolds) {
     Game.Join(2, "bob", "10.0.0.10", 1, 100);
     Game.Join(10, "Zoe", "9.0.0.200", 1, 20);
-    Game.Join(11, "ADA", "10.0.0.9", 2, 9);
+    Game.Join(11,
+              "\xC4"
+              "DA",
+              "10.0.0.9", 2, 9); // "Ä" sorts with "A"
     Refresh();
     const auto Names = [] {
         std::wstring Initials;
-        for (const std::wstring& Row : FakeWindow::Rows()) Initials += Row[3];
+        for (const std::wstring& Row : FakeWindow::Rows()) Initials += Row[3] == L'\u00C4' ? L'A' : Row[3];
         return Initials;
     };
     const struct {

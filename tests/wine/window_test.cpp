@@ -420,6 +420,42 @@ TEST_F(RealWindow, ARefreshKeepsScrollPositionAndSelection) {
     EXPECT_EQ(SelectedRow(), 1);
 }
 
+TEST_F(RealWindow, TheColumnsFillTheGridAndShowNamesWhole) {
+    const std::string Name = "The name is longer than its share, but not too long";
+    Game.Join(1, Name);
+    for (int Slot = 4; Slot <= 11; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
+    frmVNT::FormReload();
+    const HWND Frame = GetParent(At(ID_mfg));
+    for (const int Width : {Wide, 1200, 560, 900, 520}) {
+        MoveWindow(Frame, 0, 0, Width, Tall, TRUE);
+        Pump();
+        RECT Inside{};
+        GetClientRect(At(ID_mfg), &Inside);
+        int Sum = 0;
+        for (int Column = 0; Column < 4; ++Column) Sum += ListView_GetColumnWidth(At(ID_mfg), Column);
+        EXPECT_EQ(Sum, Inside.right) << Width;
+        EXPECT_GE(ListView_GetColumnWidth(At(ID_mfg), 1), ListView_GetStringWidth(At(ID_mfg), L"The name"))
+            << Width;
+    }
+    MoveWindow(Frame, 0, 0, 900, Tall, TRUE);
+    Pump();
+    const std::wstring Text(Name.begin(), Name.end());
+    EXPECT_GE(ListView_GetColumnWidth(At(ID_mfg), 1), ListView_GetStringWidth(At(ID_mfg), Text.c_str()) + 6);
+}
+
+TEST_F(RealWindow, TheWheelScrollsAWindowThatIsTooSmall) {
+    const HWND Frame = GetParent(At(ID_mfg));
+    MoveWindow(Frame, 0, 0, 480, 200, TRUE);
+    RECT Before{}, After{};
+    GetWindowRect(At(ID_mfg), &Before);
+    for (const int Notches : {-1, 1}) {
+        SendMessageW(At(ID_stMain), WM_MOUSEWHEEL, MAKEWPARAM(0, Notches * WHEEL_DELTA), 0);
+        GetWindowRect(At(ID_mfg), &After);
+        EXPECT_EQ(After.top < Before.top, Notches < 0);
+    }
+    EXPECT_EQ(After.top, Before.top);
+}
+
 TEST_F(RealWindow, AScreenReaderHearsTeamsAndLabels) {
     EXPECT_EQ(Header_GetItemCount(Header()), 4);
     SystemParametersInfoW(SPI_SETSCREENREADER, TRUE, nullptr, 0);
@@ -435,6 +471,7 @@ TEST_F(RealWindow, AScreenReaderHearsTeamsAndLabels) {
         wchar_t Class[20] = L"";
         GetClassNameW(Before, Class, 20);
         EXPECT_STREQ(Class, L"Static") << Row.Id;
+        EXPECT_NE(GetWindowLongW(Before, GWL_STYLE) & WS_VISIBLE, 0) << "invisible labels are passed over";
         EXPECT_GT(GetWindowTextLengthW(Before), 0) << Row.Id;
     }
 }

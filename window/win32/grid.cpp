@@ -58,6 +58,58 @@ int InnerWidth(int Id) noexcept {
     return static_cast<int>(Inside.right);
 }
 
+std::wstring CellText(int Id, int Row, int Column) {
+    std::wstring Text(256, L'\0');
+    LVITEMW Item{};
+    Item.iSubItem = Column;
+    Item.pszText = Text.data();
+    Item.cchTextMax = static_cast<int>(Text.size());
+    Text.resize(static_cast<std::size_t>(Send(Id, LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), &Item)));
+    return Text;
+}
+
+int WidthOf(TextView Text) { return Measure::TextWidth(Text) + Measure::Scaled(14); }
+
+// With room for the sort mark.
+int LeastWidth(const GridColumn& Column) {
+    return std::max(WidthOf(Column.Longest), WidthOf(Column.Caption) + Measure::Scaled(16));
+}
+
+// What the cells of a column need beyond its least width.
+int Wish(int Id, int Column) {
+    int Widest = 0;
+    for (int Row = RowCount(Id); Row > 0; --Row)
+        Widest = std::max(Widest, WidthOf(CellText(Id, Row - 1, Column)));
+    return std::max(0, Widest - LeastWidth(Columns[static_cast<std::size_t>(Column)]));
+}
+
+// Least widths; then every cell whole, as far as the room goes; then the shares, the rest to the first of
+// them.
+std::vector<int> ColumnWidths(int Id) {
+    std::vector<int> Widths;
+    int Spare = InnerWidth(Id);
+    for (const GridColumn& Column : Columns) Spare -= Widths.emplace_back(LeastWidth(Column));
+    for (std::size_t Number = 0; Number < Widths.size(); ++Number) {
+        const int More = std::min(std::max(Spare, 0), Wish(Id, static_cast<int>(Number)));
+        Widths[Number] += More;
+        Spare -= More;
+    }
+    const int Left = std::max(Spare, 0);
+    for (std::size_t Number = 0; Number < Widths.size(); ++Number) {
+        Widths[Number] += Left * Columns[Number].Share / 100;
+        Spare -= Left * Columns[Number].Share / 100;
+    }
+    if (Widths.size() > 1) Widths[1] += std::max(Spare, 0);
+    return Widths;
+}
+
+// A column that keeps its width is not painted anew.
+void SetColumnWidths(int Id, const std::vector<int>& Widths) noexcept {
+    for (std::size_t Number = 0; Number < Widths.size(); ++Number)
+        if (Send(Id, LVM_GETCOLUMNWIDTH, Number) != Widths[Number])
+            Send(Id, LVM_SETCOLUMNWIDTH, Number, Widths[Number]);
+}
+
 LRESULT OnCustomDraw(const NMHDR* Header) noexcept {
     // The system hands out its own structure for us to write the colours into.
     auto* Draw = const_cast<NMLVCUSTOMDRAW*>(reinterpret_cast<const NMLVCUSTOMDRAW*>(Header));
@@ -100,7 +152,6 @@ void Grid::SetColumns(std::span<const GridColumn> Looks) const {
 
 void Grid::SetRowCount(int Count) const {
     const Native::Quiet Setting;
-    const int Before = InnerWidth(Id);
     for (int Row = RowCount(Id); Row > Count; --Row) Send(Id, LVM_DELETEITEM, static_cast<WPARAM>(Row - 1));
     for (int Row = RowCount(Id); Row < Count; ++Row) {
         LVITEMW Item{};
@@ -108,7 +159,6 @@ void Grid::SetRowCount(int Count) const {
         Item.iItem = Row;
         Send(Id, LVM_INSERTITEMW, 0, &Item);
     }
-    if (InnerWidth(Id) != Before) Native::FitGridColumns(Id); // a scroll bar came or went
 }
 
 void Grid::SetCell(int Row, int Column, TextView Text) const {
@@ -118,6 +168,8 @@ void Grid::SetCell(int Row, int Column, TextView Text) const {
     Item.pszText = Copy.data();
     Send(Id, LVM_SETITEMTEXTW, static_cast<WPARAM>(Row), &Item);
 }
+
+void Grid::FitColumns() const { Native::FitGridColumns(Id); }
 
 void Grid::SetTeam(int Row, int Team) const {
     const Native::Quiet Setting;
@@ -198,16 +250,8 @@ void OnGridMenu(int Id, const POINT* Mouse) noexcept {
 
 void FitGridColumns(int Id) noexcept {
     Trapped(L"mfg", mdlVNT::CurrentProfile, [&] {
-        int Spare = InnerWidth(Id);
-        std::vector<int> Widths;
-        for (const GridColumn& Column : Columns) {
-            Widths.push_back(Measure::TextWidth(Column.Longest) +
-                             Measure::Scaled(24)); // room for the sort mark
-            Spare -= Widths.back();
-        }
-        for (std::size_t Number = 0; Number < Widths.size(); ++Number)
-            Send(Id, LVM_SETCOLUMNWIDTH, Number,
-                 Widths[Number] + std::max(Spare, 0) * Columns[Number].Share / 100);
+        // A scroll bar that comes or goes with the columns changes the room: the second pass sees that.
+        for (int Pass = 0; Pass < 2; ++Pass) SetColumnWidths(Id, ColumnWidths(Id));
     });
 }
 
