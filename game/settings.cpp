@@ -26,5 +26,7 @@ void WriteSetting(Long Profile, const Setting& Written, TextView Value) {
     if (!CanBeKey(Folder))
         Fail(ErrorNumber::InvalidCall,
              L"Players.ini cannot hold settings of the folder \"" + Folder + L"\".");
-    Platform::WriteProfileText(Written.Name, Folder, Value, mdlVNT::PlayersIniPath);
+    const bool Stored = Platform::WriteProfileText(Written.Name, Folder, Value, mdlVNT::PlayersIniPath);
+    if (!Stored && PlayersIniExists())
+        Fail(ErrorNumber::PathAccess, ErrorDescription(ErrorNumber::PathAccess) + L": " + mdlVNT::PlayersIniPath);
 }

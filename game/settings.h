@@ -37,5 +37,6 @@ std::wstring ReadSetting(Long Profile, const Setting& Read);
 std::wstring ReadValidSetting(Long Profile, const Setting& Read);
 
 // Stored as given. Error 5 for a text with line breaks, and when the profile's folder cannot be a key of the
-// file. A file that cannot be written loses it silently.
+// file; error 75 when the file is there and cannot be written (another program has it open, the disk is
+// full). Where the file cannot be made at all, the setting has always been lost silently.
 void WriteSetting(Long Profile, const Setting& Written, TextView Value);

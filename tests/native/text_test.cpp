@@ -123,6 +123,11 @@ TEST(Settings, AcceptedTexts) {
         EXPECT_EQ(ReadValidSetting(TestProfile, Case.Read), Case.Valid) << What;
         EXPECT_EQ(Case.Read.IsValidForConsoles(Case.Text) ? Case.Text : Case.Read.Default, Case.Sent) << What;
     }
+    Outside::SetReadOnly(true);
+    EXPECT_THROW(WriteSetting(TestProfile, Settings::IdleMax, L"1"), Failure);
+    Outside::RemoveAll(PlayersIni);
+    WriteSetting(TestProfile, Settings::IdleMax, L"1"); // lost silently: the file cannot be made
+    Outside::SetReadOnly(false);
     mdlVNT::Profiles(TestProfile).ProfileFolder = L"[1]"; // Players.ini cannot hold it as a key
     EXPECT_THROW(WriteSetting(TestProfile, Settings::IdleMax, L"1"), Failure);
 }
