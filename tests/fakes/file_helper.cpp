@@ -108,7 +108,7 @@ void LogError(TextView, TextView Text, const Failure& Error, Long, Place) {
 
 bool SendErrorReport(const ErrorReport& Report, Place) {
     Outside::Record(L"SendErrorReport " + Report.Number + L" " + Report.Version);
-    return true;
+    return Outside::ReportsArrive;
 }
 
 } // namespace FileHelper

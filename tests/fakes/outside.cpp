@@ -16,6 +16,7 @@ long Calls = 0;
 std::function<void(TextView)> BeforeCall;
 Moment Clock;
 std::int64_t Elapsed = 0;
+bool ReportsArrive = true;
 std::vector<bool> YesNoAnswers;
 Lines TextAnswers;
 std::optional<std::wstring> OpenFileAnswer;
@@ -74,6 +75,7 @@ void Reset() {
     WhileBoxIsOpen = nullptr;
     ServiceState = 3;
     FilterMissing = false;
+    ReportsArrive = true;
     FailCall(0, Fault::Failure);
     mdlVNT::Forget();
     PutFolder(std::wstring(Base) + L"\\Plugins");

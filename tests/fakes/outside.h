@@ -60,6 +60,7 @@ void DetachAll();
 
 // --- The clock and the answers to boxes.
 extern Moment Clock;
+extern bool ReportsArrive;                         // what SendErrorReport returns
 extern std::int64_t Elapsed;                       // milliseconds of the clock that only goes forward
 extern std::vector<bool> YesNoAnswers;             // used from the front; No when empty
 extern Lines TextAnswers;                          // input box; Cancel when empty

@@ -62,6 +62,47 @@ TEST(PlayerTable, WhoIsListed) {
     EXPECT_EQ(GetPlayerList(TestProfile, L"IPARRAY").BySlot[0], L"0.0.0.0");
 }
 
+TEST(PlayerTable, RowsCountersAndExtrasOfAList) {
+    Server Game;
+    Game.Join(1, "Alice", "192.168.0.1", 1, 33);
+    Game.Join(7, "Bob", "10.0.0.7", 2, 120);
+    Game.Join(8, "Carol", "10.0.0.8", 2, 9);
+    PutEntry(Game, 9, L"Nobody", 1, 9);    // in no statistics record
+    for (int Read = 0; Read < 2; ++Read) { // counted anew each time
+        const PlayerTable Table = GetPlayerList(TestProfile, L"LIST");
+        ASSERT_EQ(Table.Rows.size(), 4u);
+        EXPECT_EQ(Table.Rows[1].Slot, 7);
+        EXPECT_EQ(Table.Rows[1].Ip, L"10.0.0.7");
+        EXPECT_EQ(Table.Rows[2].Ping, L"9");
+        EXPECT_EQ(Table.Rows[3].Ping, L"0");
+        EXPECT_EQ(Table.Summary, L"Blue Team: 2, Red Team: 2");
+    }
+    EXPECT_EQ(mdlVNT::BlueCount, 2);
+    EXPECT_EQ(mdlVNT::RedCount, 2);
+    EXPECT_EQ(mdlVNT::LifeStates(TestProfile).Count(), 3u);
+    GetPlayerList(TestProfile, L"ARRAY"); // counts nobody
+    EXPECT_EQ(mdlVNT::BlueCount + mdlVNT::RedCount, 0);
+    // Without a game state to read nothing has begun, and an older content stays what it is.
+    mdlVNT::BlueCount = 5;
+    Outside::DetachAll();
+    const PlayerTable Gone = GetPlayerList(TestProfile, L"LIST");
+    EXPECT_FALSE(Gone.Begun || Gone.Complete);
+    EXPECT_EQ(mdlVNT::BlueCount, 5);
+}
+
+// Records are read up to the match, and each only once.
+TEST(PlayerTable, PingsReadOnlyAsFarAsTheyMust) {
+    long Reads[2] = {};
+    for (const int Slot : {1, 15}) {
+        Server Game;
+        Game.Join(Slot, "Alice");
+        Outside::BeforeCall = [&](TextView Name) { Reads[Slot == 15] += Name == L"ReadStr"; };
+        GetPlayerList(TestProfile, L"REMOTE");
+        Outside::BeforeCall = nullptr;
+    }
+    EXPECT_EQ(Reads[1] - Reads[0], 14);
+}
+
 TEST(PlayerTable, ExtrasByNameAndSlot) {
     Server Game({.Dedicated = true});
     Game.Join(1, "Alice");

@@ -23,17 +23,23 @@ TEST(Reports, CarryLineNumberDescriptionAndProcedure) {
 }
 
 TEST(Reports, AreSentOnlyWhenTheSettingIsTheNumberOne) {
-    const std::pair<TextView, TextView> Table[] = {{L"1", L"Yes"},  {L"1.0", L"Yes"}, {L" 1 ", L"Yes"},
-                                                   {L"yes", L"No"}, {L"0", L"No"},    {L"", L"No"},
-                                                   {L"11", L"No"}};
-    for (const auto& [Value, Sent] : Table) {
+    struct Row {
+        TextView Setting;
+        bool Arrives;
+        TextView Sent;
+    };
+    const Row Table[] = {{L"1", true, L"Yes"},      {L"1.0", true, L"Yes"}, {L" 1 ", true, L"Yes"},
+                         {L"1", false, L"Failed!"}, {L"yes", true, L"No"},  {L"0", true, L"No"},
+                         {L"", true, L"No"},        {L"11", true, L"No"}};
+    for (const Row& Case : Table) {
         Server Game;
-        Outside::PutIni(L"C:\\Host\\settings\\config.ini", L"Settings", L"ReportErrors", Value);
+        Outside::PutIni(L"C:\\Host\\settings\\config.ini", L"Settings", L"ReportErrors", Case.Setting);
+        Outside::ReportsArrive = Case.Arrives;
         Trapped(L"AnyProcedure", TestProfile, [] { Fail(9); });
         const Lines Boxes = Outside::Recorded(L"ErrorBox");
         ASSERT_EQ(Boxes.size(), 1u);
-        EXPECT_TRUE(Boxes[0].ends_with(L"\r\n\r\nError Report Sent: " + std::wstring(Sent)));
-        EXPECT_EQ(Outside::Recorded(L"SendErrorReport").size(), Sent == L"Yes" ? 1u : 0u);
+        EXPECT_TRUE(Boxes[0].ends_with(L"\r\n\r\nError Report Sent: " + std::wstring(Case.Sent)));
+        EXPECT_EQ(Outside::Recorded(L"SendErrorReport 9 qrvVNT.dll ").size(), Case.Sent == L"No" ? 0u : 1u);
     }
 }
 
