@@ -72,7 +72,7 @@ extern PerProfile<Collection<Long>> ArmedFlags;
 extern PerProfile<IdleTable> IdleTables;
 extern PerProfile<bool> IpListChanged;
 
-// Makes every per-profile array hold Profile; error 9 outside 0 to MaxProfileIndex.
+// Makes every per-profile array hold the profile; error 9 outside 0 to MaxProfileIndex.
 void GrowProfileArrays(Long Profile, Place Where = Place::current());
 // Back to the state before the first call, helper objects released.
 void Forget() noexcept;

@@ -16,7 +16,7 @@ inline void CheckProfileIndex(Long Profile, Place Where = Place::current()) {
 
 template <class T> class PerProfile {
 public:
-    // Element Profile; error 9 when the array does not reach that far.
+    // The element of a profile; error 9 when the array does not reach that far.
     T& operator()(Long Profile, Place Where = Place::current()) {
         if (!Has(Profile)) Fail(ErrorNumber::SubscriptOutOfRange, {}, Where);
         std::unique_ptr<T>& Element = Elements[static_cast<std::size_t>(Profile)];
@@ -26,7 +26,7 @@ public:
     bool Has(Long Profile) const {
         return Profile >= 0 && static_cast<std::size_t>(Profile) < Elements.size();
     }
-    // Grows to hold Profile, keeping the elements.
+    // Grows to hold the profile, keeping the elements.
     void Grow(Long Profile, Place Where = Place::current()) {
         CheckProfileIndex(Profile, Where);
         if (!Has(Profile)) Elements.resize(static_cast<std::size_t>(Profile) + 1);

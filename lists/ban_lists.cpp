@@ -82,8 +82,8 @@ Lines NameFragments(const Lines& NameLines) {
     Lines Fragments;
     for (const std::wstring& Line : NameLines) {
         if (Line.empty()) continue;
-        const std::wstring Key = FileHelper::ParseIniEntry(Line).first;
-        if (IsPartKey(Key)) Fragments.push_back(BannedName::OfKey(Key).Name);
+        std::optional<std::wstring> Part = PartOfKey(FileHelper::ParseIniEntry(Line).first);
+        if (Part) Fragments.push_back(std::move(*Part));
     }
     return Fragments;
 }

@@ -32,7 +32,12 @@ bool BannedName::IsPart() const { return Tag == PartTag; }
 bool HoldsTag(TextView Key) {
     return Key.find(WholeTag) != TextView::npos || Key.find(PartTag) != TextView::npos;
 }
-bool IsPartKey(TextView Key) { return Key.ends_with(PartTag); }
+
+std::optional<std::wstring> PartOfKey(std::wstring Key) {
+    if (!Key.ends_with(PartTag)) return std::nullopt;
+    Key.resize(Key.size() - TagLength);
+    return Key;
+}
 
 std::optional<BannedName> PartInsteadOf(TextView Name) {
     const auto Start = Name.find_first_not_of(L"[; \t");

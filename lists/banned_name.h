@@ -21,9 +21,10 @@ struct BannedName {
     bool IsPart() const;
 };
 
-// Whether a tag stands anywhere in a key; whether the key is that of a part of a name.
+// Whether a tag stands anywhere in a key.
 bool HoldsTag(TextView Key);
-bool IsPartKey(TextView Key);
+// The part of a name that a key such as "bob[2]" bans; none for any other key.
+std::optional<std::wstring> PartOfKey(std::wstring Key);
 
 // For a name that no file can hold as a whole because of how it begins ("[ABC]Bob"): the part of it that can
 // be banned instead ("ABC]Bob"). None for any other name, and when fewer than three letters are left.
