@@ -7,21 +7,12 @@
 
 #include "bench/ban_lists.h"
 #include "bench/recording_helpers.h"
+#include "bench/stopwatch.h"
 #include "tests/wine/support.h"
 
 namespace {
 
 using namespace Support;
-
-double Milliseconds(const std::function<void()>& Timed) {
-    LARGE_INTEGER Start, End, Frequency;
-    QueryPerformanceFrequency(&Frequency);
-    QueryPerformanceCounter(&Start);
-    Timed();
-    QueryPerformanceCounter(&End);
-    return static_cast<double>(End.QuadPart - Start.QuadPart) * 1000.0 /
-           static_cast<double>(Frequency.QuadPart);
-}
 
 std::string Scenario(int Players) {
     std::string Lines;

@@ -28,7 +28,7 @@ std::uint64_t CreationOf(std::uint32_t Process) {
 void EndSession(EngineState& State, const std::string& Session) {
     std::erase_if(State.Sessions, [&](const EngineSession& Entry) { return Entry.Name == Session; });
     std::erase_if(State.Objects, [&](const EngineObject& Entry) { return Entry.Session == Session; });
-    std::erase_if(State.Filters, [&](const EngineFilter& Entry) { return Entry.Session == Session; });
+    std::erase_if(State.Filters, [&](const auto& Entry) { return Entry.second.Session == Session; });
 }
 
 EngineState ReadEngineState(const std::wstring& Path) {
@@ -41,8 +41,9 @@ EngineState ReadEngineState(const std::wstring& Path) {
             File >> Session.Name >> Session.Process >> Session.Created;
             State.Sessions.push_back(Session);
         } else if (EngineFilter Filter; Kind == "filter") {
-            File >> Filter.Address >> Filter.Port >> Filter.Id >> Filter.Key >> Filter.Session;
-            State.Filters.push_back(Filter);
+            std::uint64_t Id = 0;
+            File >> Filter.Address >> Filter.Port >> Id >> Filter.Key >> Filter.Session;
+            State.Filters[Id] = Filter;
         } else {
             EngineObject Object{Kind, {}, {}};
             File >> Object.Key >> Object.Session;
@@ -62,9 +63,9 @@ bool WriteEngineState(const std::wstring& Path, const EngineState& State) {
             File << "session " << Entry.Name << ' ' << Entry.Process << ' ' << Entry.Created << '\n';
         for (const EngineObject& Entry : State.Objects)
             File << Entry.Kind << ' ' << Entry.Key << ' ' << Entry.Session << '\n';
-        for (const EngineFilter& Entry : State.Filters)
-            File << "filter " << Entry.Address << ' ' << Entry.Port << ' ' << Entry.Id << ' ' << Entry.Key
-                 << ' ' << Entry.Session << '\n';
+        for (const auto& [Id, Entry] : State.Filters)
+            File << "filter " << Entry.Address << ' ' << Entry.Port << ' ' << Id << ' ' << Entry.Key << ' '
+                 << Entry.Session << '\n';
         if (!File.flush()) return false;
     }
     // A file that somebody reads just now cannot be replaced; reading takes no time worth mentioning.

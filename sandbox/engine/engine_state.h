@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,7 @@ struct EngineObject {
 struct EngineFilter {
     std::string Address;
     std::int32_t Port = 0; // 0 to 65535
-    std::uint64_t Id = 0;
-    std::string Key; // of its provider and its sublayer
+    std::string Key;       // of its provider and its sublayer
     std::string Session;
 };
 
@@ -30,7 +30,7 @@ struct EngineState {
     std::uint64_t LastId = 0;
     std::vector<EngineSession> Sessions;
     std::vector<EngineObject> Objects;
-    std::vector<EngineFilter> Filters;
+    std::map<std::uint64_t, EngineFilter> Filters; // by their identifiers
 };
 
 // Without what belongs to processes that have ended. The state of a missing file is the empty one.

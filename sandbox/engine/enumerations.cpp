@@ -17,7 +17,7 @@ namespace {
 
 // What was there when the enumeration began, and how far it has come.
 struct FilterList {
-    EngineState State;
+    std::vector<std::pair<std::uint64_t, EngineFilter>> Filters;
     std::size_t Next = 0;
 };
 
@@ -57,7 +57,7 @@ struct FilterParts {
     GUID Provider;
 };
 
-void FillFilter(FWPM_FILTER0& Filter, FilterParts& Parts, const EngineFilter& From) {
+void FillFilter(FWPM_FILTER0& Filter, FilterParts& Parts, std::uint64_t Id, const EngineFilter& From) {
     std::sscanf(From.Key.c_str(), "%8lx", &Parts.Provider.Data1);
     Parts.Provider = EngineKeys::OfProcess(Parts.Provider.Data1);
     Parts.Conditions[0] = {EngineKeys::RemoteAddress, FWP_MATCH_EQUAL, {}};
@@ -71,7 +71,7 @@ void FillFilter(FWPM_FILTER0& Filter, FilterParts& Parts, const EngineFilter& Fr
     Filter.numFilterConditions = 2;
     Filter.filterCondition = Parts.Conditions;
     Filter.action.type = FWP_ACTION_BLOCK;
-    Filter.filterId = From.Id;
+    Filter.filterId = Id;
 }
 
 template <class Procedure> DWORD Call(const char* Name, Procedure Body) noexcept {
@@ -90,7 +90,9 @@ extern "C" {
 DWORD WINAPI FwpmFilterCreateEnumHandle0(HANDLE Engine, const FWPM_FILTER_ENUM_TEMPLATE0*, HANDLE* Made) {
     return Call("FwpmFilterCreateEnumHandle0", [&] {
         auto New = std::make_unique<FilterList>();
-        const DWORD Error = Sessions::View(Engine, New->State);
+        EngineState State;
+        const DWORD Error = Sessions::View(Engine, State);
+        New->Filters.assign(State.Filters.begin(), State.Filters.end());
         if (Error == ERROR_SUCCESS) *Made = New.release();
         return Error;
     });
@@ -101,10 +103,12 @@ DWORD WINAPI FwpmFilterEnum0(HANDLE, HANDLE Enumeration, UINT32 Wanted, FWPM_FIL
     return Call("FwpmFilterEnum0", [&]() -> DWORD {
         auto& List = *static_cast<FilterList*>(Enumeration);
         const auto Made =
-            MakePage<FWPM_FILTER0>(List.State.Filters.size() - List.Next, Wanted, sizeof(FilterParts));
+            MakePage<FWPM_FILTER0>(List.Filters.size() - List.Next, Wanted, sizeof(FilterParts));
         auto* Parts = reinterpret_cast<FilterParts*>(static_cast<void*>(Made.Objects + Made.Count));
         for (UINT32 Index = 0; Index < Made.Count; ++Index)
-            FillFilter(Made.Objects[Index], Parts[Index], List.State.Filters[List.Next++]);
+            FillFilter(Made.Objects[Index], Parts[Index], List.Filters[List.Next + Index].first,
+                       List.Filters[List.Next + Index].second);
+        List.Next += Made.Count;
         *Entries = Made.Pointers;
         *Count = Made.Count;
         return ERROR_SUCCESS;

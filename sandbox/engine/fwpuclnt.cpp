@@ -137,10 +137,9 @@ DWORD WINAPI FwpmFilterAdd0(HANDLE Engine, const FWPM_FILTER0* Given, PSECURITY_
             if (const DWORD Error = Sessions::Refusal("FwpmFilterAdd0", State.Filters.size() + 1))
                 return Error;
             if (const DWORD Error = ReadFilter(*Given, State, New)) return Error;
-            New.Id = ++State.LastId;
             New.Session = Session;
-            State.Filters.push_back(New);
-            if (Id != nullptr) *Id = New.Id;
+            State.Filters[++State.LastId] = New;
+            if (Id != nullptr) *Id = State.LastId;
             return Refused(ERROR_SUCCESS);
         });
     });
@@ -149,9 +148,9 @@ DWORD WINAPI FwpmFilterAdd0(HANDLE Engine, const FWPM_FILTER0* Given, PSECURITY_
 DWORD WINAPI FwpmFilterDeleteById0(HANDLE Engine, UINT64 Id) {
     return Call("FwpmFilterDeleteById0", [&] {
         return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
-            const auto Found = std::ranges::find(State.Filters, Id, &EngineFilter::Id);
+            const auto Found = State.Filters.find(Id);
             if (Found == State.Filters.end()) return Refused(FWP_E_FILTER_NOT_FOUND);
-            if (Found->Session != Session) return Refused(FWP_E_WRONG_SESSION);
+            if (Found->second.Session != Session) return Refused(FWP_E_WRONG_SESSION);
             State.Filters.erase(Found);
             return Refused(ERROR_SUCCESS);
         });

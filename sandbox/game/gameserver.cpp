@@ -118,7 +118,8 @@ Simulation::GameMemory OwnMemory() {
 // The addresses that the filtering engine blocks for this port; none without a state file.
 std::vector<std::string> BlockedAddresses(const std::string& StateFile, std::int32_t Port) {
     std::vector<std::string> Blocked;
-    for (const EngineFilter& Filter : ReadEngineState(std::filesystem::path(StateFile).wstring()).Filters)
+    const EngineState State = ReadEngineState(std::filesystem::path(StateFile).wstring());
+    for (const auto& [Id, Filter] : State.Filters)
         if (Filter.Port == Port) Blocked.push_back(Filter.Address);
     return Blocked;
 }

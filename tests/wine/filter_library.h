@@ -62,7 +62,8 @@ inline std::wstring StateFile() { return Support::BaseFolder() + L"\\engine.stat
 // "address port" of each filter, sorted.
 inline std::vector<std::string> Rules() {
     std::vector<std::string> Found;
-    for (const EngineFilter& Filter : ReadEngineState(StateFile()).Filters)
+    const EngineState State = ReadEngineState(StateFile());
+    for (const auto& [Id, Filter] : State.Filters)
         Found.push_back(Filter.Address + " " + std::to_string(Filter.Port));
     std::ranges::sort(Found);
     return Found;

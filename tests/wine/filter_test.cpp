@@ -90,10 +90,10 @@ TEST_F(Filter, ARebuildTouchesOnlyWhatChanged) {
     for (const Long Address : {Next, Worse, Bad}) Library.Block(Address, 32123);
     ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.67 32123", "10.0.0.68 32123"}));
     const EngineState After = ReadEngineState(StandIn::StateFile());
-    for (const EngineFilter& Old : Before.Filters)
-        EXPECT_TRUE(std::ranges::any_of(After.Filters, [&](const EngineFilter& Now) {
-            return Now.Id == Old.Id && Now.Address == Old.Address;
-        })) << Old.Address;
+    for (const auto& [Id, Blocked] : Before.Filters) {
+        ASSERT_TRUE(After.Filters.contains(Id)) << Blocked.Address;
+        EXPECT_EQ(After.Filters.at(Id).Address, Blocked.Address);
+    }
     EXPECT_EQ(After.LastId, Before.LastId + 1);
     Library.Clear();
     EXPECT_TRUE(StandIn::AwaitRules({}));
@@ -210,7 +210,7 @@ TEST_F(Filter, ShowsItsState) {
     Library.Block(Bad, -1);
     ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.66 65535", "10.0.0.67 32123"}));
     WriteText(L"engine.drops",
-              std::to_string(ReadEngineState(StandIn::StateFile()).Filters.front().Id) + " 999999\n");
+              std::to_string(ReadEngineState(StandIn::StateFile()).Filters.begin()->first) + " 999999\n");
     const std::string Text = Shown();
     for (const char* Part : {"elevated: ", "reachable\r\n", "filter_test.exe",
                              "Port 32123, blocked addresses: 2\r\n  10.0.0.66\r\n  10.0.0.67\r\n",
