@@ -7,7 +7,7 @@
 #include "lists/ban_import.h"
 #include "lists/ban_lists.h"
 #include "window/ban_list_boxes.h"
-#include "window/toolkit.h"
+#include "window/long_work.h"
 
 namespace {
 
@@ -16,17 +16,19 @@ void ShowAdded(Long Profile, const std::vector<ImportedEntry>& Added) {
     for (const ImportedEntry& Entry : Added) (Entry.IsName ? AppendBannedName : AppendBannedIp)(Entry.Item);
 }
 
-// Nothing when the import broke off; what was written by then is in the lists all the same.
-std::optional<ImportCounts> Import(Long Profile, TextView Path) {
+// The summary; nothing when the import broke off. What was written by then is in the lists all the same.
+std::optional<std::wstring> Import(Long Profile, TextView Path) {
     const Hourglass WhileItRuns;
+    LongWork Work(L"Importing the ban file...");
     std::vector<ImportedEntry> Added;
-    std::optional<ImportCounts> Counts;
+    std::optional<std::wstring> Summary;
     try {
-        Counts = ImportBanFile(Profile, Path, Added);
+        const ImportCounts Counts = ImportBanFile(Profile, Path, Added, Work.GoOn());
+        Summary = ImportSummary(Counts) + Work.Note();
     } catch (...) { // NOLINT(bugprone-empty-catch): a malformed line ends the import silently
     }
     ShowAdded(Profile, Added);
-    return Counts;
+    return Summary;
 }
 
 } // namespace
@@ -38,8 +40,7 @@ void ImportChosenFile() {
         const std::optional<std::wstring> Path =
             Platform::AskOpenFile(L"Locate Merrows OstraSM Ban File", L"Text Documents (*.txt)|*.txt");
         if (!Path || Path->empty()) return;
-        if (const auto Counts = Import(Profile, *Path))
-            ShowMsg(MsgKind::Success, ImportSummary(*Counts), Profile);
+        if (const auto Summary = Import(Profile, *Path)) ShowMsg(MsgKind::Success, *Summary, Profile);
     } catch (...) { // NOLINT(bugprone-empty-catch): silently as well
     }
 }

@@ -6,15 +6,31 @@
 #include "host/platform.h"
 #include "lists/ban_lists.h"
 #include "lists/ban_references.h"
+#include "lists/first_failure.h"
 #include "window/ban_list_boxes.h"
+#include "window/long_work.h"
 
 namespace {
 
 void RemoveNameWithItem(Long Profile, const std::wstring& Name) {
     // The list loses the first item that begins so ("[1] Bob" finds "[1] Bobby"), the file exactly the name.
     if (BanListsShow(Profile))
-        RemoveItem(BannedNamesList, lstBannedNames.FindPrefix(BannedName::Whole(Trim(Name)).Item()));
+        DropItem(lstBannedNames, lstBannedNames.FindPrefix(BannedName::Whole(Trim(Name)).Item()));
     RemoveLinkedName(BanFiles(Profile), Name);
+}
+
+// Returns what to add to the message.
+std::wstring RemoveLinkedNames(Long Profile, const std::wstring& Address) {
+    LongWork Work(L"Removing the associated names...");
+    FirstFailure Failed;
+    Failed.Try([&] {
+        UnlinkAddress(
+            BanFiles(Profile), Address, [&](const std::wstring& Name) { RemoveNameWithItem(Profile, Name); },
+            Work.GoOn());
+    });
+    SelectAndShow(BannedNamesList, lstBannedNames.Selected());
+    Failed.Throw();
+    return Work.Note();
 }
 
 } // namespace
@@ -42,11 +58,11 @@ void RemoveSelectedIp() {
     RemoveBannedIp(BanFiles(Profile), Address);
     mdlVNT::IpListChanged(Profile) = true;
     RemoveItem(BannedIpsList, Selected);
+    std::wstring Message = L"IP Address Removed Successfully.";
     if (Platform::AskYesNo(L"Would you like to remove all associated names with this IP Address aswell?",
                            L"Remove Banned IP Address", Platform::Answer::No))
-        UnlinkAddress(BanFiles(Profile), Address,
-                      [&](const std::wstring& Name) { RemoveNameWithItem(Profile, Name); });
-    ShowMsg(MsgKind::Success, L"IP Address Removed Successfully.", Profile);
+        Message += RemoveLinkedNames(Profile, Address);
+    ShowMsg(MsgKind::Success, Message, Profile);
 }
 
 void SearchIps() { SearchList(BannedIpsList, txtSearchIp.Text(), L"IP Address not found!"); }

@@ -6,7 +6,9 @@
 #include "host/platform.h"
 #include "lists/ban_lists.h"
 #include "lists/ban_references.h"
+#include "lists/first_failure.h"
 #include "window/ban_list_boxes.h"
+#include "window/long_work.h"
 #include "window/part_question.h"
 
 namespace {
@@ -14,8 +16,22 @@ namespace {
 void RemoveIpWithItem(Long Profile, const std::wstring& Address) {
     if (Address.empty()) return; // a damaged link: every item begins with nothing
     // The list loses the first item that begins with the address, the file exactly the address.
-    if (BanListsShow(Profile)) RemoveItem(BannedIpsList, lstBannedIps.FindPrefix(Address));
+    if (BanListsShow(Profile)) DropItem(lstBannedIps, lstBannedIps.FindPrefix(Address));
     RemoveLinkedIp(BanFiles(Profile), Address);
+}
+
+// Returns what to add to the message.
+std::wstring RemoveLinkedIps(Long Profile, const std::wstring& Name) {
+    LongWork Work(L"Removing the associated IP Addresses...");
+    FirstFailure Failed;
+    Failed.Try([&] {
+        UnlinkName(
+            BanFiles(Profile), Name, [&](const std::wstring& Address) { RemoveIpWithItem(Profile, Address); },
+            Work.GoOn());
+    });
+    SelectAndShow(BannedIpsList, lstBannedIps.Selected());
+    Failed.Throw();
+    return Work.Note();
 }
 
 BannedName TypedName() {
@@ -50,11 +66,11 @@ void RemoveSelectedName() {
     const BannedName Banned = BannedName::OfItem(lstBannedNames.Item(Selected));
     RemoveBannedName(BanFiles(Profile), Banned);
     RemoveItem(BannedNamesList, Selected);
+    std::wstring Message = L"Name Removed Successfully.";
     if (Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
                            L"Remove Banned Name", Platform::Answer::No))
-        UnlinkName(BanFiles(Profile), Banned.Name,
-                   [&](const std::wstring& Address) { RemoveIpWithItem(Profile, Address); });
-    ShowMsg(MsgKind::Success, L"Name Removed Successfully.", Profile);
+        Message += RemoveLinkedIps(Profile, Banned.Name);
+    ShowMsg(MsgKind::Success, Message, Profile);
 }
 
 void SearchNames() { SearchList(BannedNamesList, txtSearch.Text(), L"Name not found!"); }

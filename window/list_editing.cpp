@@ -38,10 +38,15 @@ void SelectAndShow(const DetailedList& List, int Item) {
     Trapped(List.Procedure, mdlVNT::CurrentProfile, List.ShowDetails);
 }
 
+bool DropItem(const ListBox& List, int Item) {
+    const bool WasSelected = Item >= 0 && Item == List.Selected();
+    List.Remove(Item);
+    if (WasSelected) List.Select(std::min(Item, List.Count() - 1));
+    return WasSelected;
+}
+
 void RemoveItem(const DetailedList& List, int Item) {
-    const bool WasSelected = Item >= 0 && Item == List.Box.Selected();
-    List.Box.Remove(Item);
-    if (WasSelected) SelectAndShow(List, std::min(Item, List.Box.Count() - 1));
+    if (DropItem(List.Box, Item)) SelectAndShow(List, List.Box.Selected());
 }
 
 bool HasItem(const ListBox& List, TextView Text) {

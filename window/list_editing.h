@@ -15,7 +15,9 @@ struct DetailedList {
 // reported and ends here.
 void SelectAndShow(const DetailedList& List, int Item);
 // Takes an item out of the list (-1: none); if it was the selected one, selects the one that takes its place,
-// or the last.
+// or the last. Returns whether it was. RemoveItem shows the details of the new one; where many items go,
+// DropItem saves reading those of each.
+bool DropItem(const ListBox& List, int Item);
 void RemoveItem(const DetailedList& List, int Item);
 // Whether the list has exactly this item.
 bool HasItem(const ListBox& List, TextView Text);

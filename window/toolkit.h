@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -104,6 +105,22 @@ public:
 
 private:
     [[maybe_unused]] std::intptr_t Previous; // not every implementation has a pointer to restore
+};
+
+// Shows how far long work has come: after one second a small window with what is done, how many of how many,
+// a bar and Cancel. It handles only its own messages: no timer, refresh or remote call runs inside the work.
+class ProgressWindow {
+public:
+    explicit ProgressWindow(TextView What); // "Importing the ban file..."
+    ~ProgressWindow();
+    ProgressWindow(const ProgressWindow&) = delete;
+    ProgressWindow& operator=(const ProgressWindow&) = delete;
+    // Called before each entry. Returns false once Cancel has been chosen.
+    bool GoesOn(Long Done, Long Total);
+
+private:
+    struct State;
+    std::unique_ptr<State> Its;
 };
 
 struct MenuEntry {

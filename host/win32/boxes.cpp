@@ -9,6 +9,7 @@
 #include "host/win32/input_box.h"
 #include "host/win32/module.h"
 #include "host/win32/open_box.h"
+#include "host/win32/styled.h"
 
 namespace Platform {
 
@@ -31,8 +32,13 @@ UINT IconOf(BoxIcon Icon) {
     return MB_ICONWARNING;
 }
 
+struct StyledBox {
+    const Styled Look;
+    const OpenBox Open{Owner()};
+};
+
 int Show(HWND BoxOwner, TextView Text, TextView Title, UINT Style) {
-    const OpenBox WhileItIsOpen(Owner());
+    const StyledBox WhileItIsOpen;
     return MessageBoxW(BoxOwner, std::wstring(Text).c_str(), std::wstring(Title).c_str(), Style);
 }
 
@@ -96,12 +102,12 @@ bool AskYesNo(TextView Text, TextView Title, Answer Default) {
 }
 
 std::wstring AskText(TextView Prompt, TextView Title) {
-    const OpenBox WhileItIsOpen(Owner());
+    const StyledBox WhileItIsOpen;
     return InputBox(Owner(), Prompt, Title);
 }
 
 std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place Where) {
-    const OpenBox WhileItIsOpen(Owner());
+    const StyledBox WhileItIsOpen;
     // "description|pattern" becomes two strings that end with NUL, and an empty one.
     std::wstring Pairs(Filter);
     for (wchar_t& C : Pairs)

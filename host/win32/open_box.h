@@ -3,11 +3,9 @@
 
 #include <windows.h>
 
-#include "host/win32/styled.h"
-
-// Lives while a box or dialog is open. The DLL stays loaded, as its code is on the stack; the box has visual
-// styles and stands in the middle of the host's window; and in the end the focus is back where it was, which
-// the system forgets: it activates the owner and leaves the focus to the owner's own window.
+// Lives while a box or dialog is open. The DLL stays loaded, as its code is on the stack; the box stands
+// in the middle of the host's window; and in the end the focus is back where it was, which the system
+// forgets: it activates the owner and leaves the focus to the owner's own window.
 class OpenBox {
 public:
     // HostWindow may be null: the box stands where the system puts it.
@@ -20,7 +18,6 @@ private:
     static LRESULT CALLBACK OnThreadEvent(int Code, WPARAM W, LPARAM L) noexcept;
     void OnActivate(HWND Activated) noexcept;
 
-    const Styled Look;
     OpenBox* const Outer; // boxes may open behind each other
     const HWND Host;
     HWND Focus;

@@ -14,6 +14,7 @@ std::vector<int> MenuChoices;
 std::function<void()> WhileNextMenuIsOpen;
 int TimersLeft;
 int PixelsPerInch;
+Long CancelAfter;
 
 namespace {
 
@@ -121,6 +122,7 @@ void Reset() {
     WhileNextMenuIsOpen = nullptr;
     TimersLeft = 1000;
     PixelsPerInch = 96;
+    CancelAfter = -1;
     Menu.clear();
     Writes = Turns = Turned = 0;
 }
@@ -353,6 +355,11 @@ Hourglass::Hourglass() noexcept : Previous(0) {
     ++FakeWindow::Turned;
 }
 Hourglass::~Hourglass() { --FakeWindow::Turns; }
+
+struct ProgressWindow::State {};
+ProgressWindow::ProgressWindow(TextView) {}
+ProgressWindow::~ProgressWindow() = default;
+bool ProgressWindow::GoesOn(Long Done, Long) { return Done != FakeWindow::CancelAfter; }
 
 int PopUpMenu(const std::vector<MenuEntry>& Entries) {
     using namespace FakeWindow;

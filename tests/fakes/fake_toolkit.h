@@ -56,6 +56,10 @@ long GridWrites();
 long HourglassTurns();
 bool HourglassIsShown();
 
+// --- Long work: after how many entries Cancel is chosen, -1 for never.
+
+extern Long CancelAfter;
+
 // --- Timers. Time passes only here.
 
 Long IntervalOf(int Timer); // 0: not running

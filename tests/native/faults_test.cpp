@@ -92,9 +92,10 @@ const Scenario Scenarios[] = {
     {"tmrRefresh", Readers, [] { FakeWindow::Tick(ID_tmrRefresh); }, true},
 
     WithText("cmdAddName", L"cmdAddName", ID_txtBannedName, L"Mallory", ID_cmdAddName),
-    OnItem("cmdRemoveName", L"cmdRemoveName lstBannedNames", ID_lstBannedNames, 2, ID_cmdRemoveName),
+    OnItem("cmdRemoveName", L"cmdRemoveName lstBannedNames lstBannedIps", ID_lstBannedNames, 2,
+           ID_cmdRemoveName),
     WithText("cmdAddIp", L"cmdAddIp", ID_txtAddIp, L"7.7.7.7", ID_cmdAddIp),
-    OnItem("cmdRemoveIp", L"cmdRemoveIp lstBannedIps", ID_lstBannedIps, 0, ID_cmdRemoveIp),
+    OnItem("cmdRemoveIp", L"cmdRemoveIp lstBannedIps lstBannedNames", ID_lstBannedIps, 0, ID_cmdRemoveIp),
     WithText("cmdSlapAdd", L"cmdSlapAdd LoadSlapMenu", ID_txtSlap, L"three", ID_cmdSlapAdd),
     OnItem("cmdSlapDelete", L"cmdSlapDelete LoadSlapMenu", ID_lstSlaps, 0, ID_cmdSlapDelete),
     {"cmdSlapEdit", L"cmdSlapEdit LoadSlapMenu",

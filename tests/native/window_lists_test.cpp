@@ -256,4 +256,34 @@ TEST_F(Window, ImportedEntriesAppearInTheListsAlsoWhenItBreaksOff) {
     EXPECT_FALSE(FakeWindow::HourglassIsShown());
 }
 
+// --- Cancel
+
+TEST_F(Window, CancelEndsLongWorkAfterTheCurrentEntry) {
+    std::wstring File;
+    for (int Entry = 1; Entry <= 5; ++Entry) {
+        std::wstring Address = L"10.0.0." + std::to_wstring(Entry);
+        Address.resize(19, L' ');
+        File += Address + L"Bob;                 cheat.\r\n";
+    }
+    Outside::PutFile(L"C:\\ban.txt", File);
+    Outside::OpenFileAnswer = L"C:\\ban.txt";
+    Open();
+    FakeWindow::CancelAfter = 3;
+    FakeWindow::MenuChoices = {ID_mnuMerrow300};
+    FakeWindow::RightClick(ID_lstBannedNames);
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), (Lines{L"10.0.0.1", L"10.0.0.2", L"10.0.0.3"}));
+    EXPECT_EQ(Boxes().back(),
+              L"Box Success Ban File Parsed Successfully\r\n\r\nTotal Items Found: 6\r\nTotal Items Added: "
+              L"6\r\nTotal Items Skipped: 0\r\nTotal Invalid Items: 0\r\n\r\nCancelled after 3 of 5.");
+
+    frmVNT::FormReload();
+    FakeWindow::CancelAfter = 2;
+    Outside::YesNoAnswers = {true};
+    FakeWindow::Click(ID_cmdRemoveName);
+    EXPECT_EQ(Boxes().back(), L"Box Success Name Removed Successfully.\r\n\r\nCancelled after 2 of 3.");
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.3"});
+    EXPECT_EQ(FakeWindow::Text(ID_lblIp), L"10.0.0.3") << "the details follow the selection";
+    EXPECT_NE(FileOf(L"BannedReference.ini").find(L"10.0.0.3"), std::wstring::npos) << "the link stays";
+}
+
 } // namespace

@@ -1,6 +1,8 @@
 # The real window over the outside in memory: real mouse and keyboard events, and what they did can be read off at
 # once. It needs a screen, and no other test's window in front of it.
-add_executable(window_test window_test.cpp window_test.rc ../../host/win32/module.cpp ../../host/win32/styled.cpp)
+add_executable(window_test window_test.cpp window_test.rc
+  ../../host/win32/dialog_template.cpp ../../host/win32/module.cpp ../../host/win32/open_box.cpp
+  ../../host/win32/styled.cpp)
 set_source_files_properties(window_test.rc PROPERTIES
   INCLUDE_DIRECTORIES ${CMAKE_SOURCE_DIR} OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/window/win32/vantor.manifest)
 target_link_libraries(window_test PRIVATE

@@ -363,6 +363,56 @@ TEST_F(RealWindow, TheMenuOfTheKeyboardBringsItsRowIntoView) {
     EXPECT_EQ(GetFocus(), At(ID_mfg));
 }
 
+int HostTicks;
+void CALLBACK CountTick(HWND, UINT, UINT_PTR, DWORD) { ++HostTicks; }
+
+HWND ProgressDialog() {
+    const HWND Dialog = FindWindowW(L"#32770", L"Vantor");
+    return IsWindowVisible(Dialog) ? Dialog : nullptr;
+}
+
+TEST_F(RealWindow, LongWorkShowsItselfAndCanBeCancelled) {
+    SetFocus(At(ID_lstBannedNames));
+    SetTimer(Host, 3, 10, CountTick);
+    {
+        ProgressWindow Short(L"Short work...");
+        for (int Entry = 0; Entry < 20; ++Entry, Sleep(5)) EXPECT_TRUE(Short.GoesOn(Entry, 20));
+        EXPECT_EQ(ProgressDialog(), nullptr);
+    }
+    for (const bool ByKey : {true, false}) {
+        Pump();
+        HostTicks = 0;
+        HostCommands.clear();
+        ProgressWindow Long(L"Long work...");
+        int Entry = 0;
+        for (; Entry < 1000 && Long.GoesOn(Entry, 1000); ++Entry, Sleep(10)) {
+            if (Entry != 150) continue;
+            const HWND Dialog = ProgressDialog();
+            ASSERT_NE(Dialog, nullptr);
+            EXPECT_FALSE(IsWindowEnabled(Host));
+            EXPECT_GT(SendDlgItemMessageW(Dialog, 102, PBM_GETPOS, 0, 0), 100);
+            RECT Middle{}, Area{};
+            GetWindowRect(Dialog, &Middle);
+            GetWindowRect(Host, &Area);
+            EXPECT_NEAR(Middle.left + Middle.right, Area.left + Area.right, 2);
+            PostMessageW(Host, WM_COMMAND, 99, 0); // waits until the end
+            if (ByKey)
+                Press(VK_ESCAPE);
+            else
+                ClickAt(MiddleOf(GetDlgItem(Dialog, IDCANCEL), {0, 0, 20, 20}), MOUSEEVENTF_LEFTDOWN,
+                        MOUSEEVENTF_LEFTUP);
+        }
+        EXPECT_GT(Entry, 150);
+        EXPECT_LT(Entry, 300) << "cancelled soon";
+        EXPECT_EQ(HostTicks, 0) << "nothing else runs inside the work";
+        EXPECT_EQ(HostCommands, std::vector<int>());
+    }
+    EXPECT_EQ(ProgressDialog(), nullptr);
+    EXPECT_TRUE(IsWindowEnabled(Host));
+    EXPECT_EQ(GetFocus(), At(ID_lstBannedNames));
+    KillTimer(Host, 3);
+}
+
 TEST_F(RealWindow, ArrowsChooseAmongOptionButtons) {
     stMain.Turn(2);
     SetFocus(At(ID_optMethod));

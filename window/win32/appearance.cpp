@@ -43,8 +43,8 @@ void LoadAppearance() noexcept {
     using Initialise = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
     const auto Call = reinterpret_cast<Initialise>(
         reinterpret_cast<void*>(GetProcAddress(CommonControls, "InitCommonControlsEx")));
-    const INITCOMMONCONTROLSEX Wanted{sizeof Wanted,
-                                      ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES | ICC_STANDARD_CLASSES};
+    const INITCOMMONCONTROLSEX Wanted{sizeof Wanted, ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES |
+                                                         ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS};
     if (Call != nullptr) Call(&Wanted);
 }
 
