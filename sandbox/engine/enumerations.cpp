@@ -10,7 +10,7 @@
 #include <fstream>
 #include <memory>
 
-#include "filter/win32/engine_keys.h"
+#include "sandbox/engine/keys.h"
 #include "sandbox/engine/sessions.h"
 
 namespace {
@@ -58,16 +58,15 @@ struct FilterParts {
 };
 
 void FillFilter(FWPM_FILTER0& Filter, FilterParts& Parts, std::uint64_t Id, const EngineFilter& From) {
-    std::sscanf(From.Key.c_str(), "%8lx", &Parts.Provider.Data1);
-    Parts.Provider = EngineKeys::OfProcess(Parts.Provider.Data1);
-    Parts.Conditions[0] = {EngineKeys::RemoteAddress, FWP_MATCH_EQUAL, {}};
+    Parts.Provider = KeyOfText(From.Key);
+    Parts.Conditions[0] = {KeyOfText(ConditionRemoteAddress), FWP_MATCH_EQUAL, {}};
     Parts.Conditions[0].conditionValue.type = FWP_UINT32;
     Parts.Conditions[0].conditionValue.uint32 = AddressOf(From.Address);
-    Parts.Conditions[1] = {EngineKeys::LocalPort, FWP_MATCH_EQUAL, {}};
+    Parts.Conditions[1] = {KeyOfText(ConditionLocalPort), FWP_MATCH_EQUAL, {}};
     Parts.Conditions[1].conditionValue.type = FWP_UINT16;
     Parts.Conditions[1].conditionValue.uint16 = static_cast<UINT16>(From.Port);
     Filter.providerKey = &Parts.Provider;
-    Filter.layerKey = EngineKeys::InboundTransportV4;
+    Filter.layerKey = KeyOfText(LayerInboundTransportV4);
     Filter.numFilterConditions = 2;
     Filter.filterCondition = Parts.Conditions;
     Filter.action.type = FWP_ACTION_BLOCK;

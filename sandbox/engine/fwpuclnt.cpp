@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <exception>
 
-#include "filter/win32/engine_keys.h"
 #include "sandbox/engine/keys.h"
 #include "sandbox/engine/sessions.h"
 
@@ -52,8 +51,9 @@ std::string Dotted(UINT32 Address) {
 // The two conditions that there are; each of its own type.
 DWORD ReadCondition(const FWPM_FILTER_CONDITION0& Condition, EngineFilter& Filter) {
     const FWP_CONDITION_VALUE0& Value = Condition.conditionValue;
-    const bool IsAddress = Condition.fieldKey == EngineKeys::RemoteAddress;
-    if (!IsAddress && Condition.fieldKey != EngineKeys::LocalPort) return Refused(FWP_E_CONDITION_NOT_FOUND);
+    const bool IsAddress = KeyText(Condition.fieldKey) == ConditionRemoteAddress;
+    if (!IsAddress && KeyText(Condition.fieldKey) != ConditionLocalPort)
+        return Refused(FWP_E_CONDITION_NOT_FOUND);
     if (Condition.matchType != FWP_MATCH_EQUAL) return Refused(FWP_E_MATCH_TYPE_MISMATCH);
     if (Value.type != (IsAddress ? FWP_UINT32 : FWP_UINT16)) return Refused(FWP_E_TYPE_MISMATCH);
     if (IsAddress) Filter.Address = Dotted(Value.uint32);
@@ -63,7 +63,7 @@ DWORD ReadCondition(const FWPM_FILTER_CONDITION0& Condition, EngineFilter& Filte
 
 DWORD ReadFilter(const FWPM_FILTER0& Given, const EngineState& State, EngineFilter& Filter) {
     if (Given.displayData.name == nullptr) return Refused(FWP_E_NULL_DISPLAY_NAME);
-    if (Given.layerKey != EngineKeys::InboundTransportV4) return Refused(FWP_E_LAYER_NOT_FOUND);
+    if (KeyText(Given.layerKey) != LayerInboundTransportV4) return Refused(FWP_E_LAYER_NOT_FOUND);
     if (!Has(State, "sublayer", Given.subLayerKey)) return Refused(FWP_E_SUBLAYER_NOT_FOUND);
     if (Given.providerKey && !Has(State, "provider", *Given.providerKey))
         return Refused(FWP_E_PROVIDER_NOT_FOUND);
@@ -86,7 +86,7 @@ DWORD WINAPI FwpmEngineOpen0(const wchar_t* Server, UINT32 Service, SEC_WINNT_AU
     return Call("FwpmEngineOpen0", [&] {
         const bool IsServiceKnown = Service == RPC_C_AUTHN_WINNT || Service == RPC_C_AUTHN_DEFAULT;
         if (Server != nullptr || !IsServiceKnown) return Refused(FWP_E_INVALID_PARAMETER);
-        const bool IsDynamic = Session != nullptr && Session->flags == EngineKeys::DynamicSession;
+        const bool IsDynamic = Session != nullptr && Session->flags == SessionFlagDynamic;
         return Sessions::Open(IsDynamic, Session ? Session->txnWaitTimeoutInMSec : 0, Engine);
     });
 }

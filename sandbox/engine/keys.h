@@ -1,15 +1,17 @@
-// Keys of the engine's objects as the state file has them.
+// Keys of the engine's objects: as the platform's documentation gives them, and as the state file has them.
+// The library has its own copy of the former, kept apart on purpose, so that a wrong one on either side
+// shows.
 #pragma once
 
 #include <windows.h>
 
-#include <cstdio>
 #include <string>
 
-inline std::string KeyText(const GUID& Key) {
-    char Text[40] = "";
-    std::snprintf(Text, sizeof Text, "%08lx-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x", Key.Data1,
-                  Key.Data2, Key.Data3, Key.Data4[0], Key.Data4[1], Key.Data4[2], Key.Data4[3], Key.Data4[4],
-                  Key.Data4[5], Key.Data4[6], Key.Data4[7]);
-    return Text;
-}
+inline constexpr UINT32 SessionFlagDynamic = 1;
+inline constexpr const char* LayerInboundTransportV4 = "5926dfc8-e3cf-4426-a283-dc393f5d0f9d";
+inline constexpr const char* ConditionRemoteAddress = "b235ae9a-1d64-49b8-a44c-5ff3d9095045";
+inline constexpr const char* ConditionLocalPort = "0c1ba1af-5765-453f-af22-a8f791ac775b";
+
+std::string KeyText(const GUID& Key);
+// The key of a text that KeyText has made.
+GUID KeyOfText(const std::string& Text);

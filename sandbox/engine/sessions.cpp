@@ -23,7 +23,7 @@ struct Session {
 
 volatile LONG Opened = 0;
 
-Session& Of(HANDLE Given) { return *static_cast<Session*>(Given); }
+Session& SessionOf(HANDLE Given) { return *static_cast<Session*>(Given); }
 
 std::wstring StateFile() { return Folder() + L"\\engine.state"; }
 
@@ -124,7 +124,7 @@ DWORD Open(bool IsDynamic, DWORD WaitMilliseconds, HANDLE* Given) {
 }
 
 DWORD Close(HANDLE Given) {
-    const std::unique_ptr<Session> Ended(&Of(Given));
+    const std::unique_ptr<Session> Ended(&SessionOf(Given));
     if (Ended->IsInTransaction) EndTransaction(*Ended);
     const Lock Held;
     EngineState State;
@@ -134,7 +134,7 @@ DWORD Close(HANDLE Given) {
 }
 
 DWORD Begin(HANDLE Given) {
-    Session& Owner = Of(Given);
+    Session& Owner = SessionOf(Given);
     if (Owner.IsInTransaction) return static_cast<DWORD>(FWP_E_TXN_IN_PROGRESS);
     Lock Held(Owner.WaitMilliseconds);
     if (!Held) return static_cast<DWORD>(FWP_E_TIMEOUT);
@@ -147,7 +147,7 @@ DWORD Begin(HANDLE Given) {
 }
 
 DWORD Commit(HANDLE Given) {
-    Session& Owner = Of(Given);
+    Session& Owner = SessionOf(Given);
     if (!Owner.IsInTransaction) return static_cast<DWORD>(FWP_E_NO_TXN_IN_PROGRESS);
     const DWORD Error = Write(Owner.Pending);
     EndTransaction(Owner);
@@ -155,14 +155,14 @@ DWORD Commit(HANDLE Given) {
 }
 
 DWORD Abort(HANDLE Given) {
-    Session& Owner = Of(Given);
+    Session& Owner = SessionOf(Given);
     if (!Owner.IsInTransaction) return static_cast<DWORD>(FWP_E_NO_TXN_IN_PROGRESS);
     EndTransaction(Owner);
     return ERROR_SUCCESS;
 }
 
 DWORD View(HANDLE Given, EngineState& State) {
-    const Session& Owner = Of(Given);
+    const Session& Owner = SessionOf(Given);
     if (Owner.IsInTransaction) {
         State = Owner.Pending;
         return ERROR_SUCCESS;
@@ -172,7 +172,7 @@ DWORD View(HANDLE Given, EngineState& State) {
 }
 
 DWORD Change(HANDLE Given, const Alteration& Alter) {
-    Session& Owner = Of(Given);
+    Session& Owner = SessionOf(Given);
     // What is to outlive its session would need a place of its own here; nobody asks for it.
     if (!Owner.IsDynamic) return ERROR_NOT_SUPPORTED;
     if (Owner.IsInTransaction) return Alter(Owner.Pending, Owner.Name);

@@ -21,7 +21,7 @@ struct State {
     int GoodCalls = -1;
     bool IsLasting = false;
 };
-State Now;
+State Current;
 
 void Require(bool IsTrue, const char* What) {
     if (IsTrue) return;
@@ -31,14 +31,14 @@ void Require(bool IsTrue, const char* What) {
 
 // The error code of the call: as it was told, or because the session is lost.
 std::uint32_t Enter() {
-    ++Now.Calls;
-    if (Now.IsLost) return 1722;
-    if (Now.GoodCalls < 0) return 0;
-    if (Now.GoodCalls > 0) {
-        --Now.GoodCalls;
+    ++Current.Calls;
+    if (Current.IsLost) return 1722;
+    if (Current.GoodCalls < 0) return 0;
+    if (Current.GoodCalls > 0) {
+        --Current.GoodCalls;
         return 0;
     }
-    if (!Now.IsLasting) Now.GoodCalls = -1;
+    if (!Current.IsLasting) Current.GoodCalls = -1;
     return 5;
 }
 
@@ -55,58 +55,58 @@ namespace Engine {
 
 Failure Open() {
     const Held Locked(Mutex);
-    Require(!Now.IsOpen, "opened twice");
-    Now.IsLost = false;
+    Require(!Current.IsOpen, "opened twice");
+    Current.IsLost = false;
     const std::uint32_t Error = Enter();
-    Now.IsOpen = Error == 0;
+    Current.IsOpen = Error == 0;
     return {"Open", Error};
 }
 
 void Close() noexcept {
     const Held Locked(Mutex);
-    Require(Now.IsOpen, "closed twice");
-    Now.IsOpen = Now.IsInTransaction = false;
-    Now.Counting.clear();
+    Require(Current.IsOpen, "closed twice");
+    Current.IsOpen = Current.IsInTransaction = false;
+    Current.Counting.clear();
 }
 
 Failure Check() {
-    return Call("Check", [] { Require(Now.IsOpen, "not open"); });
+    return Call("Check", [] { Require(Current.IsOpen, "not open"); });
 }
 
 Failure Begin() {
     return Call("Begin", [] {
-        Require(Now.IsOpen && !Now.IsInTransaction, "two transactions");
-        Now.IsInTransaction = true;
-        Now.Pending = Now.Counting;
-        ++Now.Transactions;
+        Require(Current.IsOpen && !Current.IsInTransaction, "two transactions");
+        Current.IsInTransaction = true;
+        Current.Pending = Current.Counting;
+        ++Current.Transactions;
     });
 }
 
 Failure Commit() {
     return Call("Commit", [] {
-        Require(Now.IsInTransaction, "nothing to commit");
-        Now.IsInTransaction = false;
-        Now.Counting = Now.Pending;
+        Require(Current.IsInTransaction, "nothing to commit");
+        Current.IsInTransaction = false;
+        Current.Counting = Current.Pending;
     });
 }
 
 Failure Abort() {
     return Call("Abort", [] {
-        Require(Now.IsInTransaction, "nothing to abort");
-        Now.IsInTransaction = false;
+        Require(Current.IsInTransaction, "nothing to abort");
+        Current.IsInTransaction = false;
     });
 }
 
 Failure Add(const Rule& Blocked, std::uint64_t& Filter) {
     return Call("Add", [&] {
-        Require(Now.IsInTransaction, "a filter outside of a transaction");
-        Filter = ++Now.LastFilter;
-        Now.Pending[Filter] = Blocked;
+        Require(Current.IsInTransaction, "a filter outside of a transaction");
+        Filter = ++Current.LastFilter;
+        Current.Pending[Filter] = Blocked;
     });
 }
 
 Failure Remove(std::uint64_t Filter) {
-    return Call("Remove", [&] { Require(Now.Pending.erase(Filter) == 1, "an unknown filter"); });
+    return Call("Remove", [&] { Require(Current.Pending.erase(Filter) == 1, "an unknown filter"); });
 }
 
 } // namespace Engine
@@ -115,7 +115,7 @@ namespace EventLog {
 
 void Report(const Failure&) noexcept {
     const Held Locked(Mutex);
-    ++Now.Reports;
+    ++Current.Reports;
 }
 
 } // namespace EventLog
@@ -124,25 +124,25 @@ namespace FakeEngine {
 
 void Reset() {
     const Held Locked(Mutex);
-    Require(!Now.IsOpen, "reset while open");
-    Now = {};
+    Require(!Current.IsOpen, "reset while open");
+    Current = {};
 }
 
 void FailAfter(int Calls, bool IsLasting) {
     const Held Locked(Mutex);
-    Now.GoodCalls = Calls;
-    Now.IsLasting = IsLasting;
+    Current.GoodCalls = Calls;
+    Current.IsLasting = IsLasting;
 }
 
 void LoseSession() {
     const Held Locked(Mutex);
-    Now.IsLost = true;
-    Now.Counting.clear();
+    Current.IsLost = true;
+    Current.Counting.clear();
 }
 
 std::map<std::uint64_t, Rule> Filters() {
     const Held Locked(Mutex);
-    return Now.Counting;
+    return Current.Counting;
 }
 
 std::vector<Rule> Rules() {
@@ -154,22 +154,22 @@ std::vector<Rule> Rules() {
 
 int Calls() {
     const Held Locked(Mutex);
-    return Now.Calls;
+    return Current.Calls;
 }
 
 int Transactions() {
     const Held Locked(Mutex);
-    return Now.Transactions;
+    return Current.Transactions;
 }
 
 bool IsOpen() {
     const Held Locked(Mutex);
-    return Now.IsOpen;
+    return Current.IsOpen;
 }
 
 int Reports() {
     const Held Locked(Mutex);
-    return Now.Reports;
+    return Current.Reports;
 }
 
 } // namespace FakeEngine

@@ -44,7 +44,6 @@ public:
             // Of the host's own folder nothing is registered.
             if (Target.extension() == L".dll" && Place != std::wstring(L".")) RegisterDll(Target);
         }
-        std::ofstream(Base / L"DrvFltIp.sys") << "stands for the driver";
         Text = Base.wstring();
     }
     ~Folder() {
