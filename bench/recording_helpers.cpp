@@ -1,148 +1,49 @@
 #include "bench/recording_helpers.h"
 
-#include <windows.h>
-
-#include <oleauto.h>
-
-#include <iterator>
-#include <string>
 #include <vector>
+
+#include "sandbox/wrappers/helper_wrappers.h"
 
 namespace RecordingHelpers {
 
 namespace {
 
-constexpr const wchar_t* ProgramIdentifiers[] = {L"qrvMFM.clsMFD", L"qrvGMF.clsMemory"};
-
-struct Call {
+struct KeptCall {
     IDispatch* Object;
     DISPID Member;
     WORD Flags;
     std::vector<VARIANT> Arguments; // last first
 };
 
-bool Recording = false;
-std::vector<Call> Kept;
+std::vector<KeptCall> Kept;
 
 void ForgetCalls() {
-    for (Call& Item : Kept)
+    for (KeptCall& Item : Kept)
         for (VARIANT& Argument : Item.Arguments) VariantClear(&Argument);
     Kept.clear();
 }
 
-void Keep(IDispatch* Object, DISPID Member, WORD Flags, const DISPPARAMS& Parameters) {
-    Call Made{Object, Member, Flags, std::vector<VARIANT>(Parameters.cArgs)};
-    for (UINT I = 0; I < Parameters.cArgs; ++I) {
-        VariantInit(&Made.Arguments[I]);
-        VariantCopyInd(&Made.Arguments[I], &Parameters.rgvarg[I]);
+HRESULT KeepAndPassOn(const HelperWrappers::Call& Made) {
+    KeptCall Copy{Made.Real, Made.Member, Made.Flags, std::vector<VARIANT>(Made.Parameters->cArgs)};
+    for (UINT I = 0; I < Made.Parameters->cArgs; ++I) {
+        VariantInit(&Copy.Arguments[I]);
+        VariantCopyInd(&Copy.Arguments[I], &Made.Parameters->rgvarg[I]);
     }
-    Kept.push_back(std::move(Made));
+    Kept.push_back(std::move(Copy));
+    return Made.PassOn();
 }
-
-// Passes everything on. One for each helper object, for the life of the process.
-class Wrapper final : public IDispatch {
-public:
-    explicit Wrapper(IDispatch* Wrapped) : Real(Wrapped) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID Wanted, void** Object) override {
-        *Object = Wanted == IID_IUnknown || Wanted == IID_IDispatch ? this : nullptr;
-        return *Object != nullptr ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* Number) override {
-        return Real->GetTypeInfoCount(Number);
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT Number, LCID Locale, ITypeInfo** Info) override {
-        return Real->GetTypeInfo(Number, Locale, Info);
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID Reserved, LPOLESTR* Names, UINT Number, LCID Locale,
-                                            DISPID* Ids) override {
-        return Real->GetIDsOfNames(Reserved, Names, Number, Locale, Ids);
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID Member, REFIID Reserved, LCID Locale, WORD Flags,
-                                     DISPPARAMS* Parameters, VARIANT* Result, EXCEPINFO* Exception,
-                                     UINT* BadArgument) override {
-        if (Recording) Keep(Real, Member, Flags, *Parameters);
-        return Real->Invoke(Member, Reserved, Locale, Flags, Parameters, Result, Exception, BadArgument);
-    }
-
-private:
-    IDispatch* Real;
-};
-
-// Creates the one wrapper of a class.
-class Factory final : public IClassFactory {
-public:
-    explicit Factory(const CLSID& Wrapped) : Class(Wrapped) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID Wanted, void** Object) override {
-        *Object = Wanted == IID_IUnknown || Wanted == IID_IClassFactory ? this : nullptr;
-        return *Object != nullptr ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID Wanted, void** Object) override {
-        IDispatch* Real = nullptr;
-        const HRESULT Result = CreateReal(&Real);
-        if (FAILED(Result)) return Result;
-        return (new Wrapper(Real))->QueryInterface(Wanted, Object);
-    }
-    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
-private:
-    // Straight from the DLL that the class is registered with: asking the system would come back here.
-    HRESULT CreateReal(IDispatch** Real) const {
-        wchar_t ClassText[64] = L"";
-        StringFromGUID2(Class, ClassText, 64);
-        wchar_t Path[MAX_PATH] = L"";
-        DWORD Size = sizeof Path;
-        const std::wstring Key = std::wstring(L"CLSID\\") + ClassText + L"\\InprocServer32";
-        if (RegGetValueW(HKEY_CLASSES_ROOT, Key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, Path, &Size) !=
-            ERROR_SUCCESS)
-            return REGDB_E_CLASSNOTREG;
-        const HMODULE Dll = LoadLibraryW(Path);
-        if (Dll == nullptr) return CO_E_DLLNOTFOUND;
-        using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-        const auto Get = reinterpret_cast<GetClassObject>(
-            reinterpret_cast<void*>(GetProcAddress(Dll, "DllGetClassObject")));
-        IClassFactory* Made = nullptr;
-        HRESULT Result = Get(Class, IID_IClassFactory, reinterpret_cast<void**>(&Made));
-        if (FAILED(Result)) return Result;
-        Result = Made->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(Real));
-        Made->Release();
-        return Result;
-    }
-
-    CLSID Class;
-};
 
 } // namespace
 
-Installed::Installed() : Cookies{} {
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    // The factories stay: they serve the process to its end.
-    for (std::size_t I = 0; I < std::size(ProgramIdentifiers); ++I) {
-        CLSID Class;
-        if (FAILED(CLSIDFromProgID(ProgramIdentifiers[I], &Class))) continue;
-        CoRegisterClassObject(Class, new Factory(Class), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                              &Cookies[I]);
-    }
-}
-
-Installed::~Installed() {
-    for (const unsigned long Cookie : Cookies)
-        if (Cookie != 0) CoRevokeClassObject(Cookie);
-    CoUninitialize();
-}
-
 void Record(bool On) {
     if (On) ForgetCalls();
-    Recording = On;
+    HelperWrappers::OnCall = On ? KeepAndPassOn : std::function<HRESULT(const HelperWrappers::Call&)>();
 }
 
 std::size_t Count() { return Kept.size(); }
 
 void Replay() {
-    for (Call& Item : Kept) {
+    for (KeptCall& Item : Kept) {
         DISPPARAMS Parameters{Item.Arguments.data(), nullptr, static_cast<UINT>(Item.Arguments.size()), 0};
         VARIANT Result;
         VariantInit(&Result);

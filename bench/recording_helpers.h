@@ -1,21 +1,9 @@
-// The host's real helper objects behind wrappers that can keep the calls they pass on and make them again.
+// Keeps the calls that the plug-in makes of the host's helper objects, and makes them again.
 #pragma once
 
 #include <cstddef>
 
 namespace RecordingHelpers {
-
-// While it lives, whoever in this process creates a helper object by its program identifier gets a wrapper.
-class Installed {
-public:
-    Installed();
-    ~Installed();
-    Installed(const Installed&) = delete;
-    Installed& operator=(const Installed&) = delete;
-
-private:
-    unsigned long Cookies[2];
-};
 
 // Forgets what was kept and keeps the calls from now on, or stops keeping them.
 void Record(bool On);

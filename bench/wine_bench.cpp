@@ -8,6 +8,7 @@
 #include "bench/ban_lists.h"
 #include "bench/recording_helpers.h"
 #include "bench/stopwatch.h"
+#include "sandbox/wrappers/helper_wrappers.h"
 #include "tests/wine/support.h"
 
 namespace {
@@ -34,7 +35,7 @@ struct LaidOut {
 };
 
 // The wrappers are in place after the helper objects are registered and before the plug-in is created.
-class WineBench : private LaidOut, private RecordingHelpers::Installed, public PluginTest {};
+class WineBench : private LaidOut, private HelperWrappers::Installed, public PluginTest {};
 
 void PrintMedians(int Players, int Entries, double Tick, double Replay, std::size_t Calls) {
     std::printf("%-8s %7d %8d %8zu %10.2f %10.2f %7.2f\n", "median", Players, Entries, Calls, Tick, Replay,

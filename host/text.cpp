@@ -15,11 +15,16 @@ TextView TrimmedView(TextView Text) {
     return First == TextView::npos ? TextView() : Text.substr(First, Text.find_last_not_of(L' ') - First + 1);
 }
 
-// The texts are at most a few dozen digits of interest; a double holds what 32 bits can.
+// A double holds what 32 bits can, and more digits than it keeps only make a number larger than all that are
+// used.
 struct Parsed {
     bool Valid = false;
     double Value = 0;
 };
+
+// Digits past the precision of a double change nothing, and must not overflow: a host may have had that
+// raised.
+constexpr double EnoughDigits = 1e17;
 
 Parsed ParseNumber(TextView Text) {
     const TextView Trimmed = TrimmedView(Text);
@@ -29,13 +34,12 @@ Parsed ParseNumber(TextView Text) {
     double Value = 0;
     bool AnyDigit = false;
     for (; At < Trimmed.size() && IsDigit(Trimmed[At]); ++At, AnyDigit = true)
-        Value = Value * 10 + (Trimmed[At] - L'0');
+        if (Value < EnoughDigits) Value = Value * 10 + (Trimmed[At] - L'0');
     if (At < Trimmed.size() && Trimmed[At] == L'.') {
         double Scale = 1;
         double Fraction = 0;
         for (++At; At < Trimmed.size() && IsDigit(Trimmed[At]); ++At, AnyDigit = true) {
-            // Digits past the precision of a double change nothing and must not overflow the scale.
-            if (Scale > 1e17) continue;
+            if (Scale >= EnoughDigits) continue;
             Scale *= 10;
             Fraction = Fraction * 10 + (Trimmed[At] - L'0');
         }
@@ -94,7 +98,6 @@ double ToNumber(TextView Text, Place Where) {
 
 Long ToWhole(TextView Text, Place Where) {
     const double Value = RoundHalfToEven(ToNumber(Text, Where));
-    // An endless row of digits has become infinity here, which is outside as well.
     if (!(Value >= std::numeric_limits<Long>::min() && Value <= std::numeric_limits<Long>::max()))
         Fail(ErrorNumber::Overflow, {}, Where);
     return static_cast<Long>(Value);

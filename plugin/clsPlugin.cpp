@@ -1,12 +1,14 @@
 #include "plugin/clsPlugin.h"
 
 #include <new>
+#include <utility>
 
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/show_msg.h"
 #include "game/sub_main.h"
 #include "host/win32/boxes.h"
+#include "host/win32/entry.h"
 #include "host/win32/module.h"
 #include "plugin/descriptor.h"
 #include "plugin/host_values.h"
@@ -18,10 +20,12 @@
 namespace {
 
 long Objects = 0;
+bool IsStarted = false;
 
 // Every member that can fail goes through here: its failure is reported under its name, and the host never
 // sees it.
 template <class F> HRESULT Answer(TextView Name, Long Index, F&& Member) noexcept {
+    const Module::Entry Guard;
     Trapped(Name, Index, std::forward<F>(Member));
     return S_OK;
 }
@@ -29,6 +33,7 @@ template <class F> HRESULT Answer(TextView Name, Long Index, F&& Member) noexcep
 HRESULT AnswerLong(const RemoteMember<Long>& Member, LONG Index, const VARIANT& PDAT, const VARIANT& Data,
                    LONG* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
+    const Module::Entry Guard;
     Long Told = 0;
     CallMember(Member, Index, Told, [&] { return RequestFrom(Index, PDAT, Data); });
     *Result = Told;
@@ -75,8 +80,10 @@ void FillDescriptor(PLUGIN& Filled) {
     Filled.MinQRVVer = Bstr(Descriptor::MinQRVVer).Detach();
 }
 
-// Everything that the plug-in holds goes with its last object: the host may unload the DLL next.
-void ShutDown() noexcept {
+// Everything that the plug-in holds goes with its last object: the host may unload the DLL next. It can
+// release that object inside a call of ours; then the call ends first.
+void ShutDownWhenUnused() noexcept {
+    if (Objects != 0 || !std::exchange(IsStarted, false)) return;
     Trapped(L"ShutDown", 0, [] { frmVNT::Unload(); });
     Platform::CloseErrorBoxes();
     ForgetTypeInfo();
@@ -87,11 +94,14 @@ void ShutDown() noexcept {
 
 clsPlugin::clsPlugin() noexcept {
     Module::AddLock();
-    if (Objects++ == 0) SubMain();
+    ++Objects;
+    if (std::exchange(IsStarted, true)) return;
+    Module::WhenLeft(ShutDownWhenUnused);
+    SubMain();
 }
 
 clsPlugin::~clsPlugin() {
-    if (--Objects == 0) ShutDown();
+    --Objects;
     Module::RemoveLock();
 }
 
@@ -109,6 +119,7 @@ HRESULT clsPlugin::QueryInterface(REFIID Wanted, void** Object) noexcept {
 ULONG clsPlugin::AddRef() noexcept { return static_cast<ULONG>(++References); }
 
 ULONG clsPlugin::Release() noexcept {
+    const Module::Entry Guard;
     const LONG Left = --References;
     if (Left == 0) delete this;
     return static_cast<ULONG>(Left);
@@ -124,15 +135,18 @@ HRESULT clsPlugin::GetTypeInfo(UINT Number, LCID, ITypeInfo** Info) noexcept {
     if (Info == nullptr) return E_POINTER;
     *Info = nullptr;
     if (Number != 0) return DISP_E_BADINDEX;
+    const Module::Entry Guard;
     return InterfaceInfo(Info);
 }
 
 HRESULT clsPlugin::GetIDsOfNames(REFIID, LPOLESTR* Names, UINT Count, LCID, DISPID* Ids) noexcept {
+    const Module::Entry Guard;
     return IdsOfNames(Names, Count, Ids);
 }
 
 HRESULT clsPlugin::Invoke(DISPID Id, REFIID, LCID, WORD Flags, DISPPARAMS* Parameters, VARIANT* Result,
                           EXCEPINFO* Exception, UINT* BadArgument) noexcept {
+    const Module::Entry Guard;
     return InvokeMember(*this, Id, Flags, Parameters, Result, Exception, BadArgument);
 }
 
@@ -178,6 +192,7 @@ HRESULT clsPlugin::HideInterface(BSTR) noexcept {
 HRESULT clsPlugin::GetPlayersRem(LONG Index, VARIANT PDAT, VARIANT Data, BSTR* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     *Result = nullptr;
+    const Module::Entry Guard;
     std::wstring Reply;
     CallMember(::GetPlayersRem, Index, Reply, [&] { return RequestFrom(Index, PDAT, Data); });
     return Answer(L"GetPlayersRem", Index, [&] { *Result = Bstr(Reply).Detach(); });

@@ -5,6 +5,7 @@
 
 #include <cwchar>
 
+#include "host/win32/entry.h"
 #include "host/win32/module.h"
 #include "plugin/clsPlugin.h"
 #include "plugin/registration.h"
@@ -35,6 +36,7 @@ public:
         if (Object == nullptr) return E_POINTER;
         *Object = nullptr;
         if (Outer != nullptr) return CLASS_E_NOAGGREGATION;
+        const Module::Entry Guard;
         clsPlugin* const Created = clsPlugin::Create();
         if (Created == nullptr) return E_OUTOFMEMORY;
         const HRESULT Result = Created->QueryInterface(Wanted, Object);
@@ -68,11 +70,19 @@ STDAPI DllGetClassObject(REFCLSID Class, REFIID Wanted, void** Object) {
 
 STDAPI DllCanUnloadNow() { return Module::IsLocked() ? S_FALSE : S_OK; }
 
-STDAPI DllRegisterServer() { return Register(RegistrationScope::Machine); }
-STDAPI DllUnregisterServer() { return Unregister(RegistrationScope::Machine); }
+STDAPI DllRegisterServer() {
+    const Module::Entry Guard;
+    return Register(RegistrationScope::Machine);
+}
+
+STDAPI DllUnregisterServer() {
+    const Module::Entry Guard;
+    return Unregister(RegistrationScope::Machine);
+}
 
 // regsvr32 /n /i:user registers for the current user alone, without elevation.
 STDAPI DllInstall(BOOL Install, LPCWSTR CommandLine) {
+    const Module::Entry Guard;
     const bool ForUser = CommandLine != nullptr && _wcsicmp(CommandLine, L"user") == 0;
     const RegistrationScope Scope = ForUser ? RegistrationScope::User : RegistrationScope::Machine;
     return Install ? Register(Scope) : Unregister(Scope);

@@ -1,6 +1,6 @@
 #include "host/win32/automation.h"
 
-#include <algorithm>
+#include "host/win32/entry.h"
 
 namespace {
 
@@ -8,6 +8,10 @@ constexpr LCID EnglishUs = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US)
 
 // The value in another type. Flags, locale and user overrides are fixed so that every system converts alike.
 Variant Changed(const VARIANT& From, VARTYPE Type, Place Where) {
+    // No number or truth value is that long. The conversion of more digits could overflow.
+    constexpr UINT LongestNumber = 255;
+    if (V_VT(&From) == VT_BSTR && SysStringLen(V_BSTR(&From)) > LongestNumber)
+        Fail(ErrorNumber::TypeMismatch, {}, Where);
     Variant To;
     const HRESULT Result = VariantChangeTypeEx(&To.Value, const_cast<VARIANT*>(&From), EnglishUs,
                                                VARIANT_NOUSEROVERRIDE | VARIANT_ALPHABOOL, Type);
@@ -201,6 +205,7 @@ Variant HelperObject::Call(Member& Called, Arguments&& With, Place Where) {
         IDispatch* Held;
         ~Releasing() { Held->Release(); }
     } const AtTheEnd{Kept};
+    const Module::Entry Guard;
     DISPPARAMS Parameters{With.First(), nullptr, With.Number(), 0};
     Variant Result;
     ExceptionInfo Exception;

@@ -6,6 +6,7 @@
 #include <commdlg.h>
 
 #include "host/platform.h"
+#include "host/win32/entry.h"
 #include "host/win32/input_box.h"
 #include "host/win32/module.h"
 #include "host/win32/open_box.h"
@@ -57,6 +58,7 @@ bool BoxIsDue = false; // one waits or is open
 ErrorBox Due;
 
 LRESULT CALLBACK PosterProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) noexcept {
+    const Module::Entry Guard;
     if (Message != ShowErrorBox) return DefWindowProcW(Window, Message, W, L);
     try {
         const ErrorBox Shown = std::move(Due);
@@ -108,6 +110,8 @@ std::wstring AskText(TextView Prompt, TextView Title) {
 
 std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place Where) {
     const StyledBox WhileItIsOpen;
+    // Shell extensions of other makers run inside the dialog.
+    const Module::Entry Guard;
     // "description|pattern" becomes two strings that end with NUL, and an empty one.
     std::wstring Pairs(Filter);
     for (wchar_t& C : Pairs)

@@ -2,6 +2,7 @@
 #include "host/win32/input_box.h"
 
 #include "host/win32/dialog_template.h"
+#include "host/win32/entry.h"
 #include "host/win32/module.h"
 
 namespace {
@@ -25,6 +26,7 @@ void Close(HWND Dialog, bool Accepted) noexcept {
 }
 
 INT_PTR CALLBACK DialogProcedure(HWND Dialog, UINT Message, WPARAM W, LPARAM L) noexcept {
+    const Module::Entry Guard;
     if (Message == WM_INITDIALOG) {
         SetWindowLongPtrW(Dialog, DWLP_USER, L);
         SendDlgItemMessageW(Dialog, EditId, EM_LIMITTEXT, 255, 0);

@@ -12,7 +12,8 @@ HINSTANCE Instance() noexcept;
 // The full path of the DLL; empty when the system does not say.
 std::wstring Path();
 
-// Objects, class-factory locks and open boxes: while there is one, the DLL must stay.
+// Objects, class-factory locks, the window, and calls on the stack (entry.h): while there is one, the DLL
+// must stay.
 void AddLock() noexcept;
 void RemoveLock() noexcept;
 bool IsLocked() noexcept;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "host/win32/entry.h"
 #include "host/win32/module.h"
 
 namespace {
@@ -63,6 +64,7 @@ void OpenBox::OnActivate(HWND Activated) noexcept {
 }
 
 LRESULT CALLBACK OpenBox::OnThreadEvent(int Code, WPARAM W, LPARAM L) noexcept {
+    const Module::Entry Guard;
     if (Code == HCBT_ACTIVATE && Innermost != nullptr) Innermost->OnActivate(reinterpret_cast<HWND>(W));
     return CallNextHookEx(nullptr, Code, W, L);
 }

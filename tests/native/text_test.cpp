@@ -1,4 +1,6 @@
 // Number, text and address rules.
+#include <cfenv>
+
 #include <gtest/gtest.h>
 
 #include "enforcement/kernel_method.h"
@@ -195,3 +197,12 @@ TEST(NameFragments, FewAndManyCountAlike) {
 }
 
 } // namespace
+
+// A host may have it raised when a number overflows.
+TEST(Numbers, OverflowNothingHoweverLongTheyAre) {
+    std::feclearexcept(FE_ALL_EXCEPT);
+    const std::wstring Digits(400, L'9');
+    EXPECT_TRUE(IsNumeric(Digits + L"." + Digits));
+    EXPECT_THROW(ToWhole(Digits), Failure);
+    EXPECT_FALSE(std::fetestexcept(FE_OVERFLOW | FE_INVALID | FE_DIVBYZERO));
+}

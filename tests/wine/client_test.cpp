@@ -235,6 +235,7 @@ TEST_F(Client, MalformedRequestsDoNothing) {
         {L"PuntPlayerRem", L"QWxpY2U=|10.0.0.1"},
         {L"PuntPlayerRem", L"QWxpY2U=|10.0.0.1|no slot|1"},
         {L"PuntPlayerRem", L"***|10.0.0.1|1|1"},
+        {L"PuntPlayerRem", L"QWxpY2U=|10.0.0.1|" + std::wstring(400, L'9') + L"|1"},
         {L"PuntPlayerRem", Megabyte},
         {L"ArmPlayerRem", L"QWxpY2U="},
         {L"AddBannedRem", L"QWxpY2VbMV0=|QQ=="},

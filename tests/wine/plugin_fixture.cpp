@@ -102,6 +102,10 @@ PluginTest::PluginTest() {
     CloseBoxes(true);
     Area = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 720, 660, nullptr,
                            nullptr, nullptr, nullptr);
+    CreatePlugin();
+}
+
+void PluginTest::CreatePlugin() {
     Late = Automation::Create(L"qrvVNT.clsPlugin");
     Late.Get()->QueryInterface(IID__clsPlugin, reinterpret_cast<void**>(&Early));
 }

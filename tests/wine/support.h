@@ -96,6 +96,9 @@ protected:
     PluginTest();
     ~PluginTest() override;
 
+    // Makes Late and Early; the constructor does.
+    void CreatePlugin();
+
     // Loads the interface into Area.
     void Load(Long Index, const Profile& Given);
     // Calls one of the members for remote consoles; returns its result.

@@ -2,6 +2,7 @@
 #include "window/win32/native.h"
 
 #include "host/win32/boxes.h"
+#include "host/win32/entry.h"
 #include "host/win32/module.h"
 #include "host/win32/styled.h"
 #include "window/frmVNT.h"
@@ -32,6 +33,7 @@ void Restyle(HWND Window) noexcept {
 }
 
 LRESULT CALLBACK FrameProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) noexcept {
+    const Module::Entry Guard;
     switch (Message) {
     case WM_SIZE: Native::ApplyLayout(); return 0;
     case WM_COMMAND: Native::OnCommand(W, L); return 0;

@@ -6,6 +6,7 @@
 // inside the host's GetMessage.
 #include <algorithm>
 
+#include "host/win32/entry.h"
 #include "window/events.h"
 #include "window/win32/native.h"
 
@@ -42,6 +43,7 @@ bool IsKept(const MSG& Message) noexcept {
 
 // Only a message that is really taken counts: a host may look at one several times before.
 LRESULT CALLBACK OnMessageTaken(int Code, WPARAM Taken, LPARAM L) noexcept {
+    const Module::Entry Guard;
     auto& Message = *reinterpret_cast<MSG*>(L);
     if (Code == HC_ACTION && (Taken & PM_REMOVE) != 0 && IsChild(FrameWindow(), Message.hwnd) &&
         IsKept(Message) && !MenuIsOpen() &&

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "host/win32/entry.h"
 #include "host/win32/module.h"
 #include "window/win32/native.h"
 
@@ -62,6 +63,7 @@ LRESULT BrushBehind(HWND Page, HDC Context, HWND Control) noexcept {
 }
 
 LRESULT CALLBACK PageProcedure(HWND Page, UINT Message, WPARAM W, LPARAM L) noexcept {
+    const Module::Entry Guard;
     switch (Message) {
     case WM_COMMAND: OnCommand(W, L); return 0;
     case WM_NOTIFY: return OnNotify(reinterpret_cast<const NMHDR*>(L));

@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "host/win32/dialog_template.h"
+#include "host/win32/entry.h"
 #include "host/win32/module.h"
 #include "host/win32/open_box.h"
 #include "host/win32/styled.h"
@@ -14,6 +15,7 @@ constexpr ULONGLONG Interval = 40;   // and between two looks at its messages
 constexpr WORD WhatId = 100, CountId = 101, BarId = 102;
 
 INT_PTR CALLBACK DialogProcedure(HWND Dialog, UINT Message, WPARAM W, LPARAM L) noexcept {
+    const Module::Entry Guard;
     if (Message == WM_INITDIALOG) SetWindowLongPtrW(Dialog, DWLP_USER, L);
     if (Message == WM_COMMAND && LOWORD(W) == IDCANCEL)
         *reinterpret_cast<bool*>(GetWindowLongPtrW(Dialog, DWLP_USER)) = true;

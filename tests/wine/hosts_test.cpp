@@ -1,0 +1,62 @@
+// Hosts that do more inside a call than they were asked for.
+#include "sandbox/wrappers/helper_wrappers.h"
+#include "tests/wine/support.h"
+
+namespace {
+
+using namespace Support;
+
+bool IsLoaded() { return GetModuleHandleW(L"qrvVNT.dll") != nullptr; }
+
+// Its helper objects come behind wrappers, which the tests give something to do.
+class Hosts : private HelperWrappers::Installed, public PluginTest {
+protected:
+    ~Hosts() override { HelperWrappers::OnCall = nullptr; }
+
+    // Lets everything of the plug-in go, as a host does that is closed.
+    void LetGo() {
+        BSTR Nothing = SysAllocString(L"");
+        Early->UnLoadInterface(Nothing);
+        SysFreeString(Nothing);
+        std::exchange(Early, nullptr)->Release();
+        Late.Release();
+        CoFreeUnusedLibrariesEx(0, 0);
+    }
+};
+
+} // namespace
+
+// The host pumps messages inside a helper call, and one of them closes it: in a tick, and in a member.
+TEST_F(Hosts, ThatUnloadInTheMiddleOfACallDoSoAfterIt) {
+    const GameServer Server(L"middle", L"--build standard", "0 join 1 Alice 10.0.0.1\n");
+    ASSERT_TRUE(Server.Await("join"));
+    const Profile Given{L"middle", StandardGame, &Server};
+    const std::function<void()> Calls[] = {
+        [&] { Sweep(1); },
+        [&] {
+            BSTR Players = nullptr;
+            EXPECT_EQ(Early->GetPlayersRem(1, *ProfileData(Given), *Automation::Missing(), &Players), S_OK);
+            SysFreeString(Players);
+        }};
+    for (const std::function<void()>& Call : Calls) {
+        if (Early == nullptr) CreatePlugin();
+        Load(1, Given);
+        const HWND Window = Frame();
+        bool WasLoaded = false;
+        HelperWrappers::OnCall = [&](const HelperWrappers::Call& Made) {
+            if (Early != nullptr && Made.Name == L"ReadStr") {
+                LetGo();
+                WasLoaded = IsLoaded();
+            }
+            return Made.PassOn();
+        };
+        Call();
+        HelperWrappers::OnCall = nullptr;
+        EXPECT_EQ(Early, nullptr) << "a name was read";
+        EXPECT_TRUE(WasLoaded);
+        EXPECT_FALSE(IsWindow(Window));
+        CoFreeUnusedLibrariesEx(0, 0);
+        EXPECT_FALSE(IsLoaded());
+        EXPECT_FALSE(PumpUntil([] { return !BoxesSeen().empty(); }, 300)) << "nothing is left to be shown";
+    }
+}
