@@ -74,7 +74,10 @@ TEST(Lifecycle, DisableClearsOneProfile) {
     Server Game;
     SetProfileData(2, HostData(L"Server2"));
     for (const Long Index : {2, TestProfile}) {
-        mdlVNT::KillPermList(Index).Add(L"Bob", L"Bob");
+        for (auto* const List : {&mdlVNT::KillPermList, &mdlVNT::DisarmPermList, &mdlVNT::SwitchQueue})
+            (*List)(Index).Add(L"Bob", L"Bob");
+        for (auto* const States : {&mdlVNT::LifeStates, &mdlVNT::ArmedFlags})
+            (*States)(Index).Add(1, L"Bob_7");
         mdlVNT::IdleTables(Index).IdleSeconds[7] = 30;
         mdlVNT::IpListChanged(Index) = false;
     }
@@ -82,7 +85,9 @@ TEST(Lifecycle, DisableClearsOneProfile) {
     EXPECT_FALSE(InKillPermList(TestProfile, L"Bob"));
     EXPECT_EQ(mdlVNT::IdleTables(TestProfile).IdleSeconds[7], 0);
     EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
-    EXPECT_EQ(mdlVNT::MemoryMap(TestProfile).Count(), 0u);
+    for (auto* const States : {&mdlVNT::MemoryMap, &mdlVNT::LifeStates, &mdlVNT::ArmedFlags})
+        EXPECT_EQ((*States)(TestProfile).Count(), 0u);
+    EXPECT_EQ(mdlVNT::DisarmPermList(TestProfile).Count() + mdlVNT::SwitchQueue(TestProfile).Count(), 0u);
     EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Server1"); // the record stays
     EXPECT_TRUE(InKillPermList(2, L"Bob"));
     EXPECT_FALSE(mdlVNT::IpListChanged(2));
@@ -102,7 +107,10 @@ TEST(Lifecycle, UnloadKeepsThePermanentListsAndTakesTheFilterDown) {
               (Lines{L"ClearFilters \\\\.\\DrvFltIp", L"StopDriver DrvFltIp2", L"UnloadDriver DrvFltIp2",
                      L"StopDriver IpFilterDriver", L"UnloadDriver IpFilterDriver"}));
     EXPECT_FALSE(frmVNT::IsLoaded());
-    EXPECT_FALSE(mdlVNT::MemoryMap.Has(TestProfile));
+    EXPECT_FALSE(mdlVNT::MemoryMap.Has(TestProfile) || mdlVNT::LifeStates.Has(TestProfile) ||
+                 mdlVNT::ArmedFlags.Has(TestProfile) || mdlVNT::SwitchQueue.Has(TestProfile) ||
+                 mdlVNT::IdleTables.Has(TestProfile));
+    EXPECT_EQ(mdlVNT::LastProcessRef, 0);
     EXPECT_TRUE(InKillPermList(TestProfile, L"Bob"));
     SetProfileData(TestProfile, HostData());
     EXPECT_EQ(mdlVNT::MemoryMap(TestProfile).Count(), 13u);

@@ -80,7 +80,8 @@ TEST(NumberedSections, NoValueIsMissingWhicheverWriteFails) {
         std::ptrdiff_t Missing; // at most; a section with gaps is cleared first
     };
     for (const auto& [Text, Missing] :
-         {Row{L"[S]\r\n0=a\r\n1=b\r\n2=c\r\n3=d\r\n", 0}, Row{L"[S]\r\n0=a\r\n2=b\r\n5=c\r\n6=d\r\n", 1}})
+         {Row{L"[S]\r\n9=a\r\n1=b\r\n2=c\r\n3=d\r\n", 1}, Row{L"[S]\r\n0=a\r\n1=b\r\n2=c\r\n3=d\r\n", 0},
+          Row{L"[S]\r\n0=a\r\n2=b\r\n5=c\r\n6=d\r\n", 1}})
         for (int Failing = 1; Failing <= 5; ++Failing) {
             Outside::Reset();
             Outside::PutFile(File, std::wstring(Text));
@@ -105,6 +106,41 @@ TEST(NumberedSections, NoValueIsMissingWhicheverWriteFails) {
                 EXPECT_EQ(Left, L"[S]\r\n0=b\r\n1=c\r\n2=d\r\n");
             }
         }
+}
+
+TEST(NumberedSections, OddLinesAreKeptAndEmptyAnswersAreNot) {
+    constexpr TextView Section = L"S", File = L"C:\\s.ini";
+    Outside::Reset();
+    Outside::PutFile(File, L"[S]\r\n0=a\r\n=\r\n1=\r\n");
+    EXPECT_EQ(ReadValues(Section, File), (Lines{L"a", L"", L""}));
+    EXPECT_EQ(ReadEntries(Section, File).size(), 3u);
+    Outside::FailCall(2, Outside::Fault::Empty); // the first line's answer
+    EXPECT_THROW(ReadValues(Section, File), Failure);
+    Outside::FailCall(2, Outside::Fault::Empty);
+    EXPECT_THROW(ReadEntries(Section, File), Failure);
+    EXPECT_EQ(FreeKey(Section, File, 0), L"1"); // key 1 has no value
+}
+
+TEST(Slaps, AMessageThatTheFileCannotHoldLeavesTheListAsItWas) {
+    Server Game;
+    AddSlap(TestProfile, L"one");
+    for (const TextView Message : {L" ", L"\x416"}) {
+        EXPECT_THROW(AddSlap(TestProfile, Message), Failure);
+        EXPECT_THROW(EditSlap(TestProfile, L"one", Message), Failure);
+    }
+    // Written, and not there when it is read again: the new one is taken out, the edited one put back.
+    for (const bool Edits : {false, true}) {
+        bool IsWritten = false;
+        Outside::BeforeCall = [&](TextView Name) {
+            if (Name == L"GetIniKey" && IsWritten)
+                Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", Edits ? L"0" : L"1", L"cut");
+            IsWritten |= Name == L"WriteIniKey";
+        };
+        EXPECT_THROW(Edits ? void(EditSlap(TestProfile, L"one", L"two")) : AddSlap(TestProfile, L"two"),
+                     Failure);
+        Outside::BeforeCall = nullptr;
+        EXPECT_EQ(ReadSlaps(TestProfile), Lines{L"one"});
+    }
 }
 
 TEST(Slaps, KeysFollowTheOrderAndNothingIsOverwritten) {

@@ -67,14 +67,14 @@ TEST(PlayerTable, RowsCountersAndExtrasOfAList) {
     Game.Join(1, "Alice", "192.168.0.1", 1, 33);
     Game.Join(7, "Bob", "10.0.0.7", 2, 120);
     Game.Join(8, "Carol", "10.0.0.8", 2, 9);
-    PutEntry(Game, 9, L"Nobody", 1, 9);    // in no statistics record
+    PutEntry(Game, 0, L"Nobody", 1, 9);    // in no statistics record
     for (int Read = 0; Read < 2; ++Read) { // counted anew each time
         const PlayerTable Table = GetPlayerList(TestProfile, L"LIST");
         ASSERT_EQ(Table.Rows.size(), 4u);
-        EXPECT_EQ(Table.Rows[1].Slot, 7);
-        EXPECT_EQ(Table.Rows[1].Ip, L"10.0.0.7");
-        EXPECT_EQ(Table.Rows[2].Ping, L"9");
-        EXPECT_EQ(Table.Rows[3].Ping, L"0");
+        EXPECT_EQ(Table.Rows[0].Ping, L"0");
+        EXPECT_EQ(Table.Rows[2].Slot, 7);
+        EXPECT_EQ(Table.Rows[2].Ip, L"10.0.0.7");
+        EXPECT_EQ(Table.Rows[3].Ping, L"9");
         EXPECT_EQ(Table.Summary, L"Blue Team: 2, Red Team: 2");
     }
     EXPECT_EQ(mdlVNT::BlueCount, 2);
@@ -82,6 +82,8 @@ TEST(PlayerTable, RowsCountersAndExtrasOfAList) {
     EXPECT_EQ(mdlVNT::LifeStates(TestProfile).Count(), 3u);
     GetPlayerList(TestProfile, L"ARRAY"); // counts nobody
     EXPECT_EQ(mdlVNT::BlueCount + mdlVNT::RedCount, 0);
+    Game.SetWord(Game.Map().MaxPlayers, 0);
+    EXPECT_EQ(GetPlayerList(TestProfile, L"ARRAY").BySlot.size(), 1u);
     // Without a game state to read nothing has begun, and an older content stays what it is.
     mdlVNT::BlueCount = 5;
     Outside::DetachAll();

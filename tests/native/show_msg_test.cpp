@@ -43,6 +43,31 @@ TEST(Reports, AreSentOnlyWhenTheSettingIsTheNumberOne) {
     }
 }
 
+// What an administrator reads behind the number; scripts and other tools know the same texts.
+TEST(Reports, DescribeTheErrorsByTheirUsualTexts) {
+    const std::pair<Long, TextView> Table[] = {
+        {5, L"Invalid procedure call or argument"},
+        {6, L"Overflow"},
+        {7, L"Out of memory"},
+        {9, L"Subscript out of range"},
+        {13, L"Type mismatch"},
+        {48, L"Error in loading DLL"},
+        {51, L"Internal error"},
+        {53, L"File not found"},
+        {68, L"Device unavailable"},
+        {75, L"Path/File access error"},
+        {76, L"Path not found"},
+        {91, L"Object variable not set"},
+        {360, L"Object already loaded"},
+        {429, L"ActiveX component can't create object"},
+        {438, L"Object doesn't support this property or method"},
+        {449, L"Argument not optional"},
+        {453, L"Can't find DLL entry point"},
+        {457, L"This key is already associated with an element of this collection"},
+        {1004, L"Application-defined or object-defined error"}};
+    for (const auto& [Number, Text] : Table) EXPECT_EQ(ErrorDescription(Number), Text);
+}
+
 TEST(Reports, EveryKindOfExceptionEndsInTheTrap) {
     Server Game;
     EXPECT_FALSE(Trapped(L"A", TestProfile, [] { throw std::bad_alloc(); }));

@@ -245,6 +245,7 @@ TEST(Sweep, PatienceWithAServerThatTakesNoCommandsIsMeasuredInTime) {
         EXPECT_EQ(Sent, Tried) << Cost;
         EXPECT_EQ(Outside::Reports.size(), static_cast<std::size_t>(Tried) + !LeftOut.empty()) << Cost;
         EXPECT_NE(Outside::Reports.back().find(LeftOut), std::wstring::npos) << Cost;
+        EXPECT_EQ(Outside::Reports.back().ends_with(L" more were not tried in this tick."), !LeftOut.empty());
         Outside::BeforeCall = nullptr;
         tmrVN_Timer(TestProfile);
         EXPECT_EQ(Commands().size(), 10u); // the next tick begins with new patience
