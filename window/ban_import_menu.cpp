@@ -13,7 +13,10 @@ namespace {
 
 void ShowAdded(Long Profile, const std::vector<ImportedEntry>& Added) {
     if (!BanListsShow(Profile)) return;
-    for (const ImportedEntry& Entry : Added) (Entry.IsName ? AppendBannedName : AppendBannedIp)(Entry.Item);
+    Lines Names, Ips;
+    for (const ImportedEntry& Entry : Added) (Entry.IsName ? Names : Ips).push_back(Entry.Item);
+    AppendBannedNames(Names);
+    AppendBannedIps(Ips);
 }
 
 // The summary; nothing when the import broke off. What was written by then is in the lists all the same.

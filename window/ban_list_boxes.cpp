@@ -22,19 +22,22 @@ void ClearBanLists() {
     for (const DetailedList& List : {BannedNamesList, BannedIpsList}) FillList(List, Lines());
 }
 
-void AppendBannedName(TextView Item) {
-    lstBannedNames.SetItemData(lstBannedNames.Add(Item), BannedName::OfItem(Item).IsPart() ? 2 : 1);
+void AppendBannedNames(const Lines& Items) {
+    int Item = lstBannedNames.Count();
+    lstBannedNames.Append(Items);
+    for (const std::wstring& Text : Items)
+        lstBannedNames.SetItemData(Item++, BannedName::OfItem(Text).IsPart() ? 2 : 1);
 }
 
-void AppendBannedIp(TextView Address) { lstBannedIps.Add(Address); }
+void AppendBannedIps(const Lines& Addresses) { lstBannedIps.Append(Addresses); }
 
 bool BanListsShow(Long Profile) { return Profile == mdlVNT::CurrentProfile; }
 
 void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip) {
     if (!BanListsShow(Profile)) return;
     if (!HasItem(lstBannedNames, Banned.Item()) && !BannedNameDetails(Profile, Banned).Date.empty())
-        AppendBannedName(Banned.Item());
-    if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Profile, Ip).empty()) AppendBannedIp(Ip);
+        AppendBannedNames({Banned.Item()});
+    if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Profile, Ip).empty()) AppendBannedIps({Ip});
 }
 
 void ShowNameDetails() {

@@ -13,9 +13,9 @@ void ShowBannedIps(Long Profile);
 // Empty both lists and their details, for another profile.
 void ClearBanLists();
 
-// Append an item ("[1] Bob" with its tag's number as the item's data), or an address.
-void AppendBannedName(TextView Item);
-void AppendBannedIp(TextView Address);
+// Append items ("[1] Bob", with the tag's number as the item's data), or addresses.
+void AppendBannedNames(const Lines& Items);
+void AppendBannedIps(const Lines& Addresses);
 
 // Whether the boxes still show this profile: another one may have been loaded while a box was open.
 bool BanListsShow(Long Profile);

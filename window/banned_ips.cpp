@@ -43,7 +43,7 @@ void AddTypedIp() {
         ShowMsg(MsgKind::Failed, L"IP Address format is invalid.", Profile);
         return;
     }
-    AppendBannedIp(Address);
+    AppendBannedIps({Address});
     txtAddIp.SetText(L"");
     // Before the box: a sweep behind it must know already.
     mdlVNT::IpListChanged(Profile) = true;

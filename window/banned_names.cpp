@@ -52,7 +52,7 @@ void AddTypedName() {
         ShowMsg(MsgKind::Failed, L"The name could not be stored in the ban list.", Profile);
         return;
     }
-    AppendBannedName(Banned.Item());
+    AppendBannedNames({Banned.Item()});
     txtBannedName.SetText(L"");
     txtBanReason.SetText(L"");
     optBanned.Choose(0);

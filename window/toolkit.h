@@ -49,8 +49,8 @@ struct OptionGroup {
 struct ListBox {
     int Id;
     int Count() const;
-    std::wstring Item(int Number) const; // empty past the end
-    int Add(TextView Text) const;        // returns the item's index
+    std::wstring Item(int Number) const;   // empty past the end
+    void Append(const Lines& Items) const; // painted once
     void Replace(int Item, TextView Text) const;
     void Remove(int Item) const;         // nothing for -1
     void Fill(const Lines& Items) const; // instead of all items, painted once

@@ -269,10 +269,9 @@ void OptionGroup::Choose(int Index) const {
 
 int ListBox::Count() const { return Of(Id) ? static_cast<int>(At(Id).Items.size()) : 0; }
 std::wstring ListBox::Item(int Index) const { return ItemAt(Id, Index) ? ItemAt(Id, Index)->Text : L""; }
-int ListBox::Add(TextView Text) const {
-    if (!Of(Id)) return -1;
-    At(Id).Items.push_back({std::wstring(Text)});
-    return Count() - 1;
+void ListBox::Append(const Lines& Items) const {
+    if (!Of(Id)) return;
+    for (const std::wstring& Text : Items) At(Id).Items.push_back({Text});
 }
 void ListBox::Replace(int Index, TextView Text) const {
     if (ItemAt(Id, Index)) ItemAt(Id, Index)->Text = Text;
@@ -290,7 +289,7 @@ void ListBox::Fill(const Lines& Items) const {
     if (!Of(Id)) return;
     At(Id).Items.clear();
     At(Id).Selected = -1;
-    for (const std::wstring& Item : Items) Add(Item);
+    Append(Items);
 }
 int ListBox::Selected() const { return Of(Id) ? At(Id).Selected : -1; }
 void ListBox::Select(int Index) const {

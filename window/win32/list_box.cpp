@@ -33,9 +33,16 @@ std::wstring ListBox::Item(int Number) const {
     return Text;
 }
 
-int ListBox::Add(TextView Text) const {
-    Widen(Id, WidthOf(Text));
-    return static_cast<int>(Send(Id, LB_ADDSTRING, 0, std::wstring(Text).c_str()));
+void ListBox::Append(const Lines& Items) const {
+    Paint(Id, false);
+    Send(Id, LB_INITSTORAGE, Items.size(), 0);
+    int Widest = 0;
+    for (const std::wstring& Text : Items) {
+        Widest = std::max(Widest, WidthOf(Text));
+        Send(Id, LB_ADDSTRING, 0, Text.c_str());
+    }
+    Widen(Id, Widest);
+    Paint(Id, true);
 }
 
 void ListBox::Replace(int Item, TextView Text) const {
@@ -57,14 +64,8 @@ void ListBox::Remove(int Item) const {
 void ListBox::Fill(const Lines& Items) const {
     Paint(Id, false);
     Send(Id, LB_RESETCONTENT);
-    Send(Id, LB_INITSTORAGE, Items.size(), 0);
-    int Widest = 0;
-    for (const std::wstring& Text : Items) {
-        Widest = std::max(Widest, WidthOf(Text));
-        Send(Id, LB_ADDSTRING, 0, Text.c_str());
-    }
-    Send(Id, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(Widest));
-    Paint(Id, true);
+    Send(Id, LB_SETHORIZONTALEXTENT);
+    Append(Items);
 }
 
 int ListBox::Selected() const {
