@@ -94,7 +94,7 @@ LRESULT OnGridNotify(const NMHDR* Header) noexcept;
 void OnGridMenu(int Id, const POINT* Mouse) noexcept;
 void FitGridColumns(int Id) noexcept;
 
-// --- Tooltips (tooltips.cpp): values that are longer than their labels.
+// --- Tooltips (tooltips.cpp).
 
 void StartTooltips(HWND Frame) noexcept;
 void StopTooltips() noexcept;
