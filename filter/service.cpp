@@ -14,6 +14,10 @@ namespace {
 // A rebuild is one call for each address; it is over when no call has come for this long. Reading the list
 // may hold up the caller between two calls, and half a list must not take the place of a whole one.
 constexpr unsigned PauseMilliseconds = 500;
+// A server whose list cannot be read to its end is rebuilt at every tick; many of them never leave such a
+// pause. After this time a shorter one, between the ticks of two servers, has to do.
+constexpr unsigned PatienceMilliseconds = 30000;
+constexpr unsigned ShortPauseMilliseconds = 100;
 constexpr unsigned CheckMilliseconds = 1000;
 constexpr std::uint32_t OutOfMemory = 14; // ERROR_OUTOFMEMORY
 
@@ -22,12 +26,28 @@ bool IsLoaded = false;
 bool IsStarted = false;
 std::set<Rule> Rules;
 bool IsThreadThere = false;
-bool IsChanged = false; // the engine is to be brought to the above
+bool IsDue = false;        // the engine is to be brought to the above
+bool IsRuleCalled = false; // since the pause began
 std::int32_t Standing = Starting;
 
-void Change() {
-    IsChanged = true;
+// The caller asks for another attempt at every tick of every server; this must not put it off.
+void Attempt() {
+    if (!IsDue) Threads::Wake();
+    IsDue = true;
+}
+
+void ChangeRules() {
+    IsDue = IsRuleCalled = true;
     Threads::Wake();
+}
+
+void AwaitPause() {
+    const std::uint64_t Begin = Threads::Milliseconds();
+    do {
+        const bool IsPatient = Threads::Milliseconds() - Begin < PatienceMilliseconds;
+        IsRuleCalled = false;
+        Threads::Wait(IsPatient ? PauseMilliseconds : ShortPauseMilliseconds);
+    } while (IsLoaded && IsRuleCalled);
 }
 
 enum class Task { Follow, Check, End };
@@ -37,13 +57,13 @@ Task NextTask(std::vector<Rule>& Wanted) {
     const Threads::Guard Locked;
     for (;;) {
         if (!IsLoaded) return Task::End;
-        if (!IsChanged) {
+        if (!IsDue) {
             if (!Threads::Wait(CheckMilliseconds)) return Task::Check;
             continue;
         }
-        IsChanged = false;
-        Threads::Wait(PauseMilliseconds);
-        if (IsChanged || !IsLoaded) continue;
+        AwaitPause();
+        if (!IsLoaded) continue;
+        IsDue = false;
         Wanted.clear();
         if (IsStarted) Wanted.assign(Rules.begin(), Rules.end());
         return Task::Follow;
@@ -109,7 +129,7 @@ std::int32_t State() {
 bool Load() {
     const Threads::Guard Locked;
     if (!IsLoaded) Standing = Starting;
-    if (!IsLoaded || Standing == Stopped) Change();
+    if (!IsLoaded || Standing == Stopped) Attempt();
     if (!IsThreadThere) IsThreadThere = Threads::Start(Run);
     IsLoaded = IsThreadThere;
     return IsLoaded;
@@ -119,26 +139,26 @@ void Start() {
     const Threads::Guard Locked;
     if (IsStarted && Standing != Stopped) return;
     IsStarted = true;
-    Change();
+    Attempt();
 }
 
 void AddRule(const Rule& Blocked) {
     const Threads::Guard Locked;
     Rules.insert(Blocked);
-    Change();
+    ChangeRules();
 }
 
 void ClearRules() {
     const Threads::Guard Locked;
     Rules.clear();
-    Change();
+    ChangeRules();
 }
 
 void Stop() {
     const Threads::Guard Locked;
     IsLoaded = IsStarted = false;
     Rules.clear();
-    Change();
+    Threads::Wake();
 }
 
 } // namespace Service

@@ -1,4 +1,4 @@
-// The library's lock, signal and thread, from the platform.
+// The library's lock, signal, clock and thread, from the platform.
 #include "filter/threads.h"
 
 #include <windows.h>
@@ -38,6 +38,8 @@ Guard::~Guard() { ReleaseSRWLockExclusive(&Lock); }
 
 bool Wait(unsigned Milliseconds) { return SleepConditionVariableSRW(&Signal, &Lock, Milliseconds, 0) != 0; }
 void Wake() { WakeConditionVariable(&Signal); }
+
+std::uint64_t Milliseconds() { return GetTickCount64(); }
 
 bool Start(void (*Body)() noexcept) {
     auto* New = new (std::nothrow) Thread{Body, Own()};

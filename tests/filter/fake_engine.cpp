@@ -13,11 +13,10 @@ namespace {
 std::mutex Mutex;
 using Held = std::lock_guard<std::mutex>;
 
-struct State {
-    bool IsOpen = false, IsLost = false, IsInTransaction = false;
-    std::map<std::uint64_t, Rule> Counting, Pending;
+struct State : FakeEngine::Seen {
+    bool IsLost = false, IsInTransaction = false;
+    std::map<std::uint64_t, Rule> Pending;
     std::uint64_t LastFilter = 0;
-    int Calls = 0, Transactions = 0, Reports = 0;
     int GoodCalls = -1;
     bool IsLasting = false;
 };
@@ -66,7 +65,7 @@ void Close() noexcept {
     const Held Locked(Mutex);
     Require(Current.IsOpen, "closed twice");
     Current.IsOpen = Current.IsInTransaction = false;
-    Current.Counting.clear();
+    Current.Filters.clear();
 }
 
 Failure Check() {
@@ -77,7 +76,7 @@ Failure Begin() {
     return Call("Begin", [] {
         Require(Current.IsOpen && !Current.IsInTransaction, "two transactions");
         Current.IsInTransaction = true;
-        Current.Pending = Current.Counting;
+        Current.Pending = Current.Filters;
         ++Current.Transactions;
     });
 }
@@ -86,7 +85,7 @@ Failure Commit() {
     return Call("Commit", [] {
         Require(Current.IsInTransaction, "nothing to commit");
         Current.IsInTransaction = false;
-        Current.Counting = Current.Pending;
+        Current.Filters = Current.Pending;
     });
 }
 
@@ -137,39 +136,19 @@ void FailAfter(int Calls, bool IsLasting) {
 void LoseSession() {
     const Held Locked(Mutex);
     Current.IsLost = true;
-    Current.Counting.clear();
+    Current.Filters.clear();
 }
 
-std::map<std::uint64_t, Rule> Filters() {
+Seen Look() {
     const Held Locked(Mutex);
-    return Current.Counting;
+    return Current;
 }
 
 std::vector<Rule> Rules() {
     std::vector<Rule> Found;
-    for (const auto& [Filter, Blocked] : Filters()) Found.push_back(Blocked);
+    for (const auto& [Filter, Blocked] : Look().Filters) Found.push_back(Blocked);
     std::ranges::sort(Found);
     return Found;
-}
-
-int Calls() {
-    const Held Locked(Mutex);
-    return Current.Calls;
-}
-
-int Transactions() {
-    const Held Locked(Mutex);
-    return Current.Transactions;
-}
-
-bool IsOpen() {
-    const Held Locked(Mutex);
-    return Current.IsOpen;
-}
-
-int Reports() {
-    const Held Locked(Mutex);
-    return Current.Reports;
 }
 
 } // namespace FakeEngine

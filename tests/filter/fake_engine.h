@@ -15,15 +15,16 @@ void FailAfter(int Calls, bool IsLasting = false);
 // As when the engine's service is restarted: what was in it is gone, and the session is good for nothing.
 void LoseSession();
 
-// The filters that count at the moment, by their identifiers.
-std::map<std::uint64_t, Rule> Filters();
-// Their rules, sorted.
+// What the engine holds and what has become of it so far.
+struct Seen {
+    bool IsOpen = false;
+    std::map<std::uint64_t, Rule> Filters; // those that count, by their identifiers
+    int Calls = 0, Transactions = 0;
+    int Reports = 0; // entries in the event log
+};
+Seen Look();
+// The rules of the filters, sorted.
 std::vector<Rule> Rules();
-int Calls();
-int Transactions();
-bool IsOpen();
-// Entries in the event log.
-int Reports();
 
 } // namespace FakeEngine
 

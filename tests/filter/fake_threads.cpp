@@ -34,6 +34,12 @@ bool Wait(unsigned Milliseconds) {
 
 void Wake() { Signal.notify_one(); }
 
+std::uint64_t Milliseconds() {
+    const auto Passed = std::chrono::steady_clock::now().time_since_epoch();
+    const auto Count = std::chrono::duration_cast<std::chrono::milliseconds>(Passed).count();
+    return static_cast<std::uint64_t>(Count) * FakeThreads::Haste;
+}
+
 bool Start(void (*Body)() noexcept) {
     const std::lock_guard<std::mutex> Held(StartedLock);
     Started.emplace_back(Body);

@@ -69,7 +69,7 @@ int main() {
         if (Round % 2 == 1) continue; // into the next round with the thread alive
         Service::Stop();
         FakeThreads::Join();
-        IsGood = IsGood && !FakeEngine::IsOpen();
+        IsGood = IsGood && !FakeEngine::Look().IsOpen;
     }
     Service::Stop();
     FakeThreads::Join();

@@ -193,6 +193,25 @@ TEST_F(Parts, APacketFilterLibraryThatIsMissingOrNotWhole) {
         PumpUntil([] { return ReadText(L"engine.state").find("filter 10.0.0.66 ") != std::string::npos; }));
 }
 
+// The rules go with the engine's session, and the plug-in does not send them again.
+TEST_F(Parts, AFilteringEngineThatForgetsAndRefuses) {
+    WriteText(L"Plugins\\Players.ini", "[BanMethod]\r\nengine=1\r\n");
+    Start(L"engine");
+    const auto IsBlockedByTicks = [&] {
+        Sweep(1);
+        return ReadText(L"engine.state").find("filter 10.0.0.66 ") != std::string::npos;
+    };
+    ASSERT_TRUE(PumpUntil(IsBlockedByTicks));
+    for (const char* Refusal : {"", "denied", "stopped"}) {
+        WriteText(L"engine.fail", Refusal);
+        fs::remove(fs::path(BaseFolder()) / L"engine.state");
+        EXPECT_EQ(PumpUntil(IsBlockedByTicks, 3000), *Refusal == '\0') << Refusal;
+        fs::remove(fs::path(BaseFolder()) / L"engine.fail");
+        EXPECT_TRUE(PumpUntil(IsBlockedByTicks)) << Refusal;
+    }
+    EXPECT_EQ(ReportsOf("tmrVN"), 0);
+}
+
 TEST_F(Parts, AProfileFolderThatIsGoneAndComesBackAndThenIsNew) {
     Start(L"away");
     const fs::path Folder = Settings.parent_path(), Elsewhere = fs::path(BaseFolder()) / L"elsewhere";
