@@ -59,7 +59,7 @@ check_clang_tidy() {
   say "clang-tidy: $(wc -l <"$BUILD/windows-only") files for Windows"
   # clang reads the library of the compiler that builds the DLL; its 32-bit target decides the sizes.
   local library
-  library=$(dirname "$(i686-w64-mingw32-g++-posix -print-libgcc-file-name)")/include/c++
+  library=$(dirname "$(i686-w64-mingw32-g++-win32 -print-libgcc-file-name)")/include/c++
   tidy windows --target=i686-w64-mingw32 -nostdinc++ -isystem "$library" -isystem "$library/i686-w64-mingw32" \
     -isystem /usr/share/mingw-w64/include <"$BUILD/windows-only"
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <mutex>
 #include <utility>
 
 #include "sandbox/helpers/automation.h"
@@ -33,7 +32,16 @@ private:
 };
 
 // Apartments of several threads may use the DLL.
-std::mutex Lock;
+SRWLOCK Lock = SRWLOCK_INIT;
+
+class Locked {
+public:
+    Locked() { AcquireSRWLockExclusive(&Lock); }
+    ~Locked() { ReleaseSRWLockExclusive(&Lock); }
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+};
+
 std::map<std::uint32_t, Handle> Open;
 
 HANDLE HandleOf(std::uint32_t Process) {
@@ -49,7 +57,7 @@ bool HasEnded(HANDLE Process) { return WaitForSingleObject(Process, 0) == WAIT_O
 // Does Action with the process's handle. Only when it fails is the process looked at: that costs as much as
 // the reading itself.
 template <class Procedure> void WithProcess(std::uint32_t Process, std::uint32_t Address, Procedure Action) {
-    const std::lock_guard Locked(Lock);
+    const Locked ByOthers;
     if (Action(HandleOf(Process))) return;
     if (HasEnded(HandleOf(Process))) {
         Open.erase(Process);

@@ -8,8 +8,15 @@ using namespace Support;
 
 bool IsLoaded() { return GetModuleHandleW(L"qrvVNT.dll") != nullptr; }
 
+// Another plug-in of the host has brought its run-time into the process.
+struct OtherRuntime {
+    OtherRuntime() {
+        EXPECT_TRUE(LoadLibraryW((ProgramFolder() + L"\\other_runtime\\libgcc_s_dw2-1.dll").c_str()));
+    }
+};
+
 // Its helper objects come behind wrappers, which the tests give something to do.
-class Hosts : private HelperWrappers::Installed, public PluginTest {
+class Hosts : private OtherRuntime, private HelperWrappers::Installed, public PluginTest {
 protected:
     ~Hosts() override { HelperWrappers::OnCall = nullptr; }
 
@@ -25,6 +32,12 @@ protected:
 };
 
 } // namespace
+
+// The first failure that is thrown inside the DLL used to end such a host.
+TEST_F(Hosts, ThatHoldAnotherRuntimeGetTheirAnswer) {
+    EXPECT_EQ(Remote(L"AddBannedRem", 1, {L"other"}, L"%%%|QQ==|Name"), 0);
+    EXPECT_EQ(ReportsOf("AddBannedRem"), 1);
+}
 
 // The host pumps messages inside a helper call, and one of them closes it: in a tick, and in a member.
 TEST_F(Hosts, ThatUnloadInTheMiddleOfACallDoSoAfterIt) {
