@@ -66,7 +66,7 @@ TEST(PlayerTable, RowsCountersAndExtrasOfAList) {
     Server Game;
     Game.Join(1, "Alice", "192.168.0.1", 1, 33);
     Game.Join(7, "Bob", "10.0.0.7", 2, 120);
-    Game.Join(8, "Carol", "10.0.0.8", 2, 9);
+    Game.Join(8, "Carol", "10.0.0.8", 1, 9);
     PutEntry(Game, 0, L"Nobody", 1, 9);    // in no statistics record
     for (int Read = 0; Read < 2; ++Read) { // counted anew each time
         const PlayerTable Table = GetPlayerList(TestProfile, L"LIST");
@@ -75,10 +75,10 @@ TEST(PlayerTable, RowsCountersAndExtrasOfAList) {
         EXPECT_EQ(Table.Rows[2].Slot, 7);
         EXPECT_EQ(Table.Rows[2].Ip, L"10.0.0.7");
         EXPECT_EQ(Table.Rows[3].Ping, L"9");
-        EXPECT_EQ(Table.Summary, L"Blue Team: 2, Red Team: 2");
+        EXPECT_EQ(Table.Summary, L"Blue Team: 3, Red Team: 1");
     }
-    EXPECT_EQ(mdlVNT::BlueCount, 2);
-    EXPECT_EQ(mdlVNT::RedCount, 2);
+    EXPECT_EQ(mdlVNT::BlueCount, 3);
+    EXPECT_EQ(mdlVNT::RedCount, 1);
     EXPECT_EQ(mdlVNT::LifeStates(TestProfile).Count(), 3u);
     GetPlayerList(TestProfile, L"ARRAY"); // counts nobody
     EXPECT_EQ(mdlVNT::BlueCount + mdlVNT::RedCount, 0);
