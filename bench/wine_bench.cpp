@@ -34,6 +34,68 @@ struct LaidOut {
     LaidOut() { BaseFolder(); }
 };
 
+// --- Long work in the window, with the boxes that it asks and ends with.
+
+std::wstring FileToImport;
+double WorkBegan, WorkEnded; // milliseconds
+
+double Clock() {
+    LARGE_INTEGER Now, Frequency;
+    QueryPerformanceFrequency(&Frequency);
+    QueryPerformanceCounter(&Now);
+    return static_cast<double>(Now.QuadPart) * 1000.0 / static_cast<double>(Frequency.QuadPart);
+}
+
+BOOL CALLBACK FindBox(HWND Window, LPARAM Found) {
+    wchar_t Class[16] = L"";
+    GetClassNameW(Window, Class, 16);
+    if (std::wstring(Class) == L"#32770" && IsWindowVisible(Window)) *reinterpret_cast<HWND*>(Found) = Window;
+    return TRUE;
+}
+
+// A timer procedure. The work begins with the file or with Yes, and ends where the last box shows.
+void CALLBACK Answer(HWND, UINT, UINT_PTR, DWORD) {
+    constexpr int FileName = 0x047C; // of the system's dialog
+    HWND Box = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindBox, reinterpret_cast<LPARAM>(&Box));
+    if (Box == nullptr || !IsWindowEnabled(Box)) return;
+    const bool IsQuestion = GetDlgItem(Box, IDYES) != nullptr;
+    const bool IsFileDialog = GetDlgItem(Box, FileName) != nullptr;
+    if (IsFileDialog) SetDlgItemTextW(Box, FileName, FileToImport.c_str());
+    (IsQuestion || IsFileDialog ? WorkBegan : WorkEnded) = Clock();
+    SendMessageW(Box, WM_COMMAND, IsQuestion ? IDYES : IDOK, 0);
+}
+
+// How long the work took that the command or button begins.
+double WorkOf(HWND Window, UINT Message, WPARAM Parameter) {
+    const UINT_PTR Timer = SetTimer(nullptr, 0, 10, Answer);
+    SendMessageW(Window, Message, Parameter, 0);
+    KillTimer(nullptr, Timer);
+    return WorkEnded - WorkBegan;
+}
+
+constexpr int LongEntries = 1000;
+
+// A ban file, and lists that hold one name with as many addresses.
+void PutLongWork(bool WithLinks) {
+    std::string File, Ips = "[IpAddresses]\r\n", Links = "[Bob]\r\n";
+    for (int Entry = 0; Entry < LongEntries; ++Entry) {
+        std::string Address = "10.1." + std::to_string(Entry / 250) + "." + std::to_string(Entry % 250);
+        Links += std::to_string(Entry) + "=" + Address + "\r\n";
+        Ips += Address + "=2026-01-01 9:00:00\r\n";
+        std::string Name = "Player" + std::to_string(Entry) + ";";
+        Address.resize(19, ' ');
+        Name.resize(21, ' ');
+        File += Address + Name + "cheating again.\r\n";
+    }
+    const std::wstring Folder = L"profiles\\long\\settings\\";
+    WriteText(L"ban.txt", File);
+    WriteText(Folder + L"BannedNames.ini",
+              WithLinks ? "[Players]\r\nBob[1]=2026-01-01 9:00:00[-]None\r\n" : "[Players]\r\n");
+    WriteText(Folder + L"BannedIps.ini", WithLinks ? Ips : "[IpAddresses]\r\n");
+    WriteText(Folder + L"BannedReference.ini", WithLinks ? Links : "");
+}
+
 // The wrappers are in place after the helper objects are registered and before the plug-in is created.
 class WineBench : private LaidOut, private HelperWrappers::Installed, public PluginTest {};
 
@@ -88,4 +150,37 @@ TEST_F(WineBench, ListsOfTenThousand) {
                     Late.Call(L"GetPlayersRem", std::move(Arguments));
                 }));
     std::fflush(stdout);
+}
+
+TEST_F(WineBench, LongWorkAgainstTheSameCalls) {
+    const Support::Profile Given{L"long"};
+    FileToImport = BaseFolder() + L"\\ban.txt";
+    std::printf("%-22s %8s %10s %10s %7s\n", "", "calls", "work ms", "calls ms", "ratio");
+    for (const bool Removal : {false, true}) {
+        const auto Prepare = [&] {
+            PutLongWork(Removal);
+            Load(1, Given);
+        };
+        const auto Work = [&] {
+            return Removal ? WorkOf(Control(ID_cmdRemoveName), BM_CLICK, 0)
+                           : WorkOf(Frame(), WM_COMMAND, ID_mnuMerrow300);
+        };
+        Prepare();
+        RecordingHelpers::Record(true);
+        Work();
+        RecordingHelpers::Record(false);
+        std::vector<double> Works, Replays;
+        for (int Round = 0; Round < 3; ++Round) {
+            Prepare();
+            Works.push_back(Work());
+            Prepare();
+            Replays.push_back(Milliseconds([] { RecordingHelpers::Replay(); }));
+        }
+        std::sort(Works.begin(), Works.end());
+        std::sort(Replays.begin(), Replays.end());
+        std::printf("%-22s %8zu %10.0f %10.0f %7.2f\n",
+                    Removal ? "removal of 1000 links" : "import of 1000 lines", RecordingHelpers::Count(),
+                    Works[1], Replays[1], Works[1] / Replays[1]);
+        std::fflush(stdout);
+    }
 }

@@ -9,7 +9,7 @@ enum class Kind : unsigned char {
     Frame,       // a group box
     Caption,     // a fixed text, on several lines where the width asks for it
     HiddenLabel, // of no size: names the next control to a screen reader, which passes over invisible ones
-    Value,       // a text that the handlers set
+    Value,       // a text that the program sets
     Text,
     Push,
     Option,
@@ -31,8 +31,6 @@ struct ControlRow {
 // stand together, so that the arrow keys find them.
 std::span<const ControlRow> Controls();
 const ControlRow& RowOf(int Id);
-
-inline constexpr int PageCount = 4;
 
 inline constexpr Grid mfg{ID_mfg};
 inline constexpr Label lblTeams{ID_lblTeams};

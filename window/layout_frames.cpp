@@ -33,7 +33,7 @@ enum class LineIs : unsigned char {
 };
 
 struct LineRow {
-    int Frame;
+    int Group;
     LayoutCell Cells[CellsInLine];
     LineIs What = LineIs::Plain;
 };
@@ -79,7 +79,7 @@ constexpr LineRow LineRows[] = {
 int CellGap() { return Scaled(5); }
 int Side() { return Scaled(7); }
 int Bottom() { return Scaled(6); }
-int Top(int Frame) { return *RowOf(Frame).Caption != 0 ? LineHeight() + Scaled(3) : Scaled(10); }
+int Top(int Group) { return *RowOf(Group).Caption != 0 ? LineHeight() + Scaled(3) : Scaled(10); }
 
 // Of an option button or check box, with the gap to its text.
 int MarkWidth() { return Scaled(16); }
@@ -95,20 +95,20 @@ int LeastFill(const ControlRow& Row) {
     return Row.What == Kind::Text ? Scaled(52) : Scaled(150);
 }
 
-int ColumnWidth(int Frame) {
+int ColumnWidth(int Group) {
     int Widest = 0;
     for (const LineRow& Row : LineRows)
         for (const LayoutCell& Cell : Row.Cells)
-            if (Row.Frame == Frame && Cell.Width == Fit::Column)
+            if (Row.Group == Group && Cell.Width == Fit::Column)
                 Widest = std::max(Widest, NaturalWidth(RowOf(Cell.Id)));
     return Widest;
 }
 
 // The least width of a cell.
-int CellWidth(const LayoutCell& Cell, int Frame) {
+int CellWidth(const LayoutCell& Cell, int Group) {
     switch (Cell.Width) {
     case Fit::Natural: return NaturalWidth(RowOf(Cell.Id));
-    case Fit::Column: return ColumnWidth(Frame);
+    case Fit::Column: return ColumnWidth(Group);
     case Fit::Digits: return TextWidth(L"0000") + Scaled(10);
     case Fit::Fill: return LeastFill(RowOf(Cell.Id));
     case Fit::None: break;
@@ -121,7 +121,7 @@ int Indent(const LineRow& Row) { return Row.What == LineIs::Indented ? MarkWidth
 int LineWidth(const LineRow& Row) {
     int Width = Indent(Row) - CellGap();
     for (const LayoutCell& Cell : Row.Cells)
-        if (Cell.Width != Fit::None) Width += CellWidth(Cell, Row.Frame) + CellGap();
+        if (Cell.Width != Fit::None) Width += CellWidth(Cell, Row.Group) + CellGap();
     return Width;
 }
 
@@ -147,7 +147,7 @@ std::vector<Placed> CellsOf(const LineRow& Row, int Width) {
     int X = Indent(Row);
     for (const LayoutCell& Cell : Row.Cells) {
         if (Cell.Width == Fit::None) continue;
-        const int Wide = CellWidth(Cell, Row.Frame) + (Cell.Width == Fit::Fill ? Spare : 0);
+        const int Wide = CellWidth(Cell, Row.Group) + (Cell.Width == Fit::Fill ? Spare : 0);
         Cells.push_back({Cell.Id, {X, 0, Wide, CellHeight(Cell, Wide)}});
         X += Wide + CellGap();
     }
@@ -166,26 +166,26 @@ int LayoutGap() { return Scaled(4); }
 
 int ListHeight() { return 4 * (LineHeight() + Scaled(4)); }
 
-int FrameWidth(int Frame) {
-    int Widest = TextWidth(RowOf(Frame).Caption) + Scaled(8);
+int GroupWidth(int Group) {
+    int Widest = TextWidth(RowOf(Group).Caption) + Scaled(8);
     for (const LineRow& Row : LineRows)
-        if (Row.Frame == Frame) Widest = std::max(Widest, LineWidth(Row));
+        if (Row.Group == Group) Widest = std::max(Widest, LineWidth(Row));
     return Widest + 2 * Side();
 }
 
-int FrameHeight(int Frame, int Width) {
-    int Height = Top(Frame) + Bottom() - Scaled(4);
+int GroupHeight(int Group, int Width) {
+    int Height = Top(Group) + Bottom() - Scaled(4);
     for (const LineRow& Row : LineRows)
-        if (Row.Frame == Frame) Height += LineHeightOf(CellsOf(Row, Width - 2 * Side())) + Scaled(4);
+        if (Row.Group == Group) Height += LineHeightOf(CellsOf(Row, Width - 2 * Side())) + Scaled(4);
     return Height;
 }
 
-void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Area) {
-    Out.push_back({Frame, Area});
-    const int Spare = std::max(0, Area.Height - FrameHeight(Frame, Area.Width));
-    int Y = Area.Y + Top(Frame);
+void PlaceGroup(std::vector<Placed>& Out, int Group, const Rect& Area) {
+    Out.push_back({Group, Area});
+    const int Spare = std::max(0, Area.Height - GroupHeight(Group, Area.Width));
+    int Y = Area.Y + Top(Group);
     for (const LineRow& Row : LineRows) {
-        if (Row.Frame != Frame) continue;
+        if (Row.Group != Group) continue;
         const std::vector<Placed> Cells = CellsOf(Row, Area.Width - 2 * Side());
         const int Tall = LineHeightOf(Cells);
         for (Placed Cell : Cells) {

@@ -13,9 +13,9 @@ struct Placed {
 // The distance between group boxes, and of everything to the border.
 int LayoutGap();
 
-int FrameWidth(int Frame); // the least that shows everything
-int FrameHeight(int Frame, int Width);
+int GroupWidth(int Group); // the least that shows everything
+int GroupHeight(int Group, int Width);
 // Appends the group box and its controls; the line that can grow takes the height that is left over.
-void PlaceFrame(std::vector<Placed>& Out, int Frame, const Rect& Area);
+void PlaceGroup(std::vector<Placed>& Out, int Group, const Rect& Area);
 // The least height of a list or grid.
 int ListHeight();

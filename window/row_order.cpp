@@ -1,3 +1,4 @@
+// Order of numbers, names and addresses as texts.
 #include "window/row_order.h"
 
 #include <algorithm>
@@ -11,8 +12,8 @@ constexpr wchar_t FirstAccented = 0xC0;
 
 wchar_t BaseLetter(wchar_t Letter) {
     if (Letter >= L'A' && Letter <= L'Z') return static_cast<wchar_t>(Letter + 0x20);
-    const std::size_t Place = static_cast<std::size_t>(Letter) - FirstAccented;
-    return Letter >= FirstAccented && Place < BaseLetters.size() ? BaseLetters[Place] : Letter;
+    const std::size_t Offset = static_cast<std::size_t>(Letter) - FirstAccented;
+    return Letter >= FirstAccented && Offset < BaseLetters.size() ? BaseLetters[Offset] : Letter;
 }
 
 Order OrderOf(int Compared) { return Compared <=> 0; }

@@ -1,8 +1,8 @@
-// The controls as the handlers see them: small handles on an identifier of window/ids.h. window/win32/ puts
-// them on the system's own controls; the tests keep them in memory.
+// The controls as the rest of the window sees them: small handles on an identifier of window/ids.h.
+// window/win32/ puts them on the system's own controls; the tests keep them in memory.
 //
 // While the window is not there every operation does nothing and every question returns nothing: a
-// box that a handler shows may outlive the window. What a handler sets raises no event. Items, rows and
+// box may outlive the window. What the program sets raises no event. Items, rows and
 // columns count from 0.
 #pragma once
 
@@ -51,11 +51,10 @@ struct ListBox {
     int Count() const;
     std::wstring Item(int Number) const;   // empty past the end
     void Append(const Lines& Items) const; // painted once
-    void Replace(int Item, TextView Text) const;
-    void Remove(int Item) const;         // nothing for -1
-    void Fill(const Lines& Items) const; // instead of all items, painted once
-    int Selected() const;                // -1 for none
-    void Select(int Item) const;         // -1 for none
+    void Remove(int Item) const;           // nothing for -1
+    void Fill(const Lines& Items) const;   // instead of all items, painted once
+    int Selected() const;                  // -1 for none
+    void Select(int Item) const;           // -1 for none
     void ShowAtTop(int Item) const;
     std::intptr_t ItemData(int Item) const;
     void SetItemData(int Item, std::intptr_t Data) const;

@@ -19,14 +19,14 @@ bool IsDialog(HWND Window) noexcept {
 // In the middle of the other window, but on its screen as a whole.
 void MoveToCentre(HWND Box, HWND Host) noexcept {
     if (!IsWindowVisible(Host) || IsIconic(Host)) return;
-    RECT Size{}, Area{};
+    RECT Own{}, Area{};
     MONITORINFO Screen{};
     Screen.cbSize = sizeof Screen;
-    GetWindowRect(Box, &Size);
+    GetWindowRect(Box, &Own);
     GetWindowRect(Host, &Area);
     GetMonitorInfoW(MonitorFromWindow(Host, MONITOR_DEFAULTTONEAREST), &Screen);
-    const LONG Width = Size.right - Size.left;
-    const LONG Height = Size.bottom - Size.top;
+    const LONG Width = Own.right - Own.left;
+    const LONG Height = Own.bottom - Own.top;
     const LONG X = (Area.left + Area.right - Width) / 2;
     const LONG Y = (Area.top + Area.bottom - Height) / 2;
     SetWindowPos(Box, nullptr, std::max(Screen.rcWork.left, std::min(X, Screen.rcWork.right - Width)),

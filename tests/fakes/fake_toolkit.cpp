@@ -49,7 +49,7 @@ struct Window {
     Rect Area;
     int ShownPage = -1;
 };
-std::optional<Window> Now;
+std::optional<Window> TheWindow;
 
 Lines Menu;
 long Writes, Turns, Turned;
@@ -61,8 +61,8 @@ long Writes, Turns, Turned;
 }
 
 State& At(int Id) {
-    if (!Now) Impossible("no window for control", Id);
-    return Now->States[Id];
+    if (!TheWindow) Impossible("no window for control", Id);
+    return TheWindow->States[Id];
 }
 
 // A control that can be used: one that is enabled.
@@ -72,21 +72,21 @@ State& Usable(int Id) {
     return Found;
 }
 
-// For the handlers: a missing window answers nothing.
-State* Of(int Id) { return Now ? &Now->States[Id] : nullptr; }
+// For the product: null without a window.
+State* StateOf(int Id) { return TheWindow ? &TheWindow->States[Id] : nullptr; }
 
-Item* ItemAt(int Id, int Index) {
-    State* Found = Of(Id);
+Item* ItemAt(int Id, int Number) {
+    State* Found = StateOf(Id);
     const bool There =
-        Found != nullptr && Index >= 0 && static_cast<std::size_t>(Index) < Found->Items.size();
-    return There ? &Found->Items[static_cast<std::size_t>(Index)] : nullptr;
+        Found != nullptr && Number >= 0 && static_cast<std::size_t>(Number) < Found->Items.size();
+    return There ? &Found->Items[static_cast<std::size_t>(Number)] : nullptr;
 }
 
 Row* RowAt(int Number) {
-    if (!Now) return nullptr;
-    if (Number < 0 || static_cast<std::size_t>(Number) >= Now->GridRows.size())
+    if (!TheWindow) return nullptr;
+    if (Number < 0 || static_cast<std::size_t>(Number) >= TheWindow->GridRows.size())
         Impossible("no grid row", Number);
-    return &Now->GridRows[static_cast<std::size_t>(Number)];
+    return &TheWindow->GridRows[static_cast<std::size_t>(Number)];
 }
 
 bool Offers(const std::vector<MenuEntry>& Entries, int Id) {
@@ -117,7 +117,7 @@ bool BeginsWith(TextView Item, TextView Start) {
 } // namespace
 
 void Reset() {
-    if (Now) Frame::Destroy();
+    if (TheWindow) Frame::Destroy();
     MenuChoices.clear();
     WhileNextMenuIsOpen = nullptr;
     TimersLeft = 1000;
@@ -136,14 +136,14 @@ void Click(int Id) {
     Raise(Id, Event::Click);
 }
 
-void ChooseItem(int List, int Index) {
-    if (ItemAt(List, Index) == nullptr) Impossible("no such item", Index);
-    At(List).Selected = Index;
+void ChooseItem(int List, int Number) {
+    if (ItemAt(List, Number) == nullptr) Impossible("no such item", Number);
+    At(List).Selected = Number;
     Raise(List, Event::Click);
 }
 
-void DoubleClick(int List, int Index) {
-    ChooseItem(List, Index);
+void DoubleClick(int List, int Number) {
+    ChooseItem(List, Number);
     Raise(List, Event::DblClick);
 }
 
@@ -191,34 +191,34 @@ Lines Items(int List) {
 }
 
 int SelectedItem(int List) { return At(List).Selected; }
-std::intptr_t ItemData(int List, int Index) { return ListBox{List}.ItemData(Index); }
+std::intptr_t ItemData(int List, int Number) { return ListBox{List}.ItemData(Number); }
 int TopItem(int List) { return At(List).Top; }
 
 Lines Rows() {
     Lines Texts;
-    for (Row& Current : Now.value().GridRows) {
+    for (Row& Current : TheWindow.value().GridRows) {
         std::wstring Line;
-        for (std::size_t Column = 0; Column < Now->Columns; ++Column)
+        for (std::size_t Column = 0; Column < TheWindow->Columns; ++Column)
             Line += Current.Cells[static_cast<int>(Column)] + L"|";
         Texts.push_back(Line + std::to_wstring(Current.Team));
     }
     return Texts;
 }
 
-int SelectedRow() { return Now.value().GridSelected; }
-std::wstring SortMark() { return Now.value().Sorted; }
+int SelectedRow() { return TheWindow.value().GridSelected; }
+std::wstring SortMark() { return TheWindow.value().Sorted; }
 Lines LastMenu() { return Menu; }
-bool IsShown() { return Now && Now->Shown; }
-Rect Area() { return Now.value().Area; }
-int Page() { return Now.value().ShownPage; }
+bool IsShown() { return TheWindow && TheWindow->Shown; }
+Rect Area() { return TheWindow.value().Area; }
+int Page() { return TheWindow.value().ShownPage; }
 long GridWrites() { return std::exchange(Writes, 0); }
 long HourglassTurns() { return Turned; }
 bool HourglassIsShown() { return Turns > 0; }
 
 Long IntervalOf(int Timer) {
-    if (!Now) return 0;
-    const auto Found = Now->Timers.find(Timer);
-    return Found != Now->Timers.end() ? Found->second : 0;
+    if (!TheWindow) return 0;
+    const auto Found = TheWindow->Timers.find(Timer);
+    return Found != TheWindow->Timers.end() ? Found->second : 0;
 }
 
 void Tick(int Timer) {
@@ -227,7 +227,7 @@ void Tick(int Timer) {
 }
 
 void HostDestroysItsWindow() {
-    Now.reset();
+    TheWindow.reset();
     frmVNT::Gone();
 }
 
@@ -237,116 +237,115 @@ void HostDestroysItsWindow() {
 
 using FakeWindow::At;
 using FakeWindow::ItemAt;
-using FakeWindow::Now;
-using FakeWindow::Of;
+using FakeWindow::StateOf;
+using FakeWindow::TheWindow;
 
-std::wstring Label::Text() const { return Of(Id) ? Of(Id)->Text : L""; }
+std::wstring Label::Text() const { return StateOf(Id) ? StateOf(Id)->Text : L""; }
 void Label::SetText(TextView Text) const {
-    if (Of(Id)) At(Id).Text = Text;
+    if (StateOf(Id)) At(Id).Text = Text;
 }
 std::wstring TextBox::Text() const { return Label{Id}.Text(); }
 void TextBox::SetText(TextView Text) const { Label{Id}.SetText(Text); }
 
-bool Button::Enabled() const { return Of(Id) && At(Id).Enabled; }
+bool Button::Enabled() const { return StateOf(Id) && At(Id).Enabled; }
 void Button::Enable(bool On) const {
-    if (Of(Id)) At(Id).Enabled = On;
+    if (StateOf(Id)) At(Id).Enabled = On;
 }
 
-bool CheckBox::Checked() const { return Of(Id) && At(Id).On; }
+bool CheckBox::Checked() const { return StateOf(Id) && At(Id).On; }
 void CheckBox::Check(bool On) const {
-    if (Of(Id)) At(Id).On = On;
+    if (StateOf(Id)) At(Id).On = On;
 }
 
 int OptionGroup::Chosen() const {
-    for (int Index = 0; Index < Size; ++Index)
-        if (Of(Id + Index) && At(Id + Index).On) return Index;
+    for (int Number = 0; Number < Size; ++Number)
+        if (StateOf(Id + Number) && At(Id + Number).On) return Number;
     return -1;
 }
-void OptionGroup::Choose(int Index) const {
-    for (int Each = 0; Each < Size; ++Each)
-        if (Of(Id + Each)) At(Id + Each).On = Each == Index;
+void OptionGroup::Choose(int Number) const {
+    for (int Other = 0; Other < Size; ++Other)
+        if (StateOf(Id + Other)) At(Id + Other).On = Other == Number;
 }
 
-int ListBox::Count() const { return Of(Id) ? static_cast<int>(At(Id).Items.size()) : 0; }
-std::wstring ListBox::Item(int Index) const { return ItemAt(Id, Index) ? ItemAt(Id, Index)->Text : L""; }
+int ListBox::Count() const { return StateOf(Id) ? static_cast<int>(At(Id).Items.size()) : 0; }
+std::wstring ListBox::Item(int Number) const { return ItemAt(Id, Number) ? ItemAt(Id, Number)->Text : L""; }
 void ListBox::Append(const Lines& Items) const {
-    if (!Of(Id)) return;
+    if (!StateOf(Id)) return;
     for (const std::wstring& Text : Items) At(Id).Items.push_back({Text});
 }
-void ListBox::Replace(int Index, TextView Text) const {
-    if (ItemAt(Id, Index)) ItemAt(Id, Index)->Text = Text;
-}
-void ListBox::Remove(int Index) const {
-    if (ItemAt(Id, Index) == nullptr) return;
-    At(Id).Items.erase(At(Id).Items.begin() + Index);
+void ListBox::Remove(int Number) const {
+    if (ItemAt(Id, Number) == nullptr) return;
+    At(Id).Items.erase(At(Id).Items.begin() + Number);
     // As the system does it: the selection goes with its item and moves with the items above it.
-    if (At(Id).Selected == Index)
+    if (At(Id).Selected == Number)
         At(Id).Selected = -1;
-    else if (At(Id).Selected > Index)
+    else if (At(Id).Selected > Number)
         --At(Id).Selected;
 }
 void ListBox::Fill(const Lines& Items) const {
-    if (!Of(Id)) return;
+    if (!StateOf(Id)) return;
     At(Id).Items.clear();
     At(Id).Selected = -1;
     Append(Items);
 }
-int ListBox::Selected() const { return Of(Id) ? At(Id).Selected : -1; }
-void ListBox::Select(int Index) const {
-    if (Of(Id)) At(Id).Selected = ItemAt(Id, Index) ? Index : -1;
+int ListBox::Selected() const { return StateOf(Id) ? At(Id).Selected : -1; }
+void ListBox::Select(int Number) const {
+    if (StateOf(Id)) At(Id).Selected = ItemAt(Id, Number) ? Number : -1;
 }
-void ListBox::ShowAtTop(int Index) const {
-    if (Of(Id)) At(Id).Top = Index;
+void ListBox::ShowAtTop(int Number) const {
+    if (StateOf(Id)) At(Id).Top = Number;
 }
-std::intptr_t ListBox::ItemData(int Index) const { return ItemAt(Id, Index) ? ItemAt(Id, Index)->Data : 0; }
-void ListBox::SetItemData(int Index, std::intptr_t Data) const {
-    if (ItemAt(Id, Index)) ItemAt(Id, Index)->Data = Data;
+std::intptr_t ListBox::ItemData(int Number) const {
+    return ItemAt(Id, Number) ? ItemAt(Id, Number)->Data : 0;
+}
+void ListBox::SetItemData(int Number, std::intptr_t Data) const {
+    if (ItemAt(Id, Number)) ItemAt(Id, Number)->Data = Data;
 }
 int ListBox::FindPrefix(TextView Text) const {
-    for (int Index = 0; Index < Count(); ++Index)
-        if (FakeWindow::BeginsWith(Item(Index), Text)) return Index;
+    for (int Number = 0; Number < Count(); ++Number)
+        if (FakeWindow::BeginsWith(Item(Number), Text)) return Number;
     return -1;
 }
 
 void Grid::SetColumns(std::span<const GridColumn> Columns) const {
-    if (Now) Now->Columns = Columns.size();
+    if (TheWindow) TheWindow->Columns = Columns.size();
 }
 void Grid::SetRowCount(int Count) const {
-    if (!Now) return;
+    if (!TheWindow) return;
     ++FakeWindow::Writes;
-    Now->GridRows.resize(static_cast<std::size_t>(Count));
-    if (Now->GridSelected >= Count) Now->GridSelected = -1;
+    TheWindow->GridRows.resize(static_cast<std::size_t>(Count));
+    if (TheWindow->GridSelected >= Count) TheWindow->GridSelected = -1;
 }
 void Grid::SetCell(int Row, int Column, TextView Text) const {
-    if (!Now) return;
+    if (!TheWindow) return;
     ++FakeWindow::Writes;
     FakeWindow::RowAt(Row)->Cells[Column] = Text;
 }
 void Grid::FitColumns() const {}
 void Grid::SetTeam(int Row, int Team) const {
-    if (!Now) return;
+    if (!TheWindow) return;
     ++FakeWindow::Writes;
     FakeWindow::RowAt(Row)->Team = Team;
 }
 void Grid::Select(int Row) const {
-    if (Now) Now->GridSelected = Row;
+    if (TheWindow) TheWindow->GridSelected = Row;
 }
 void Grid::ShowSort(int Column, bool Ascending) const {
-    if (Now) Now->Sorted = std::to_wstring(Column) + (Ascending ? L" up" : L" down");
+    if (TheWindow) TheWindow->Sorted = std::to_wstring(Column) + (Ascending ? L" up" : L" down");
 }
 
 void TabControl::Turn(int Page) const {
-    if (Now) Now->ShownPage = Page;
+    if (TheWindow) TheWindow->ShownPage = Page;
 }
 
 bool Timer::Start(Long Milliseconds) const {
-    if (!Now) return false;
-    if (Now->Timers.count(Id) == 0 && FakeWindow::TimersLeft-- <= 0) return false;
-    Now->Timers[Id] = Milliseconds;
+    if (!TheWindow) return false;
+    if (TheWindow->Timers.count(Id) == 0 && FakeWindow::TimersLeft-- <= 0) return false;
+    TheWindow->Timers[Id] = Milliseconds;
     return true;
 }
 void Timer::Stop() const {
-    if (Now) Now->Timers.erase(Id);
+    if (TheWindow) TheWindow->Timers.erase(Id);
 }
 
 Hourglass::Hourglass() noexcept : Previous(0) {
@@ -373,19 +372,19 @@ int PopUpMenu(const std::vector<MenuEntry>& Entries) {
 }
 
 namespace Frame {
-void Create(Place) { Now.emplace(); }
-bool Exists() { return Now.has_value(); }
+void Create(Place) { TheWindow.emplace(); }
+bool Exists() { return TheWindow.has_value(); }
 void Destroy() {
-    if (Now) FakeWindow::HostDestroysItsWindow();
+    if (TheWindow) FakeWindow::HostDestroysItsWindow();
 }
 void Move(Long X, Long Y, Long Width, Long Height) {
-    if (Now) Now->Area = {X, Y, Width, Height};
+    if (TheWindow) TheWindow->Area = {X, Y, Width, Height};
 }
 void SetParent(std::intptr_t Host) {
-    if (Now) Now->Host = Host;
+    if (TheWindow) TheWindow->Host = Host;
 }
 void Show(bool On) {
-    if (Now) Now->Shown = On;
+    if (TheWindow) TheWindow->Shown = On;
 }
 Size PixelsPerInch() { return {FakeWindow::PixelsPerInch, FakeWindow::PixelsPerInch}; }
 } // namespace Frame

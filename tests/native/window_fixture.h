@@ -31,7 +31,7 @@ protected:
 inline std::wstring FileOf(TextView Name) { return Outside::FileText(SettingsFile(Name)); }
 inline Lines Boxes() {
     Lines Found;
-    for (const std::wstring& Each : Outside::Journal)
-        if (Each.starts_with(L"Box") || Each.starts_with(L"Ask")) Found.push_back(Each);
+    for (const std::wstring& Entry : Outside::Journal)
+        if (Entry.starts_with(L"Box") || Entry.starts_with(L"Ask")) Found.push_back(Entry);
     return Found;
 }

@@ -80,8 +80,8 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
     const std::wstring Question = L"AskNo Remove Banned Name Would you like to remove all associated IP "
                                   L"Addresses with this name aswell?";
     for (const bool Yes : {false, true}) {
-        for (const TextView Each : {L"Ann[1]", L"Bob[1]"}) BanName(Each);
-        for (const TextView Each : {L"10.0.0.70", L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
+        for (const TextView Entry : {L"Ann[1]", L"Bob[1]"}) BanName(Entry);
+        for (const TextView Entry : {L"10.0.0.70", L"10.0.0.7", L"10.0.0.9"}) BanIp(Entry);
         PutLink(L"Bob", L"0", L"10.0.0.7");
         Open();
         mdlVNT::IpListChanged(TestProfile) = false;
@@ -101,7 +101,7 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
                   Yes);
         EXPECT_FALSE(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.70").empty());
     }
-    for (const TextView Each : {L"Bob[1]", L"Cid[1]"}) BanName(Each);
+    for (const TextView Entry : {L"Bob[1]", L"Cid[1]"}) BanName(Entry);
     frmVNT::FormReload();
     FakeWindow::ChooseItem(ID_lstBannedNames, 1);
     for (const TextView Neighbour : {L"Cid", L"Ann", L""}) {
@@ -147,8 +147,8 @@ TEST_F(Window, RemovingAnAddressCanTakeItsNamesAlong) {
                                   L"names with this IP Address aswell?";
     for (const bool Yes : {false, true}) {
         Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
-        for (const TextView Each : {L"Bobby[1]", L"Bob[1]", L"Bob[2]", L"Ann[1]"}) BanName(Each);
-        for (const TextView Each : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
+        for (const TextView Entry : {L"Bobby[1]", L"Bob[1]", L"Bob[2]", L"Ann[1]"}) BanName(Entry);
+        for (const TextView Entry : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Entry);
         PutLink(L"Bob", L"0", L"10.0.0.7");
         PutLink(L"Bob", L"1", L"10.0.0.8");
         PutLink(L"Ann", L"0", L"10.0.0.7");
@@ -173,7 +173,7 @@ TEST_F(Window, RemovingAnAddressCanTakeItsNamesAlong) {
 }
 
 TEST_F(Window, ABoxMayOutliveTheWindowAndTheProfile) {
-    for (const TextView Each : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Each);
+    for (const TextView Entry : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Entry);
     Open();
     Outside::YesNoAnswers = {true};
     Outside::WhileBoxIsOpen = [] { UnLoad(); };
@@ -186,7 +186,7 @@ TEST_F(Window, ABoxMayOutliveTheWindowAndTheProfile) {
 // --- Search
 
 TEST_F(Window, SearchGoesOnFromTheSelectedItem) {
-    for (const TextView Each : {L"Ann[1]", L"Bob[1]", L"Bobby[2]", L"Cid[1]"}) BanName(Each);
+    for (const TextView Entry : {L"Ann[1]", L"Bob[1]", L"Bobby[2]", L"Cid[1]"}) BanName(Entry);
     const std::wstring NotFound = L"Box Failed! Name not found!";
     const std::wstring Again =
         L"Ask Search Failed Name not found!\r\n\r\nThe search was not started from the beginning of the "

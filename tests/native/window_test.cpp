@@ -330,8 +330,8 @@ TEST_F(PlayerList, AMenuOfAProfileThatIsNotShownAnyMoreActsOnNobody) {
 std::map<int, std::string> Present(const Simulation::Game& World) {
     std::map<int, std::string> Found;
     for (int Slot = 0; Slot < static_cast<int>(World.Players.size()); ++Slot)
-        if (const auto& Each = World.Players[static_cast<std::size_t>(Slot)]; Each.Present)
-            Found[Slot] = Each.Name + " " + Each.Address;
+        if (const auto& Entry = World.Players[static_cast<std::size_t>(Slot)]; Entry.Present)
+            Found[Slot] = Entry.Name + " " + Entry.Address;
     return Found;
 }
 

@@ -55,8 +55,8 @@ void UnloadAppearance() noexcept {
     CommonControls = nullptr;
 }
 
-void ApplyFont(HWND Frame) noexcept {
-    Dpi = DpiOf(Frame);
+void ApplyFont(HWND Window) noexcept {
+    Dpi = DpiOf(Window);
     const HFONT Old = MessageFont;
     MessageFont = CreateMessageFont(Dpi);
     for (const ControlRow& Row : Controls())

@@ -52,9 +52,9 @@ DWORD StyleOf(const ControlRow& Row, DWORD Usual) noexcept {
     return Row.Id == ID_lblReason ? (Usual & ~static_cast<DWORD>(SS_ENDELLIPSIS)) | SS_EDITCONTROL : Usual;
 }
 
-void Build(const ControlRow& Row, HWND Frame) {
+void Build(const ControlRow& Row, HWND Root) {
     const ClassRow& Class = ClassOf(Row.What);
-    const HWND Parent = Row.Parent != 0 ? WindowOf(Row.Parent) : Frame;
+    const HWND Parent = Row.Parent != 0 ? WindowOf(Row.Parent) : Root;
     Slot(Row.Id) = CreateWindowExW(
         Class.ExtendedStyle, Class.Name, Row.Caption, WS_CHILD | StyleOf(Row, Class.Style), 0, 0, 0, 0,
         Parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(Row.Id)), Module::Instance(), nullptr);
@@ -89,8 +89,8 @@ std::optional<Kind> KindOf(int Id) noexcept {
     return std::nullopt;
 }
 
-void BuildControls(HWND Frame) {
-    for (const ControlRow& Row : Controls()) Build(Row, Frame);
+void BuildControls(HWND Root) {
+    for (const ControlRow& Row : Controls()) Build(Row, Root);
     AddTabs();
 }
 

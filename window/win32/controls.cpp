@@ -20,7 +20,7 @@ std::wstring WindowText(int Id) {
 
 void SetWindowTextOf(int Id, TextView Text) {
     if (WindowText(Id) == Text) return; // nothing to repaint
-    const Native::Quiet Setting;
+    const Native::Quiet WhileItChanges;
     Send(Id, WM_SETTEXT, 0, std::wstring(Text).c_str());
 }
 
@@ -62,10 +62,10 @@ void TabControl::Turn(int Page) const {
 }
 
 bool Timer::Start(Long Milliseconds) const {
-    const HWND Frame = Native::FrameWindow();
-    if (Frame == nullptr) return false;
+    const HWND Window = Native::FrameWindow();
+    if (Window == nullptr) return false;
     RunningTimers.insert(Id);
-    if (SetTimer(Frame, static_cast<UINT_PTR>(Id), static_cast<UINT>(Milliseconds), nullptr) != 0)
+    if (SetTimer(Window, static_cast<UINT_PTR>(Id), static_cast<UINT>(Milliseconds), nullptr) != 0)
         return true;
     RunningTimers.erase(Id);
     return false;
@@ -73,7 +73,7 @@ bool Timer::Start(Long Milliseconds) const {
 
 void Timer::Stop() const {
     RunningTimers.erase(Id);
-    if (const HWND Frame = Native::FrameWindow()) KillTimer(Frame, static_cast<UINT_PTR>(Id));
+    if (const HWND Window = Native::FrameWindow()) KillTimer(Window, static_cast<UINT_PTR>(Id));
 }
 
 // A tick may still lie in the queue when its timer is stopped.

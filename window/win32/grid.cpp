@@ -151,7 +151,7 @@ void Grid::SetColumns(std::span<const GridColumn> Looks) const {
 }
 
 void Grid::SetRowCount(int Count) const {
-    const Native::Quiet Setting;
+    const Native::Quiet WhileItChanges;
     for (int Row = RowCount(Id); Row > Count; --Row) Send(Id, LVM_DELETEITEM, static_cast<WPARAM>(Row - 1));
     for (int Row = RowCount(Id); Row < Count; ++Row) {
         LVITEMW Item{};
@@ -172,7 +172,7 @@ void Grid::SetCell(int Row, int Column, TextView Text) const {
 void Grid::FitColumns() const { Native::FitGridColumns(Id); }
 
 void Grid::SetTeam(int Row, int Team) const {
-    const Native::Quiet Setting;
+    const Native::Quiet WhileItChanges;
     LVITEMW Item{};
     Item.mask = LVIF_PARAM;
     Item.iItem = Row;
@@ -183,7 +183,7 @@ void Grid::SetTeam(int Row, int Team) const {
 }
 
 void Grid::Select(int Row) const {
-    const Native::Quiet Setting;
+    const Native::Quiet WhileItChanges;
     if (SelectedRow(Id) == Row) return;
     LVITEMW Item{};
     Item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;

@@ -45,18 +45,6 @@ void ListBox::Append(const Lines& Items) const {
     Paint(Id, true);
 }
 
-void ListBox::Replace(int Item, TextView Text) const {
-    const LRESULT Data = ItemData(Item);
-    const int Chosen = Selected();
-    Paint(Id, false);
-    Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Item));
-    Send(Id, LB_INSERTSTRING, static_cast<WPARAM>(Item), std::wstring(Text).c_str());
-    SetItemData(Item, Data);
-    if (Chosen == Item) Select(Item);
-    Widen(Id, WidthOf(Text));
-    Paint(Id, true);
-}
-
 void ListBox::Remove(int Item) const {
     if (Item >= 0) Send(Id, LB_DELETESTRING, static_cast<WPARAM>(Item));
 }

@@ -1,3 +1,4 @@
+// toolkit.h: what the layout measures.
 #include "window/win32/native.h"
 
 namespace {

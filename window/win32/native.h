@@ -33,7 +33,7 @@ template <class T> LRESULT Send(int Id, UINT Message, WPARAM W, T L) noexcept {
 inline LRESULT Send(int Id, UINT Message, WPARAM W = 0) noexcept { return Send<LPARAM>(Id, Message, W, 0); }
 
 // The controls of the table, as children of the frame and of the pages.
-void BuildControls(HWND Frame);
+void BuildControls(HWND Root);
 void ForgetControls() noexcept;
 
 // While one lives, what the controls report is our own doing and no event.
@@ -52,7 +52,7 @@ public:
 void LoadAppearance() noexcept;
 void UnloadAppearance() noexcept;
 // Takes the font of the frame's scale and gives it to every control.
-void ApplyFont(HWND Frame) noexcept;
+void ApplyFont(HWND Window) noexcept;
 HFONT Font() noexcept;
 int DotsPerInch() noexcept;
 
@@ -96,7 +96,7 @@ void FitGridColumns(int Id) noexcept;
 
 // --- Tooltips (tooltips.cpp).
 
-void StartTooltips(HWND Frame) noexcept;
+void StartTooltips(HWND Root) noexcept;
 void StopTooltips() noexcept;
 void OnTooltip(const NMHDR* Header) noexcept;
 

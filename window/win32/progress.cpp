@@ -11,7 +11,7 @@
 namespace {
 
 constexpr ULONGLONG Patience = 1000; // milliseconds of work before the window shows
-constexpr ULONGLONG Interval = 40;   // and between two looks at its messages
+constexpr ULONGLONG Interval = 100;  // between two looks at its messages, which cost more than many entries
 constexpr WORD WhatId = 100, CountId = 101, BarId = 102;
 
 INT_PTR CALLBACK DialogProcedure(HWND Dialog, UINT Message, WPARAM W, LPARAM L) noexcept {

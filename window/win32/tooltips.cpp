@@ -10,11 +10,11 @@ namespace {
 HWND Tooltips = nullptr;
 std::wstring ShownText; // the system keeps a pointer to it
 
-bool Fits(HWND Label, const std::wstring& Text) {
+bool Fits(HWND Tool, const std::wstring& Text) {
     RECT Room{};
-    GetClientRect(Label, &Room);
+    GetClientRect(Tool, &Room);
     return Measure::TextWidth(Text) <= Room.right ||
-           (IdOf(Label) == ID_lblReason &&
+           (IdOf(Tool) == ID_lblReason &&
             Measure::TextHeight(Text, static_cast<int>(Room.right)) <= Room.bottom);
 }
 
@@ -35,11 +35,11 @@ constexpr KeyTip KeyTips[] = {
     {ID_lstBannedIps, L"The menu key or Shift+F10 offers to import a ban list."},
 };
 
-void AddTool(HWND Frame, HWND Control) noexcept {
+void AddTool(HWND Root, HWND Control) noexcept {
     TOOLINFOW Tool{};
     Tool.cbSize = TTTOOLINFOW_V1_SIZE;
     Tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    Tool.hwnd = Frame;
+    Tool.hwnd = Root;
     Tool.uId = reinterpret_cast<UINT_PTR>(Control);
     Tool.lpszText = LPSTR_TEXTCALLBACKW;
     SendMessageW(Tooltips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&Tool));
@@ -59,15 +59,15 @@ std::wstring TipOf(HWND Tool) {
 
 } // namespace
 
-void StartTooltips(HWND Frame) noexcept {
+void StartTooltips(HWND Root) noexcept {
     Tooltips =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
-                        0, 0, 0, Frame, nullptr, nullptr, nullptr);
+                        0, 0, 0, Root, nullptr, nullptr, nullptr);
     if (Tooltips == nullptr) return;
     SendMessageW(Tooltips, TTM_SETMAXTIPWIDTH, 0, Measure::Scaled(400));
     for (const ControlRow& Row : Controls())
-        if (Row.What == Kind::Value) AddTool(Frame, WindowOf(Row.Id));
-    for (const KeyTip& Row : KeyTips) AddTool(Frame, ToolOf(Row.Id));
+        if (Row.What == Kind::Value) AddTool(Root, WindowOf(Row.Id));
+    for (const KeyTip& Row : KeyTips) AddTool(Root, ToolOf(Row.Id));
 }
 
 void StopTooltips() noexcept {
