@@ -48,6 +48,8 @@ WINDOW=$(xdotool search --onlyvisible --name 'Sandbox host' | head -1)
 press() { xdotool mousemove --window "$WINDOW" "$1" "$2" click "${3:-1}"; sleep 0.7; }
 picture() { # NAME PART
   local X Y
+  xdotool mousemove --window "$WINDOW" 100 780 # no tooltip in the picture
+  sleep 0.7
   eval "$(xdotool getwindowgeometry --shell "$WINDOW" | grep -E '^(X|Y)=')"
   import -window root "$WORK/screen.png"
   convert "$WORK/screen.png" -crop "$(awk -F'[+]' -v x="$X" -v y="$Y" '{ print $1 "+" $2 + x "+" $3 + y }' <<<"$2")" \
