@@ -42,21 +42,12 @@ HRESULT AnswerLong(const RemoteMember<Long>& Member, LONG Index, const VARIANT& 
 
 // An array of strings, lower bound 0, in a Variant.
 template <std::size_t N> VARIANT ArrayOfTexts(const TextView (&Texts)[N]) {
-    Variant Made;
-    SAFEARRAY* const Array = SafeArrayCreateVector(VT_BSTR, 0, N);
-    if (Array == nullptr) Fail(ErrorNumber::OutOfMemory);
-    V_VT(&Made.Value) = VT_ARRAY | VT_BSTR;
-    V_ARRAY(&Made.Value) = Array;
-    for (LONG I = 0; I < static_cast<LONG>(N); ++I) {
-        Bstr Text(Texts[I]);
-        const BSTR Copied = Text.Detach();
-        const HRESULT Put = SafeArrayPutElement(Array, &I, Copied);
-        SysFreeString(Copied);
-        if (FAILED(Put)) FailWith(Put, Place::current());
-    }
-    VARIANT Handed = Made.Value;
-    VariantInit(&Made.Value);
-    return Handed;
+    ArrayOwner Array(VT_BSTR, N);
+    for (std::size_t I = 0; I < N; ++I) Array.Put(I, Bstr(Texts[I]).Get());
+    VARIANT Made;
+    V_VT(&Made) = VT_ARRAY | VT_BSTR;
+    V_ARRAY(&Made) = Array.Detach();
+    return Made;
 }
 
 void FillDescriptor(PLUGIN& Filled) {

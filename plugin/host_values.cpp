@@ -20,23 +20,6 @@ template <class F> auto Attempted(F&& Convert) -> std::optional<decltype(Convert
     }
 }
 
-Variant ElementOf(SAFEARRAY* Array, LONG At) {
-    VARTYPE Type = VT_EMPTY;
-    SafeArrayGetVartype(Array, &Type);
-    Variant Element;
-    void* To = &Element.Value;
-    if (Type != VT_VARIANT) {
-        V_VT(&Element.Value) = Type;
-        To = &V_I4(&Element.Value);
-    }
-    const HRESULT Result = SafeArrayGetElement(Array, &At, To);
-    if (FAILED(Result)) {
-        V_VT(&Element.Value) = VT_EMPTY;
-        FailWith(Result, Place::current());
-    }
-    return Element;
-}
-
 } // namespace
 
 HostValue HostValueFrom(const VARIANT& Value) {
@@ -51,7 +34,8 @@ HostValue HostValueFrom(const VARIANT& Value) {
 
 Pdat PdatFrom(const VARIANT& PDAT) {
     if (IsMissing(PDAT)) Fail(ErrorNumber::ArgumentNotOptional);
-    SAFEARRAY* const Array = ArrayIn(PDAT);
+    const ArrayView Given = ArrayIn(PDAT);
+    SAFEARRAY* const Array = Given.Array;
     if (Array == nullptr || SafeArrayGetDim(Array) != 1) Fail(ErrorNumber::TypeMismatch);
     LONG Lower = 0;
     LONG Upper = -1;
@@ -60,7 +44,7 @@ Pdat PdatFrom(const VARIANT& PDAT) {
     Pdat Elements;
     // Elements are asked for by their index, and those past the last known one are never asked for.
     for (LONG At = 0; At <= std::min<LONG>(Upper, PdatElement::AreaWidth); ++At)
-        Elements.push_back(At < Lower ? HostValue() : HostValueFrom(ElementOf(Array, At).Value));
+        Elements.push_back(At < Lower ? HostValue() : HostValueFrom(ElementOf(Given, At).Value));
     return Elements;
 }
 

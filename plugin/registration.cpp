@@ -2,6 +2,7 @@
 
 #include <olectl.h>
 
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,13 @@ HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID Library, WORD Major, WORD Minor,
 namespace {
 
 constexpr const wchar_t* ProgId = L"qrvVNT.clsPlugin";
-constexpr const wchar_t* ClassId = L"{FDFB2A44-D551-4813-89C6-5D271388583C}";
-constexpr const wchar_t* LibraryId = L"{EB5C12C4-AC6C-496C-B4F2-E79111D31A10}";
+
+// "{FDFB2A44-...}", as the registry has it.
+std::wstring TextOf(REFGUID Id) {
+    wchar_t Text[39] = L"";
+    StringFromGUID2(Id, Text, static_cast<int>(std::size(Text)));
+    return Text;
+}
 
 // One value below Software\Classes; no name is the key's default value.
 struct Entry {
@@ -28,7 +34,8 @@ struct Entry {
 };
 
 std::vector<Entry> Entries() {
-    const std::wstring Class = std::wstring(L"CLSID\\") + ClassId;
+    const std::wstring ClassId = TextOf(CLSID_clsPlugin);
+    const std::wstring Class = L"CLSID\\" + ClassId;
     return {
         {ProgId, nullptr, L"Vantor player management"},
         {std::wstring(ProgId) + L"\\CLSID", nullptr, ClassId},
@@ -36,7 +43,7 @@ std::vector<Entry> Entries() {
         {Class + L"\\InprocServer32", nullptr, Module::Path()},
         {Class + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
         {Class + L"\\ProgID", nullptr, ProgId},
-        {Class + L"\\TypeLib", nullptr, LibraryId},
+        {Class + L"\\TypeLib", nullptr, TextOf(LIBID_qrvVNT)},
         {Class + L"\\Version", nullptr, L"1.0"},
     };
 }
@@ -54,12 +61,11 @@ bool Write(RegistrationScope Scope, const Entry& Written) {
 
 HRESULT RegisterLibrary(RegistrationScope Scope) {
     std::wstring Path = Module::Path();
-    ITypeLib* Library = nullptr;
-    HRESULT Result = LoadTypeLibEx(Path.c_str(), REGKIND_NONE, &Library);
+    ComPointer<ITypeLib> Library;
+    HRESULT Result = LoadTypeLibEx(Path.c_str(), REGKIND_NONE, Library.Receive());
     if (FAILED(Result)) return SELFREG_E_TYPELIB;
-    Result = Scope == RegistrationScope::User ? RegisterTypeLibForUser(Library, Path.data(), nullptr)
-                                              : RegisterTypeLib(Library, Path.data(), nullptr);
-    Library->Release();
+    Result = Scope == RegistrationScope::User ? RegisterTypeLibForUser(Library.Get(), Path.data(), nullptr)
+                                              : RegisterTypeLib(Library.Get(), Path.data(), nullptr);
     return FAILED(Result) ? SELFREG_E_TYPELIB : S_OK;
 }
 
@@ -74,8 +80,8 @@ void UnregisterLibrary(RegistrationScope Scope) {
 
 HRESULT Register(RegistrationScope Scope) noexcept {
     try {
-        for (const Entry& Each : Entries())
-            if (!Write(Scope, Each)) return SELFREG_E_CLASS;
+        for (const Entry& Value : Entries())
+            if (!Write(Scope, Value)) return SELFREG_E_CLASS;
         return RegisterLibrary(Scope);
     } catch (...) {
         return E_OUTOFMEMORY;
@@ -85,7 +91,7 @@ HRESULT Register(RegistrationScope Scope) noexcept {
 HRESULT Unregister(RegistrationScope Scope) noexcept {
     try {
         const std::wstring Classes = L"Software\\Classes\\";
-        RegDeleteTreeW(RootOf(Scope), (Classes + L"CLSID\\" + ClassId).c_str());
+        RegDeleteTreeW(RootOf(Scope), (Classes + L"CLSID\\" + TextOf(CLSID_clsPlugin)).c_str());
         RegDeleteTreeW(RootOf(Scope), (Classes + ProgId).c_str());
         UnregisterLibrary(Scope);
         return S_OK;

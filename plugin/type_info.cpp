@@ -1,57 +1,53 @@
 #include "plugin/type_info.h"
 
-#include <utility>
-
 #include "host/win32/module.h"
 
 namespace {
 
 // As in qrvVNT.idl.
 constexpr DISPID GetDataId = 2;
-constexpr GUID PluginRecordId = {
-    0xabb61003, 0x21f4, 0x4478, {0x93, 0x3e, 0x1f, 0x6a, 0xb4, 0x70, 0x6f, 0xa9}};
 
-ITypeInfo* Interface = nullptr;
-ITypeInfo* Record = nullptr;
+StaticComPointer<ITypeInfo> Interface;
+StaticComPointer<ITypeInfo> Record;
+
+HRESULT FindRecord(ITypeLib& Library) noexcept {
+    wchar_t Name[] = L"PLUGIN";
+    MEMBERID Member = MEMBERID_NIL;
+    USHORT Count = 1;
+    const HRESULT Result = Library.FindName(Name, 0, Record.Receive(), &Member, &Count);
+    return SUCCEEDED(Result) && Count == 0 ? TYPE_E_ELEMENTNOTFOUND : Result;
+}
 
 HRESULT LoadTypeInfo() noexcept {
-    if (Interface != nullptr && Record != nullptr) return S_OK;
-    ITypeLib* Library = nullptr;
+    if (Interface && Record) return S_OK;
+    ComPointer<ITypeLib> Library;
     HRESULT Result = E_OUTOFMEMORY;
     try {
-        Result = LoadTypeLibEx(Module::Path().c_str(), REGKIND_NONE, &Library);
+        Result = LoadTypeLibEx(Module::Path().c_str(), REGKIND_NONE, Library.Receive());
     } catch (...) {
         return E_OUTOFMEMORY;
     }
-    if (FAILED(Result)) return Result;
-    ForgetTypeInfo();
-    Result = Library->GetTypeInfoOfGuid(IID__clsPlugin, &Interface);
-    if (SUCCEEDED(Result)) Result = Library->GetTypeInfoOfGuid(PluginRecordId, &Record);
-    Library->Release();
-    return Result;
+    if (SUCCEEDED(Result)) Result = Library->GetTypeInfoOfGuid(IID__clsPlugin, Interface.Receive());
+    return SUCCEEDED(Result) ? FindRecord(*Library.Get()) : Result;
 }
 
-// The system's own Invoke cannot answer a record: the member is called and its record handed over as it is.
+// The system's own Invoke cannot return a record: the member is called and its record handed over as it is.
 HRESULT InvokeGetData(_clsPlugin& Object, VARIANT* Result) noexcept {
     if (Result == nullptr) return S_OK;
-    IRecordInfo* Info = nullptr;
-    HRESULT Outcome = GetRecordInfoFromTypeInfo(Record, &Info);
-    if (FAILED(Outcome)) return Outcome;
+    ComPointer<IRecordInfo> Info;
+    const HRESULT Found = GetRecordInfoFromTypeInfo(Record.Get(), Info.Receive());
+    if (FAILED(Found)) return Found;
     void* const Created = Info->RecordCreate();
-    if (Created == nullptr) {
-        Info->Release();
-        return E_OUTOFMEMORY;
-    }
-    Outcome = Object.GetData(static_cast<PLUGIN*>(Created));
+    if (Created == nullptr) return E_OUTOFMEMORY;
+    const HRESULT Outcome = Object.GetData(static_cast<PLUGIN*>(Created));
     if (FAILED(Outcome)) {
         Info->RecordDestroy(Created);
-        Info->Release();
         return Outcome;
     }
     VariantInit(Result);
     V_VT(Result) = VT_RECORD;
     V_RECORD(Result) = Created;
-    V_RECORDINFO(Result) = Info;
+    V_RECORDINFO(Result) = Info.Detach();
     return S_OK;
 }
 
@@ -60,8 +56,7 @@ HRESULT InvokeGetData(_clsPlugin& Object, VARIANT* Result) noexcept {
 HRESULT InterfaceInfo(ITypeInfo** Info) noexcept {
     const HRESULT Result = LoadTypeInfo();
     if (FAILED(Result)) return Result;
-    *Info = Interface;
-    Interface->AddRef();
+    *Info = Interface.Share().Detach();
     return S_OK;
 }
 
@@ -82,6 +77,6 @@ HRESULT InvokeMember(_clsPlugin& Object, DISPID Id, WORD Flags, DISPPARAMS* Para
 }
 
 void ForgetTypeInfo() noexcept {
-    for (ITypeInfo** const Info : {&Interface, &Record})
-        if (ITypeInfo* const Released = std::exchange(*Info, nullptr)) Released->Release();
+    Interface.Release();
+    Record.Release();
 }

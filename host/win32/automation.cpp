@@ -50,25 +50,22 @@ Argument Typed(VARTYPE Type) {
     return Made;
 }
 
-std::wstring ElementText(SAFEARRAY* Array, VARTYPE Type, void* Data, std::size_t Element, Place Where) {
-    if (Type == VT_BSTR) return TextOf(static_cast<BSTR*>(Data)[Element]);
-    if (Type == VT_VARIANT) return ToWideText(static_cast<VARIANT*>(Data)[Element], Where);
-    // Any other kind goes through a Variant of the element's type.
-    Variant Value;
-    LONG Lower = 0;
-    SafeArrayGetLBound(Array, 1, &Lower);
-    LONG At = Lower + static_cast<LONG>(Element);
-    V_VT(&Value.Value) = Type;
-    const HRESULT Result = SafeArrayGetElement(Array, &At, &V_I4(&Value.Value));
-    if (FAILED(Result)) FailWith(Result, Where);
-    return ToWideText(Value.Value, Where);
-}
-
 } // namespace
 
 Bstr::Bstr(TextView Text, Place Where)
     : Value(SysAllocStringLen(Text.data(), static_cast<UINT>(Text.size()))) {
     if (Value == nullptr) Fail(ErrorNumber::OutOfMemory, {}, Where);
+}
+
+ArrayOwner::ArrayOwner(VARTYPE Type, std::size_t Elements, Place Where)
+    : Value(SafeArrayCreateVector(Type, 0, static_cast<ULONG>(Elements))) {
+    if (Value == nullptr) Fail(ErrorNumber::OutOfMemory, {}, Where);
+}
+
+void ArrayOwner::Put(std::size_t At, void* Element, Place Where) {
+    LONG Index = static_cast<LONG>(At);
+    const HRESULT Result = SafeArrayPutElement(Value, &Index, Element);
+    if (FAILED(Result)) FailWith(Result, Where);
 }
 
 std::wstring TextOf(BSTR Text) {
@@ -92,18 +89,32 @@ std::wstring ToWideText(const VARIANT& Value, Place Where) {
     return TextOf(V_BSTR(&Text.Value));
 }
 
-SAFEARRAY* ArrayIn(const VARIANT& Value) noexcept {
+ArrayView ArrayIn(const VARIANT& Value) noexcept {
     const VARIANT* At = &Value;
     if (V_VT(At) == (VT_BYREF | VT_VARIANT)) At = V_VARIANTREF(At);
-    if (At == nullptr || (V_VT(At) & VT_ARRAY) == 0) return nullptr;
-    if ((V_VT(At) & VT_BYREF) == 0) return V_ARRAY(At);
-    return V_ARRAYREF(At) == nullptr ? nullptr : *V_ARRAYREF(At);
+    if (At == nullptr || (V_VT(At) & VT_ARRAY) == 0) return {};
+    const bool IsReference = (V_VT(At) & VT_BYREF) != 0;
+    if (IsReference && V_ARRAYREF(At) == nullptr) return {};
+    ArrayView Found{IsReference ? *V_ARRAYREF(At) : V_ARRAY(At), VT_EMPTY};
+    if (Found.Array != nullptr && FAILED(SafeArrayGetVartype(Found.Array, &Found.Type)))
+        Found.Type = V_VT(At) & VT_TYPEMASK;
+    return Found;
 }
 
-Lines ToLines(SAFEARRAY* Array, Place Where) {
+Variant ElementOf(const ArrayView& Elements, LONG At, Place Where) {
+    // By reference, because an array that does not know its type would give a BSTR away that stays its own.
+    VARIANT Reference;
+    V_VT(&Reference) = Elements.Type | VT_BYREF;
+    HRESULT Result = SafeArrayPtrOfIndex(Elements.Array, &At, &V_BYREF(&Reference));
+    Variant Element;
+    if (SUCCEEDED(Result)) Result = VariantCopyInd(&Element.Value, &Reference);
+    if (FAILED(Result)) FailWith(Result, Where);
+    return Element;
+}
+
+Lines ToLines(const ArrayView& Elements, Place Where) {
+    SAFEARRAY* const Array = Elements.Array;
     if (Array == nullptr || SafeArrayGetDim(Array) != 1) Fail(ErrorNumber::TypeMismatch, {}, Where);
-    VARTYPE Type = VT_EMPTY;
-    if (FAILED(SafeArrayGetVartype(Array, &Type))) Fail(ErrorNumber::TypeMismatch, {}, Where);
     void* Data = nullptr;
     const HRESULT Result = SafeArrayAccessData(Array, &Data);
     if (FAILED(Result)) FailWith(Result, Where);
@@ -111,11 +122,15 @@ Lines ToLines(SAFEARRAY* Array, Place Where) {
         SAFEARRAY* Locked;
         ~Unlock() { SafeArrayUnaccessData(Locked); }
     } const Unlocking{Array};
-    Lines Elements;
-    Elements.reserve(Array->rgsabound[0].cElements);
-    for (std::size_t I = 0; I < Array->rgsabound[0].cElements; ++I)
-        Elements.push_back(ElementText(Array, Type, Data, I, Where));
-    return Elements;
+    const ULONG Count = Array->rgsabound[0].cElements;
+    Lines Texts;
+    Texts.reserve(Count);
+    for (ULONG I = 0; I < Count; ++I) {
+        const LONG At = Array->rgsabound[0].lLbound + static_cast<LONG>(I);
+        Texts.push_back(Elements.Type == VT_BSTR ? TextOf(static_cast<BSTR*>(Data)[I])
+                                                 : ToWideText(ElementOf(Elements, At, Where).Value, Where));
+    }
+    return Texts;
 }
 
 Argument Arg(Long Number) {
@@ -150,6 +165,12 @@ Argument Arg(IDispatch* Object) {
     return Made;
 }
 
+Argument Arg(SAFEARRAY** Variants) {
+    Argument Made = Typed(VT_ARRAY | VT_VARIANT | VT_BYREF);
+    V_ARRAYREF(&Made.Value) = Variants;
+    return Made;
+}
+
 Argument Arg(SAFEARRAY* Variants) {
     Argument Made = Typed(VT_ARRAY | VT_VARIANT);
     V_ARRAY(&Made.Value) = Variants;
@@ -160,7 +181,7 @@ Arguments::~Arguments() {
     for (std::size_t I = Most - Count; I < Most; ++I) VariantClear(&Values[I]);
 }
 
-void Arguments::Push(Argument Each) noexcept { Values[Most - ++Count] = Each.Value; }
+void Arguments::Push(Argument Made) noexcept { Values[Most - ++Count] = Made.Value; }
 
 void HelperObject::Create(Place Where) {
     Release();
@@ -168,20 +189,16 @@ void HelperObject::Create(Place Where) {
     HRESULT Result = CLSIDFromProgID(ProgId, &Class);
     if (SUCCEEDED(Result))
         Result = CoCreateInstance(Class, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                  reinterpret_cast<void**>(&Object));
-    if (FAILED(Result)) {
-        Object = nullptr;
+                                  reinterpret_cast<void**>(Object.Receive()));
+    if (FAILED(Result))
         Fail(ErrorNumber::CannotCreateObject,
              ErrorDescription(ErrorNumber::CannotCreateObject) + L": " + ProgId + L" (" + SystemText(Result) +
                  L")",
              Where);
-    }
     ++Generation;
 }
 
-void HelperObject::Release() noexcept {
-    if (IDispatch* const Released = std::exchange(Object, nullptr)) Released->Release();
-}
+void HelperObject::Release() noexcept { Object.Release(); }
 
 DISPID HelperObject::IdOf(Member& Called, Place Where) const {
     if (Called.Generation == Generation) return Called.Id;
@@ -195,16 +212,11 @@ DISPID HelperObject::IdOf(Member& Called, Place Where) const {
 }
 
 Variant HelperObject::Call(Member& Called, Arguments&& With, Place Where) {
-    if (Object == nullptr)
+    if (!Object)
         Fail(ErrorNumber::ObjectNotSet, ErrorDescription(ErrorNumber::ObjectNotSet) + L": " + ProgId, Where);
     const DISPID Id = IdOf(Called, Where);
     // The call may let the host release us; the object must outlive it.
-    IDispatch* const Kept = Object;
-    Kept->AddRef();
-    struct Releasing {
-        IDispatch* Held;
-        ~Releasing() { Held->Release(); }
-    } const AtTheEnd{Kept};
+    const ComPointer<IDispatch> Kept = Object.Share();
     const Module::Entry Guard;
     DISPPARAMS Parameters{With.First(), nullptr, With.Number(), 0};
     Variant Result;

@@ -11,37 +11,8 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "host/win32/owners.h"
 #include "host/win32/system_error.h"
-
-// A VARIANT that is ours to clear.
-class Variant {
-public:
-    Variant() noexcept { VariantInit(&Value); }
-    ~Variant() { VariantClear(&Value); }
-    Variant(Variant&& From) noexcept : Value(From.Value) { VariantInit(&From.Value); }
-    Variant& operator=(Variant&& From) noexcept {
-        std::swap(Value, From.Value);
-        return *this;
-    }
-    Variant(const Variant&) = delete;
-    Variant& operator=(const Variant&) = delete;
-
-    VARIANT Value;
-};
-
-// A BSTR that is ours to free.
-class Bstr {
-public:
-    explicit Bstr(TextView Text, Place Where = Place::current());
-    ~Bstr() { SysFreeString(Value); }
-    Bstr(const Bstr&) = delete;
-    Bstr& operator=(const Bstr&) = delete;
-    // Hands the BSTR over.
-    BSTR Detach() noexcept { return std::exchange(Value, nullptr); }
-
-private:
-    BSTR Value;
-};
 
 std::wstring TextOf(BSTR Text);
 
@@ -51,10 +22,17 @@ Long ToLong(const VARIANT& Value, Place Where = Place::current());
 bool ToBool(const VARIANT& Value, Place Where = Place::current());
 std::wstring ToWideText(const VARIANT& Value, Place Where = Place::current());
 
-// The array in a Variant, directly or by reference; null when there is none.
-SAFEARRAY* ArrayIn(const VARIANT& Value) noexcept;
-// The elements of a one-dimensional array of strings or Variants as texts; error 13 for another kind.
-Lines ToLines(SAFEARRAY* Array, Place Where = Place::current());
+// The array in a Variant, directly or by reference, with the type of its elements: the array's own or, where
+// it carries none, the Variant's. Array is null when there is none.
+struct ArrayView {
+    SAFEARRAY* Array = nullptr;
+    VARTYPE Type = VT_EMPTY;
+};
+ArrayView ArrayIn(const VARIANT& Value) noexcept;
+// A copy of the element with the index; error 9 when there is none.
+Variant ElementOf(const ArrayView& Elements, LONG At, Place Where = Place::current());
+// The elements of a one-dimensional array as texts; error 13 for what is none.
+Lines ToLines(const ArrayView& Elements, Place Where = Place::current());
 
 // --- Calling a member.
 
@@ -68,8 +46,9 @@ Argument Arg(TextView Text, Place Where = Place::current());
 Argument Arg(const std::optional<TextView>& Text, Place Where = Place::current());
 // The object stays the caller's.
 Argument Arg(IDispatch* Object);
-// The array goes over to the argument.
+// The array of Variants goes over to the argument; by reference it stays the caller's.
 Argument Arg(SAFEARRAY* Variants);
+Argument Arg(SAFEARRAY** Variants);
 
 // The arguments of one call, last first as Invoke wants them; cleared at its end.
 class Arguments {
@@ -77,9 +56,9 @@ public:
     static constexpr std::size_t Most = 6;
     Arguments() noexcept = default;
     // Delegates, so that the arguments made so far are cleared when a later one fails.
-    template <class... A> explicit Arguments(const A&... Each) : Arguments() {
+    template <class... A> explicit Arguments(const A&... Given) : Arguments() {
         static_assert(sizeof...(A) <= Most);
-        (Push(Arg(Each)), ...);
+        (Push(Arg(Given)), ...);
     }
     ~Arguments();
     Arguments(const Arguments&) = delete;
@@ -88,7 +67,7 @@ public:
     UINT Number() const noexcept { return static_cast<UINT>(Count); }
 
 private:
-    void Push(Argument Each) noexcept;
+    void Push(Argument Made) noexcept;
     VARIANT Values[Most];
     std::size_t Count = 0;
 };
@@ -104,7 +83,6 @@ struct Member {
 class HelperObject {
 public:
     explicit HelperObject(const wchar_t* ProgramIdentifier) : ProgId(ProgramIdentifier) {}
-    ~HelperObject() = default; // released by Release: at the end of the process COM is gone already
     HelperObject(const HelperObject&) = delete;
     HelperObject& operator=(const HelperObject&) = delete;
 
@@ -118,10 +96,9 @@ private:
     DISPID IdOf(Member& Called, Place Where) const;
 
     const wchar_t* ProgId;
-    IDispatch* Object = nullptr;
+    StaticComPointer<IDispatch> Object;
     unsigned Generation = 0;
 };
 
-// The running error as an automation object with Number, Description and Source; one reference is the
-// caller's.
-IDispatch* MakeErrorObject(const Failure& Error);
+// The running error as an automation object with Number, Description and Source.
+ComPointer<IDispatch> MakeErrorObject(const Failure& Error);

@@ -72,4 +72,6 @@ private:
 
 } // namespace
 
-IDispatch* MakeErrorObject(const Failure& Error) { return new ErrorObject(Error); }
+ComPointer<IDispatch> MakeErrorObject(const Failure& Error) {
+    return ComPointer<IDispatch>(new ErrorObject(Error));
+}

@@ -1,7 +1,5 @@
 #include "host/file_helper.h"
 
-#include <memory>
-
 #include "host/win32/automation.h"
 #include "host/win32/disk_room.h"
 
@@ -13,29 +11,36 @@ HelperObject Object(L"qrvMFM.clsMFD");
 
 // A section or a list of sections: whatever is no array has no elements.
 Lines LinesIn(const Variant& Result, Place Where) {
-    SAFEARRAY* const Array = ArrayIn(Result.Value);
-    return Array == nullptr ? Lines() : ToLines(Array, Where);
+    const ArrayView Array = ArrayIn(Result.Value);
+    return Array.Array == nullptr ? Lines() : ToLines(Array, Where);
 }
 
-void Put(SAFEARRAY* Array, LONG At, Argument Value) {
-    SafeArrayPutElement(Array, &At, &Value.Value);
-    VariantClear(&Value.Value);
+void Put(ArrayOwner& Array, std::size_t At, Argument Given, Place Where) {
+    Variant Element;
+    Element.Value = Given.Value;
+    Array.Put(At, &Element.Value, Where);
 }
 
-struct DestroyArray {
-    void operator()(SAFEARRAY* Array) const noexcept { SafeArrayDestroy(Array); }
-};
+ArrayOwner ArrayOf(const ErrorReport& Report, Place Where) {
+    ArrayOwner Array(VT_VARIANT, 6, Where);
+    Put(Array, 0, Arg(TextView(Report.Number), Where), Where);
+    Put(Array, 1, Arg(TextView(Report.Description), Where), Where);
+    Put(Array, 2, Arg(TextView(Report.Version), Where), Where);
+    Put(Array, 3, Arg(TextView(Report.Text), Where), Where);
+    Put(Array, 4, Arg(Report.IsAffiliate), Where);
+    Put(Array, 5, Arg(Report.Line), Where);
+    return Array;
+}
 
-SAFEARRAY* ArrayOf(const ErrorReport& Report, Place Where) {
-    std::unique_ptr<SAFEARRAY, DestroyArray> Array(SafeArrayCreateVector(VT_VARIANT, 0, 6));
-    if (!Array) Fail(ErrorNumber::OutOfMemory, {}, Where);
-    Put(Array.get(), 0, Arg(TextView(Report.Number), Where));
-    Put(Array.get(), 1, Arg(TextView(Report.Description), Where));
-    Put(Array.get(), 2, Arg(TextView(Report.Version), Where));
-    Put(Array.get(), 3, Arg(TextView(Report.Text), Where));
-    Put(Array.get(), 4, Arg(Report.IsAffiliate));
-    Put(Array.get(), 5, Arg(Report.Line));
-    return Array.release();
+// Calls the member as Usual does and, when it refuses the kind of an argument, as Otherwise does. Helpers of
+// different makers declare the same parameter in different ways.
+template <class F, class G> auto CallEitherWay(F&& Usual, G&& Otherwise) {
+    try {
+        return Usual();
+    } catch (const Failure& Refused) {
+        if (Refused.Number != ErrorNumber::TypeMismatch) throw;
+    }
+    return Otherwise();
 }
 
 } // namespace
@@ -107,15 +112,25 @@ std::wstring CompressString(TextView Text, Place Where) {
 
 void LogError(TextView Dll, TextView Text, const Failure& Error, Long Line, Place Where) {
     static Member Called{L"LogError"};
-    IDispatch* const Err = MakeErrorObject(Error);
-    Arguments With(Dll, Text, Err, Line);
-    Err->Release();
-    Object.Call(Called, std::move(With), Where);
+    const ComPointer<IDispatch> Err = MakeErrorObject(Error);
+    const auto CallWith = [&](IDispatch* ErrorObject) {
+        Object.Call(Called, Arguments(Dll, Text, ErrorObject, Line), Where);
+    };
+    // One that wants an error object of its own type logs the text at least.
+    CallEitherWay([&] { CallWith(Err.Get()); }, [&] { CallWith(nullptr); });
 }
 
 bool SendErrorReport(const ErrorReport& Report, Place Where) {
     static Member Called{L"SendErrorReport"};
-    return ToBool(Object.Call(Called, Arguments(ArrayOf(Report, Where)), Where).Value, Where);
+    const auto ByValue = [&] {
+        return Object.Call(Called, Arguments(ArrayOf(Report, Where).Detach()), Where);
+    };
+    const auto ByReference = [&] {
+        ArrayOwner Array = ArrayOf(Report, Where);
+        return Object.Call(Called, Arguments(Array.Address()), Where);
+    };
+    const Variant Sent = CallEitherWay(ByValue, ByReference);
+    return ToBool(Sent.Value, Where);
 }
 
 } // namespace FileHelper

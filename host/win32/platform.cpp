@@ -47,7 +47,7 @@ HANDLE Open(TextView Path, DWORD Access, DWORD Sharing, DWORD Creation) {
 
 std::wstring PluginFolder(Place Where) {
     const std::wstring Path = Module::Path();
-    if (Path.empty()) FailWithLastError(L"qrvVNT.dll", Where);
+    if (Path.empty()) FailWithLastError(L"the plug-in's DLL", Where);
     return Path.substr(0, Path.find_last_of(L'\\'));
 }
 

@@ -151,14 +151,18 @@ TEST_F(Client, TakesProfileDataInEveryFormThatClientsSend) {
     VARIANT NumberAsText = *Strings; // every number arrives as text
     VARIANT Reference = ReferenceTo(*Variants), ArrayReference = ReferenceToArray(*Strings);
     VARIANT Nested = ReferenceTo(ArrayReference);
+    // Some run-times make arrays that do not know the type of their elements.
+    Value Untyped = FromLines(Texts);
+    Untyped->parray->fFeatures &= static_cast<USHORT>(~(FADF_HAVEVARTYPE | FADF_BSTR));
     int Sent = 0;
-    for (VARIANT* Data : {&*Variants, &NumberAsText, &Reference, &ArrayReference, &Nested}) {
+    for (VARIANT* Data : {&*Variants, &NumberAsText, &Reference, &ArrayReference, &Nested, &*Untyped}) {
         LONG Result;
         const std::string Message = "message " + std::to_string(++Sent);
         EXPECT_EQ(Call(1, *Data, *FromText(std::wstring(Message.begin(), Message.end())), Result), S_OK);
         EXPECT_TRUE(PumpUntil([&] { return Server.Count("message") == Sent; })) << "form " << Sent;
     }
     EXPECT_EQ(ReportsOf("SetProfileData"), 0);
+    Untyped->parray->fFeatures |= FADF_BSTR; // its texts are freed with it
 }
 
 // Nothing reaches the host, the report names the procedure, and the plug-in answers the next call.

@@ -33,6 +33,25 @@ protected:
 
 } // namespace
 
+// Helpers declare their parameters as their makers like: a typed error object, an array by reference.
+TEST_F(Hosts, ThatRefuseAnArgumentsTypeAreAskedOnceMore) {
+    WriteText(L"settings\\config.ini", "[Settings]\r\nReportErrors=1\r\n");
+    std::vector<VARTYPE> Reports;
+    int Logged = 0;
+    HelperWrappers::OnCall = [&](const HelperWrappers::Call& Made) -> HRESULT {
+        const VARIANT& Second = Made.Parameters->rgvarg[Made.Parameters->cArgs > 1 ? 1 : 0];
+        if (Made.Name == L"LogError" && Second.vt == VT_DISPATCH && Second.pdispVal != nullptr)
+            return DISP_E_TYPEMISMATCH;
+        if (Made.Name == L"LogError") ++Logged;
+        if (Made.Name == L"SendErrorReport") Reports.push_back(Second.vt);
+        return Made.Name == L"SendErrorReport" && (Second.vt & VT_BYREF) == 0 ? DISP_E_TYPEMISMATCH
+                                                                              : Made.PassOn();
+    };
+    EXPECT_EQ(Remote(L"AddBannedRem", 1, {L"refused"}, L"%%%|QQ==|Name"), 0);
+    EXPECT_EQ(Logged, 1);
+    EXPECT_EQ(Reports, (std::vector<VARTYPE>{VT_ARRAY | VT_VARIANT, VT_ARRAY | VT_VARIANT | VT_BYREF}));
+}
+
 // The first failure that is thrown inside the DLL used to end such a host.
 TEST_F(Hosts, ThatHoldAnotherRuntimeGetTheirAnswer) {
     EXPECT_EQ(Remote(L"AddBannedRem", 1, {L"other"}, L"%%%|QQ==|Name"), 0);
