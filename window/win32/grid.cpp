@@ -1,4 +1,4 @@
-// toolkit.h: the grid, a list view in report mode.
+// toolkit.h: the rows of the grid, a list view in report mode.
 #include <algorithm>
 
 #include "window/win32/native.h"
@@ -10,12 +10,6 @@
 using Native::Send;
 
 namespace {
-
-// Only while a screen reader runs, which cannot tell a row's colour.
-constexpr GridColumn TeamColumn{L"Team", L"Blue Team", 0, Align::Left};
-
-std::vector<GridColumn> Columns; // of the window's one grid
-bool HasTeamColumn = false;      // the last one
 
 // The selected row is a darker shade of its team's colour, so that it does not hide the team.
 struct TeamRow {
@@ -29,85 +23,10 @@ constexpr COLORREF Black = 0x000000, White = 0xFFFFFF;
 
 const TeamRow& TeamOf(LPARAM Team) noexcept { return Teams[Team == 1 || Team == 2 ? Team : 0]; }
 
-bool ScreenReaderRuns() noexcept {
-    BOOL Runs = FALSE;
-    return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &Runs, 0) && Runs;
-}
-
-HWND HeaderOf(int Id) noexcept { return reinterpret_cast<HWND>(Send(Id, LVM_GETHEADER)); }
-
 int RowCount(int Id) noexcept { return static_cast<int>(Send(Id, LVM_GETITEMCOUNT)); }
 
 int SelectedRow(int Id) noexcept {
     return static_cast<int>(Send(Id, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-}
-
-void InsertColumn(int Id, int Number, const GridColumn& Added) {
-    std::wstring Caption(Added.Caption);
-    LVCOLUMNW Column{};
-    Column.mask = LVCF_TEXT | LVCF_SUBITEM | LVCF_FMT;
-    Column.fmt = Added.Alignment == Align::Right ? LVCFMT_RIGHT : LVCFMT_LEFT;
-    Column.pszText = Caption.data();
-    Column.iSubItem = Number;
-    Send(Id, LVM_INSERTCOLUMNW, static_cast<WPARAM>(Number), &Column);
-}
-
-int InnerWidth(int Id) noexcept {
-    RECT Inside{};
-    GetClientRect(Native::WindowOf(Id), &Inside);
-    return static_cast<int>(Inside.right);
-}
-
-std::wstring CellText(int Id, int Row, int Column) {
-    std::wstring Text(256, L'\0');
-    LVITEMW Item{};
-    Item.iSubItem = Column;
-    Item.pszText = Text.data();
-    Item.cchTextMax = static_cast<int>(Text.size());
-    Text.resize(static_cast<std::size_t>(Send(Id, LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), &Item)));
-    return Text;
-}
-
-int WidthOf(TextView Text) { return Measure::TextWidth(Text) + Measure::Scaled(14); }
-
-// With room for the sort mark.
-int LeastWidth(const GridColumn& Column) {
-    return std::max(WidthOf(Column.Longest), WidthOf(Column.Caption) + Measure::Scaled(16));
-}
-
-// What the cells of a column need beyond its least width.
-int Wish(int Id, int Column) {
-    int Widest = 0;
-    for (int Row = RowCount(Id); Row > 0; --Row)
-        Widest = std::max(Widest, WidthOf(CellText(Id, Row - 1, Column)));
-    return std::max(0, Widest - LeastWidth(Columns[static_cast<std::size_t>(Column)]));
-}
-
-// Least widths; then every cell whole, as far as the room goes; then the shares, the rest to the first of
-// them.
-std::vector<int> ColumnWidths(int Id) {
-    std::vector<int> Widths;
-    int Spare = InnerWidth(Id);
-    for (const GridColumn& Column : Columns) Spare -= Widths.emplace_back(LeastWidth(Column));
-    for (std::size_t Number = 0; Number < Widths.size(); ++Number) {
-        const int More = std::min(std::max(Spare, 0), Wish(Id, static_cast<int>(Number)));
-        Widths[Number] += More;
-        Spare -= More;
-    }
-    const int Left = std::max(Spare, 0);
-    for (std::size_t Number = 0; Number < Widths.size(); ++Number) {
-        Widths[Number] += Left * Columns[Number].Share / 100;
-        Spare -= Left * Columns[Number].Share / 100;
-    }
-    if (Widths.size() > 1) Widths[1] += std::max(Spare, 0);
-    return Widths;
-}
-
-// A column that keeps its width is not painted anew.
-void SetColumnWidths(int Id, const std::vector<int>& Widths) noexcept {
-    for (std::size_t Number = 0; Number < Widths.size(); ++Number)
-        if (Send(Id, LVM_GETCOLUMNWIDTH, Number) != Widths[Number])
-            Send(Id, LVM_SETCOLUMNWIDTH, Number, Widths[Number]);
 }
 
 LRESULT OnCustomDraw(const NMHDR* Header) noexcept {
@@ -133,22 +52,11 @@ void OnItemChanged(int Id, const NMLISTVIEW& Change) noexcept {
 // Ctrl and a digit sort by that column, as a click on its heading does.
 void SortByDigit(int Id, WORD Key) noexcept {
     const int Column = Key - '1';
-    const int Sortable = static_cast<int>(Columns.size()) - (HasTeamColumn ? 1 : 0);
-    if (GetKeyState(VK_CONTROL) < 0 && Column >= 0 && Column < Sortable)
+    if (GetKeyState(VK_CONTROL) < 0 && Column >= 0 && Column < Native::SortableColumns())
         Raise(Id, Event::ColumnClick, Column);
 }
 
 } // namespace
-
-void Grid::SetColumns(std::span<const GridColumn> Looks) const {
-    Send(Id, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
-    Columns.assign(Looks.begin(), Looks.end());
-    HasTeamColumn = ScreenReaderRuns();
-    if (HasTeamColumn) Columns.push_back(TeamColumn);
-    int Number = 0;
-    for (const GridColumn& Column : Columns) InsertColumn(Id, Number++, Column);
-    Native::FitGridColumns(Id);
-}
 
 void Grid::SetRowCount(int Count) const {
     const Native::Quiet WhileItChanges;
@@ -169,8 +77,6 @@ void Grid::SetCell(int Row, int Column, TextView Text) const {
     Send(Id, LVM_SETITEMTEXTW, static_cast<WPARAM>(Row), &Item);
 }
 
-void Grid::FitColumns() const { Native::FitGridColumns(Id); }
-
 void Grid::SetTeam(int Row, int Team) const {
     const Native::Quiet WhileItChanges;
     LVITEMW Item{};
@@ -178,7 +84,7 @@ void Grid::SetTeam(int Row, int Team) const {
     Item.iItem = Row;
     Item.lParam = Team;
     Send(Id, LVM_SETITEMW, 0, &Item);
-    if (HasTeamColumn) SetCell(Row, static_cast<int>(Columns.size()) - 1, TeamOf(Team).Name);
+    if (Native::HasTeamColumn()) SetCell(Row, Native::SortableColumns(), TeamOf(Team).Name);
     Send(Id, LVM_REDRAWITEMS, static_cast<WPARAM>(Row), Row);
 }
 
@@ -190,19 +96,6 @@ void Grid::Select(int Row) const {
     if (Row < 0) Item.stateMask = LVIS_SELECTED;
     Item.state = Row < 0 ? 0 : Item.stateMask;
     Send(Id, LVM_SETITEMSTATE, static_cast<WPARAM>(Row), &Item); // -1 means every row
-}
-
-void Grid::ShowSort(int Column, bool Ascending) const {
-    for (int Number = 0; Number < static_cast<int>(Columns.size()); ++Number) {
-        HDITEMW Item{};
-        Item.mask = HDI_FORMAT;
-        SendMessageW(HeaderOf(Id), HDM_GETITEMW, static_cast<WPARAM>(Number),
-                     reinterpret_cast<LPARAM>(&Item));
-        Item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
-        if (Number == Column) Item.fmt |= Ascending ? HDF_SORTUP : HDF_SORTDOWN;
-        SendMessageW(HeaderOf(Id), HDM_SETITEMW, static_cast<WPARAM>(Number),
-                     reinterpret_cast<LPARAM>(&Item));
-    }
 }
 
 namespace Native {
@@ -246,13 +139,6 @@ void OnGridMenu(int Id, const POINT* Mouse) noexcept {
     MapWindowPoints(WindowOf(Id), nullptr, reinterpret_cast<POINT*>(&Box), 2);
     SetMenuPointBelow(Box);
     Raise(Id, Event::RightClick, Row);
-}
-
-void FitGridColumns(int Id) noexcept {
-    Trapped(L"mfg", mdlVNT::CurrentProfile, [&] {
-        // A scroll bar that comes or goes with the columns changes the room: the second pass sees that.
-        for (int Pass = 0; Pass < 2; ++Pass) SetColumnWidths(Id, ColumnWidths(Id));
-    });
 }
 
 } // namespace Native

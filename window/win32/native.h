@@ -86,13 +86,18 @@ void ForgetTimers() noexcept;
 constexpr LPARAM ByKeyboard = -1; // instead of the mouse's place
 void OnContextMenu(HWND Asked, LPARAM Position) noexcept;
 
-// --- The grid (grid.cpp).
+// --- The grid (grid.cpp, grid_columns.cpp).
 
 LRESULT OnGridNotify(const NMHDR* Header) noexcept;
 // Raises the right click, with the row at the mouse's place on the screen; null: with the selected row or the
 // first, for the menu key.
 void OnGridMenu(int Id, const POINT* Mouse) noexcept;
 void FitGridColumns(int Id) noexcept;
+HWND HeaderOf(int Id) noexcept;
+// A screen reader cannot tell a row's colour: while one runs the team is a column, after those that can be
+// sorted by.
+bool HasTeamColumn() noexcept;
+int SortableColumns() noexcept;
 
 // --- Tooltips (tooltips.cpp).
 

@@ -46,9 +46,7 @@ void AddTool(HWND Root, HWND Control) noexcept {
 }
 
 // The tip of a grid belongs to its header: over the rows it would hide players.
-HWND ToolOf(int Id) noexcept {
-    return KindOf(Id) == Kind::Grid ? reinterpret_cast<HWND>(Send(Id, LVM_GETHEADER)) : WindowOf(Id);
-}
+HWND ToolOf(int Id) noexcept { return KindOf(Id) == Kind::Grid ? HeaderOf(Id) : WindowOf(Id); }
 
 std::wstring TipOf(HWND Tool) {
     for (const KeyTip& Row : KeyTips)
