@@ -84,10 +84,10 @@ private:
 } // namespace
 
 TEST(FilterOnWindows, DatagramsArriveThenDoNotThenDoAgain) {
-    if (IsWine()) GTEST_SKIP() << "Wine has no filtering engine";
-    if (!IsElevated()) GTEST_SKIP() << "the filtering engine wants an elevated process";
     Line Loop;
     ASSERT_TRUE(Loop.Arrives());
+    if (IsWine()) GTEST_SKIP() << "Wine has no filtering engine";
+    if (!IsElevated()) GTEST_SKIP() << "the filtering engine wants an elevated process";
     const FilterLibrary Library(CopyAlone());
     Library.LoadAndStart();
     Library.Block(Loopback, static_cast<std::int16_t>(Loop.Port() + 1));
