@@ -23,6 +23,8 @@ protected:
     const FilterLibrary Library{LibraryPath()};
 };
 
+bool HasNoSession() { return ReadEngineState(StandIn::StateFile()).Sessions.empty(); }
+
 bool IsUnloaded() {
     return PumpUntil([] { return GetModuleHandleW(LibraryPath().c_str()) == nullptr; });
 }
@@ -110,7 +112,7 @@ TEST_F(Filter, StoppingEndsTheSessionAndTheThread) {
         Library.StopDriver(Service);
         Library.UnloadDriver(Service);
         EXPECT_EQ(Library.State(), Stopped);
-        EXPECT_TRUE(PumpUntil([] { return ReadEngineState(StandIn::StateFile()).Sessions.empty(); }));
+        EXPECT_TRUE(PumpUntil(HasNoSession));
     }
     // Rules are gone with the driver that had them.
     Library.LoadAndStart();
@@ -127,7 +129,7 @@ TEST(FilterModule, IsUnloadedOnlyAfterItsThread) {
         EXPECT_TRUE(Round % 2 != 0 || StandIn::AwaitRules({"10.0.0.66 32123"}));
     }
     EXPECT_TRUE(IsUnloaded());
-    EXPECT_TRUE(ReadEngineState(StandIn::StateFile()).Sessions.empty());
+    EXPECT_TRUE(HasNoSession());
 }
 
 // Whatever goes wrong at the first attempt, the rules are there after the next one, without being sent anew.
@@ -145,7 +147,9 @@ TEST_F(Filter, FailuresWhileTheSessionIsOpened) {
         Library.LoadAndStart();
         EXPECT_TRUE(Library.AwaitState(Running)) << Words;
         EXPECT_EQ(StandIn::Rules(), Rules{"10.0.0.66 32123"}) << Words;
+        // Loaded again too soon, the thread would keep its session.
         Library.StopDriver("DrvFltIp2");
+        EXPECT_TRUE(PumpUntil(HasNoSession));
     }
 }
 
