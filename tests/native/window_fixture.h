@@ -27,6 +27,23 @@ protected:
     Server Game;
 };
 
+// Opened for an empty server.
+class PlayerList : public Window {
+protected:
+    void SetUp() override {
+        Window::SetUp();
+        Open();
+    }
+    // The players as the administrator sees them after a refresh.
+    void Refresh() { FakeWindow::ChooseForRow(FakeWindow::Rows().empty() ? -1 : 0, ID_mnuRefresh); }
+    void JoinBobAndRita() {
+        Game.Join(3, "Bob", "10.0.0.7", 1, 50);
+        Game.Join(12, "Rita", "10.0.0.9", 2, 140);
+        Refresh();
+        Outside::Journal.clear();
+    }
+};
+
 // One of the profile's files, and the boxes that were shown.
 inline std::wstring FileOf(TextView Name) { return Outside::FileText(SettingsFile(Name)); }
 inline Lines Boxes() {

@@ -1,6 +1,6 @@
 # The real window over the outside in memory: real mouse and keyboard events, and what they did can be read off at
 # once. It needs a screen, and no other test's window in front of it.
-add_executable(window_test window_test.cpp floating_point.cpp window_test.rc
+add_executable(window_test window_test.cpp window_keyboard_test.cpp floating_point.cpp window_test.rc
   ../../host/win32/dialog_template.cpp ../../host/win32/entry.cpp ../../host/win32/module.cpp ../../host/win32/open_box.cpp
   ../../host/win32/styled.cpp)
 set_source_files_properties(window_test.rc PROPERTIES

@@ -1,0 +1,200 @@
+// The real window with the keyboard alone, and where the focus is.
+#include "tests/wine/window_fixture.h"
+
+namespace {
+
+TEST_F(RealWindow, TheMenuKeyOpensTheMenuOfTheSelectedRow) {
+    Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", L"R&B is 50%\tbetter");
+    Open();
+    ClickRow(0, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+    Pump(600);
+    EXPECT_EQ(GetFocus(), At(ID_mfg));
+    Press(VK_DOWN);
+    Pump();
+    EXPECT_EQ(SelectedRow(), 1);
+    WithMenu([&](HMENU Menu) {
+        EXPECT_EQ(CaptionAt(GetSubMenu(Menu, 0), 0), L"R&&B is 50% better");
+        Press(VK_DOWN);
+        Press(VK_RIGHT);
+        Press(VK_RETURN);
+    });
+    Press(VK_APPS);
+    Pump(700);
+    EXPECT_EQ(Outside::Recorded(L"MSG"), Lines{L"MSG 3 Rita.....R&B is 50%\tbetter"});
+}
+
+TEST_F(RealWindow, HeaderClicksAndCtrlWithADigitSort) {
+    ClickColumn(2);
+    EXPECT_EQ(Cell(0, 2), L"10.0.0.7");
+    Sleep(GetDoubleClickTime());
+    ClickColumn(2);
+    EXPECT_EQ(Cell(0, 2), L"10.0.0.10");
+    SetFocus(At(ID_mfg));
+    Press('4', VK_CONTROL);
+    Pump();
+    EXPECT_EQ(Cell(0, 3), L"50");
+}
+
+TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
+    stMain.Turn(1);
+    SetFocus(At(ID_mfg));
+    Pump();
+    std::vector<int> Visited;
+    for (int Step = 0; Step < 7; ++Step) {
+        Press(VK_TAB);
+        Pump();
+        Visited.push_back(GetDlgCtrlID(GetFocus()));
+    }
+    EXPECT_EQ(Visited, (std::vector<int>{ID_stMain, ID_lstBannedIps, ID_cmdRemoveIp, ID_txtSearchIp,
+                                         ID_cmdSearchIp, ID_txtAddIp, ID_cmdAddIp}));
+    SetFocus(At(ID_stMain));
+    Press(VK_RIGHT); // the next tab
+    Pump();
+    EXPECT_TRUE(IsWindowVisible(At(ID_chkIdlePunt)));
+    EXPECT_FALSE(IsWindowVisible(At(ID_txtAddIp)));
+    Press(VK_LEFT);
+    for (int Step = 0; Step < 5; ++Step) Press(VK_TAB);
+    Pump();
+    ASSERT_EQ(GetFocus(), At(ID_txtAddIp));
+    for (const char Letter : std::string("127")) Press(static_cast<WORD>(Letter));
+    Press(VK_OEM_PERIOD);
+    Press(VK_MULTIPLY);
+    Press(VK_RETURN);
+    Pump();
+    EXPECT_EQ(Outside::Recorded(L"Box"), Lines{L"Box Success IP Address added successfully."});
+    EXPECT_EQ(lstBannedIps.Item(0), L"127.*");
+    SetFocus(Box);
+    Press('A');
+    Press(VK_TAB);
+    Pump();
+    EXPECT_EQ(GetFocus(), Box) << "the host's own controls are the host's affair";
+}
+
+TEST_F(RealWindow, AHiddenControlNeverKeepsTheFocus) {
+    const std::wstring Before = Outside::FileText(PlayersIni);
+    stMain.Turn(2);
+    SetFocus(At(ID_txtIdleMax));
+    Open(); // the host loads a profile, which turns to the first page
+    EXPECT_EQ(GetFocus(), At(ID_stMain));
+    Press('9');
+    Pump();
+    EXPECT_EQ(Outside::FileText(PlayersIni), Before);
+    SetFocus(At(ID_txtBannedName));
+    frmVNT::Hide();
+    EXPECT_EQ(GetFocus(), Host);
+}
+
+TEST_F(RealWindow, KeysTurnThePagesRefreshAndRemove) {
+    const struct {
+        WORD Key, With, With2;
+        int Page;
+    } Turns[] = {{VK_TAB, VK_CONTROL, 0, 1},        {VK_NEXT, VK_CONTROL, 0, 2},
+                 {VK_TAB, VK_CONTROL, VK_SHIFT, 1}, {VK_PRIOR, VK_CONTROL, 0, 0},
+                 {VK_PRIOR, VK_CONTROL, 0, 3},      {VK_TAB, VK_CONTROL, 0, 0}};
+    SetFocus(At(ID_txtBannedName));
+    for (const auto& Turn : Turns) {
+        if (Turn.With2 != 0) SendKey(Turn.With2, true);
+        Press(Turn.Key, Turn.With);
+        if (Turn.With2 != 0) SendKey(Turn.With2, false);
+        Pump();
+        EXPECT_EQ(SendMessageW(At(ID_stMain), TCM_GETCURSEL, 0, 0), Turn.Page);
+        EXPECT_EQ(GetFocus(), At(ID_stMain)) << "the box is on a page that is hidden now";
+    }
+    BanName(L"Bob[1]");
+    BanName(L"Ann[1]");
+    Game.Join(5, "Eve");
+    frmVNT::FormReload();
+    Game.Leave(5);
+    SetFocus(At(ID_lstBannedNames));
+    Press(VK_F5);
+    Pump();
+    EXPECT_EQ(ListView_GetItemCount(At(ID_mfg)), 2);
+    for (int Name = 0; Name < 2; ++Name) Press(VK_DELETE);
+    Pump();
+    EXPECT_EQ(lstBannedNames.Count(), 0);
+    EXPECT_EQ(Outside::Recorded(L"Box").size(), 2u);
+    EXPECT_EQ(GetFocus(), At(ID_lstBannedNames));
+}
+
+// A host that has accelerators for the keys of our controls, moves its own focus with the arrows, and looks
+// at each message before it takes it.
+TEST_F(RealWindow, OurKeysReachOurControlsInAHostThatTranslatesThem) {
+    ACCEL Keys[] = {{FVIRTKEY, VK_DELETE, 1},     {FVIRTKEY, VK_ESCAPE, 2}, {FVIRTKEY, VK_LEFT, 3},
+                    {FVIRTKEY, VK_F5, 4},         {FVIRTKEY, VK_F7, 5},     {FVIRTKEY | FCONTROL, 'A', 6},
+                    {FVIRTKEY | FCONTROL, 'S', 7}};
+    const HACCEL Table = CreateAcceleratorTableW(Keys, static_cast<int>(std::size(Keys)));
+    const auto PumpAsHost = [&] {
+        MSG Message;
+        for (const DWORD End = GetTickCount() + 60; GetTickCount() < End; Sleep(1))
+            while (PeekMessageW(&Message, nullptr, 0, 0, PM_NOREMOVE) &&
+                   PeekMessageW(&Message, nullptr, 0, 0, PM_REMOVE)) {
+                if (TranslateAcceleratorW(Host, Table, &Message) || IsDialogMessageW(Host, &Message))
+                    continue;
+                TranslateMessage(&Message);
+                DispatchMessageW(&Message);
+            }
+    };
+    HostCommands.clear();
+    stMain.Turn(1);
+    SetFocus(At(ID_txtAddIp));
+    for (const WORD Key : {WORD('1'), WORD('2'), WORD('3'), WORD(VK_LEFT), WORD(VK_DELETE), WORD(VK_ESCAPE)})
+        Press(Key);
+    PumpAsHost();
+    EXPECT_EQ(txtAddIp.Text(), L"12");
+    Press('A', VK_CONTROL);
+    Press(VK_F5);
+    PumpAsHost();
+    EXPECT_EQ(HostCommands, std::vector<int>());
+    Press(VK_F7);
+    Press('S', VK_CONTROL);
+    PumpAsHost();
+    EXPECT_EQ(HostCommands, (std::vector<int>{5, 7})) << "what is not ours stays the host's";
+    EXPECT_EQ(GetFocus(), At(ID_txtAddIp));
+    DestroyAcceleratorTable(Table);
+}
+
+TEST_F(RealWindow, TheMenuOfTheKeyboardBringsItsRowIntoView) {
+    for (int Slot = 1; Slot <= 16; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
+    frmVNT::FormReload();
+    SetFocus(At(ID_mfg));
+    Press(VK_END);
+    Pump();
+    ListView_EnsureVisible(At(ID_mfg), 0, FALSE);
+    ASSERT_EQ(ListView_GetTopIndex(At(ID_mfg)), 0);
+    RECT MenuPlace{};
+    WithMenu([&](HMENU) {
+        GetWindowRect(FindWindowW(L"#32768", nullptr), &MenuPlace);
+        Press(VK_ESCAPE);
+    });
+    Press(VK_F10, VK_SHIFT);
+    Pump(700);
+    EXPECT_GT(ListView_GetTopIndex(At(ID_mfg)), 0);
+    RECT Grid{};
+    GetWindowRect(At(ID_mfg), &Grid);
+    EXPECT_LE(MenuPlace.top, Grid.bottom);
+    EXPECT_GE(MenuPlace.left, Grid.left);
+    EXPECT_EQ(GetFocus(), At(ID_mfg));
+}
+
+TEST_F(RealWindow, ArrowsChooseAmongOptionButtons) {
+    stMain.Turn(2);
+    SetFocus(At(ID_optMethod));
+    Press(VK_DOWN);
+    Pump();
+    EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"), L"1");
+    Press(VK_UP);
+    Pump();
+    EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"), L"0");
+}
+
+TEST_F(RealWindow, OnlyTypingStoresASetting) {
+    EXPECT_FALSE(Outside::HasFile(PlayersIni));
+    stMain.Turn(2);
+    SetFocus(At(ID_txtIdleMax));
+    SendMessageW(At(ID_txtIdleMax), EM_SETSEL, 0, -1);
+    Press('7');
+    Pump();
+    EXPECT_EQ(Outside::FileText(PlayersIni), L"[IdleMax]\r\nServer1=7\r\n");
+}
+
+} // namespace
