@@ -38,5 +38,5 @@ TEST(FilterBench, Rebuilds) {
                     Removed);
         std::fflush(stdout);
     }
-    std::printf("added and removed: with the pause of 500 ms after the last call\n");
+    std::printf("added and removed: with the pause of 300 to 600 ms after the last call\n");
 }

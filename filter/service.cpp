@@ -13,7 +13,7 @@ namespace {
 
 // A rebuild is one call for each address; it is over when no call has come for this long. Reading the list
 // may hold up the caller between two calls, and half a list must not take the place of a whole one.
-constexpr unsigned PauseMilliseconds = 500;
+constexpr unsigned PauseMilliseconds = 300;
 // A server whose list cannot be read to its end is rebuilt at every tick; many of them never leave such a
 // pause. After this time a shorter one, between the ticks of two servers, has to do.
 constexpr unsigned PatienceMilliseconds = 30000;
@@ -36,9 +36,10 @@ void Attempt() {
     IsDue = true;
 }
 
+// Wakes the thread for the first of many calls only: it looks for the others when the pause is over.
 void ChangeRules() {
-    IsDue = IsRuleCalled = true;
-    Threads::Wake();
+    Attempt();
+    IsRuleCalled = true;
 }
 
 void AwaitPause() {

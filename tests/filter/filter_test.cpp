@@ -136,10 +136,10 @@ TEST_F(FilterService, CallsWithoutAPauseAreHeard) {
         LoadAndStart();
         return IsRunning();
     }));
-    for (int Round = 0; Round < 150 && !HasTwoRules(); ++Round) {
+    for (int Round = 0; Round < 250 && !HasTwoRules(); ++Round) {
         Service::ClearRules();
         for (const Rule& Blocked : {A, B}) Service::AddRule(Blocked);
-        LetPass(300);
+        LetPass(200);
     }
     EXPECT_TRUE(HasTwoRules());
 }
