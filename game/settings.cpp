@@ -28,5 +28,6 @@ void WriteSetting(Long Profile, const Setting& Written, TextView Value) {
              L"Players.ini cannot hold settings of the folder \"" + Folder + L"\".");
     const bool Stored = Platform::WriteProfileText(Written.Name, Folder, Value, mdlVNT::PlayersIniPath);
     if (!Stored && PlayersIniExists())
-        Fail(ErrorNumber::PathAccess, ErrorDescription(ErrorNumber::PathAccess) + L": " + mdlVNT::PlayersIniPath);
+        Fail(ErrorNumber::PathAccess,
+             ErrorDescription(ErrorNumber::PathAccess) + L": " + mdlVNT::PlayersIniPath);
 }

@@ -36,7 +36,7 @@ std::optional<std::wstring> Import(Long Profile, TextView Path) {
 
 } // namespace
 
-void ImportChosenFile() {
+void mnuMerrow300_Click() {
     try {
         const Long Profile = mdlVNT::CurrentProfile;
         EnsureSettingsFolder(Profile);

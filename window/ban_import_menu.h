@@ -2,4 +2,4 @@
 #pragma once
 
 // Asks for a file and adds its entries to the lists of the shown profile. Ends without a word on any failure.
-void ImportChosenFile();
+void mnuMerrow300_Click();

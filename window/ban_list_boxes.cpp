@@ -40,7 +40,7 @@ void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip) 
     if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Profile, Ip).empty()) AppendBannedIps({Ip});
 }
 
-void ShowNameDetails() {
+void lstBannedNames_Click() {
     const int Selected = lstBannedNames.Selected();
     BannedName Banned;
     BanDetails Details;
@@ -53,7 +53,7 @@ void ShowNameDetails() {
     lblReason.SetText(Details.Reason);
 }
 
-void ShowIpDetails() {
+void lstBannedIps_Click() {
     const int Selected = lstBannedIps.Selected();
     const std::wstring Address = lstBannedIps.Item(Selected);
     const std::wstring Date = Selected >= 0 ? BannedIpDate(mdlVNT::CurrentProfile, Address) : L"";

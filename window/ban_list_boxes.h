@@ -24,8 +24,8 @@ bool BanListsShow(Long Profile);
 void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip);
 
 // Show date and reason of the selected item; empty if none is selected.
-void ShowNameDetails();
-void ShowIpDetails();
+void lstBannedNames_Click();
+void lstBannedIps_Click();
 
-inline constexpr DetailedList BannedNamesList{lstBannedNames, L"lstBannedNames", ShowNameDetails};
-inline constexpr DetailedList BannedIpsList{lstBannedIps, L"lstBannedIps", ShowIpDetails};
+inline constexpr DetailedList BannedNamesList{lstBannedNames, L"lstBannedNames", lstBannedNames_Click};
+inline constexpr DetailedList BannedIpsList{lstBannedIps, L"lstBannedIps", lstBannedIps_Click};

@@ -13,9 +13,9 @@
 namespace {
 
 void RemoveNameWithItem(Long Profile, const std::wstring& Name) {
-    // The list loses the first item that begins so ("[1] Bob" finds "[1] Bobby"), the file exactly the name.
+    // The list loses what FindListItem finds, the file exactly the name.
     if (BanListsShow(Profile))
-        DropItem(lstBannedNames, lstBannedNames.FindPrefix(BannedName::Whole(Trim(Name)).Item()));
+        DropItem(lstBannedNames, FindListItem(lstBannedNames, BannedName::Whole(Trim(Name)).Item()));
     RemoveLinkedName(BanFiles(Profile), Name);
 }
 
@@ -35,7 +35,7 @@ std::wstring RemoveLinkedNames(Long Profile, const std::wstring& Address) {
 
 } // namespace
 
-void AddTypedIp() {
+void cmdAddIp_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     if (txtAddIp.Text().empty()) return;
     const std::wstring Address = Trim(txtAddIp.Text()); // as it will be stored
@@ -50,7 +50,7 @@ void AddTypedIp() {
     ShowMsg(MsgKind::Success, L"IP Address added successfully.", Profile);
 }
 
-void RemoveSelectedIp() {
+void cmdRemoveIp_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstBannedIps.Selected();
     if (Selected < 0) return;
@@ -65,4 +65,4 @@ void RemoveSelectedIp() {
     ShowMsg(MsgKind::Success, Message, Profile);
 }
 
-void SearchIps() { SearchList(BannedIpsList, txtSearchIp.Text(), L"IP Address not found!"); }
+void cmdSearchIp_MouseUp() { SearchList(BannedIpsList, txtSearchIp.Text(), L"IP Address not found!"); }

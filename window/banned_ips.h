@@ -1,6 +1,6 @@
 // The tab "Banned IP Addresses": what its buttons do.
 #pragma once
 
-void AddTypedIp();
-void RemoveSelectedIp();
-void SearchIps();
+void cmdAddIp_MouseUp();
+void cmdRemoveIp_MouseUp();
+void cmdSearchIp_MouseUp();

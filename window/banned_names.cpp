@@ -15,8 +15,8 @@ namespace {
 
 void RemoveIpWithItem(Long Profile, const std::wstring& Address) {
     if (Address.empty()) return; // a damaged link: every item begins with nothing
-    // The list loses the first item that begins with the address, the file exactly the address.
-    if (BanListsShow(Profile)) DropItem(lstBannedIps, lstBannedIps.FindPrefix(Address));
+    // The list loses what FindListItem finds, the file exactly the address.
+    if (BanListsShow(Profile)) DropItem(lstBannedIps, FindListItem(lstBannedIps, Address));
     RemoveLinkedIp(BanFiles(Profile), Address);
 }
 
@@ -43,7 +43,7 @@ BannedName TypedName() {
 
 } // namespace
 
-void AddTypedName() {
+void cmdAddName_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     if (txtBannedName.Text().empty()) return;
     const BannedName Banned = TypedName();
@@ -59,7 +59,7 @@ void AddTypedName() {
     ShowMsg(MsgKind::Success, L"Name added successfully.", Profile);
 }
 
-void RemoveSelectedName() {
+void cmdRemoveName_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstBannedNames.Selected();
     if (Selected < 0) return;
@@ -73,4 +73,4 @@ void RemoveSelectedName() {
     ShowMsg(MsgKind::Success, Message, Profile);
 }
 
-void SearchNames() { SearchList(BannedNamesList, txtSearch.Text(), L"Name not found!"); }
+void cmdSearchName_MouseUp() { SearchList(BannedNamesList, txtSearch.Text(), L"Name not found!"); }

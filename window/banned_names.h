@@ -1,6 +1,6 @@
 // The tab "Banned Names": what its buttons do.
 #pragma once
 
-void AddTypedName();
-void RemoveSelectedName();
-void SearchNames();
+void cmdAddName_MouseUp();
+void cmdRemoveName_MouseUp();
+void cmdSearchName_MouseUp();

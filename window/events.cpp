@@ -32,7 +32,7 @@ void PopUpListMenu() { PopUp(ID_mnuBannned); }
 
 // With players only their rows have a menu.
 void PopUpGridMenu(int Row) {
-    ChooseRow(Row);
+    mfg_MouseDown(Row);
     if (Row >= 0 || !HasPlayerRows()) PopUp(ID_mnuMain);
 }
 
@@ -48,45 +48,45 @@ struct EventRow {
 };
 
 constexpr EventRow EventRows[] = {
-    {ID_mfg, Event::Click, L"mfg_MouseDown", ChooseRow},
+    {ID_mfg, Event::Click, L"mfg_MouseDown", mfg_MouseDown},
     {ID_mfg, Event::RightClick, L"mfg_MouseDown", PopUpGridMenu},
     {ID_mfg, Event::ColumnClick, L"mfg_MouseUp", SortByColumn},
-    {ID_tmrRefresh, Event::Tick, L"tmrRefresh", Plain<RefreshByTimer>},
+    {ID_tmrRefresh, Event::Tick, L"tmrRefresh", Plain<tmrRefresh_Timer>},
     {ID_tmrVN, Event::Tick, L"tmrVN", tmrVN_Timer, ID_tmrVNCount},
 
-    {ID_cmdAddName, Event::Click, L"cmdAddName", Plain<AddTypedName>},
-    {ID_cmdRemoveName, Event::Click, L"cmdRemoveName", Plain<RemoveSelectedName>},
-    {ID_cmdSearchName, Event::Click, L"cmdSearchName", Plain<SearchNames>},
-    {ID_lstBannedNames, Event::Click, L"lstBannedNames", Plain<ShowNameDetails>},
+    {ID_cmdAddName, Event::Click, L"cmdAddName", Plain<cmdAddName_MouseUp>},
+    {ID_cmdRemoveName, Event::Click, L"cmdRemoveName", Plain<cmdRemoveName_MouseUp>},
+    {ID_cmdSearchName, Event::Click, L"cmdSearchName", Plain<cmdSearchName_MouseUp>},
+    {ID_lstBannedNames, Event::Click, L"lstBannedNames", Plain<lstBannedNames_Click>},
     {ID_lstBannedNames, Event::RightClick, L"lstBannedNames", Plain<PopUpListMenu>},
-    {ID_cmdAddIp, Event::Click, L"cmdAddIp", Plain<AddTypedIp>},
-    {ID_cmdRemoveIp, Event::Click, L"cmdRemoveIp", Plain<RemoveSelectedIp>},
-    {ID_cmdSearchIp, Event::Click, L"cmdSearchIp", Plain<SearchIps>},
-    {ID_lstBannedIps, Event::Click, L"lstBannedIps", Plain<ShowIpDetails>},
+    {ID_cmdAddIp, Event::Click, L"cmdAddIp", Plain<cmdAddIp_MouseUp>},
+    {ID_cmdRemoveIp, Event::Click, L"cmdRemoveIp", Plain<cmdRemoveIp_MouseUp>},
+    {ID_cmdSearchIp, Event::Click, L"cmdSearchIp", Plain<cmdSearchIp_MouseUp>},
+    {ID_lstBannedIps, Event::Click, L"lstBannedIps", Plain<lstBannedIps_Click>},
     {ID_lstBannedIps, Event::RightClick, L"lstBannedIps", Plain<PopUpListMenu>},
-    {ID_optMethod, Event::Click, L"optMethod", SaveBanMethod, 2},
-    {ID_chkIdlePunt, Event::Click, L"chkIdlePunt", Plain<SaveIdlePunt>},
-    {ID_txtIdleMax, Event::Change, L"txtIdleMax", Plain<SaveIdleMax>},
-    {ID_chkRefresh, Event::Click, L"chkRefresh", Plain<SaveAutoRefresh>},
-    {ID_txtRefreshInterval, Event::Change, L"txtRefreshInterval", Plain<SaveRefreshInterval>},
-    {ID_lstSlaps, Event::Click, L"lstSlaps", Plain<EndSlapEditing>},
-    {ID_lstSlaps, Event::DblClick, L"lstSlaps", Plain<BeginSlapEditing>},
-    {ID_cmdSlapAdd, Event::Click, L"cmdSlapAdd", Plain<AddTypedSlap>},
-    {ID_cmdSlapEdit, Event::Click, L"cmdSlapEdit", Plain<ReplaceSelectedSlap>},
-    {ID_cmdSlapDelete, Event::Click, L"cmdSlapDelete", Plain<DeleteSelectedSlap>},
+    {ID_optMethod, Event::Click, L"optMethod", optMethod_Click, 2},
+    {ID_chkIdlePunt, Event::Click, L"chkIdlePunt", Plain<chkIdlePunt_Click>},
+    {ID_txtIdleMax, Event::Change, L"txtIdleMax", Plain<txtIdleMax_Change>},
+    {ID_chkRefresh, Event::Click, L"chkRefresh", Plain<chkRefresh_Click>},
+    {ID_txtRefreshInterval, Event::Change, L"txtRefreshInterval", Plain<txtRefreshInterval_Change>},
+    {ID_lstSlaps, Event::Click, L"lstSlaps", Plain<lstSlaps_Click>},
+    {ID_lstSlaps, Event::DblClick, L"lstSlaps", Plain<lstSlaps_DblClick>},
+    {ID_cmdSlapAdd, Event::Click, L"cmdSlapAdd", Plain<cmdSlapAdd_MouseUp>},
+    {ID_cmdSlapEdit, Event::Click, L"cmdSlapEdit", Plain<cmdSlapEdit_MouseUp>},
+    {ID_cmdSlapDelete, Event::Click, L"cmdSlapDelete", Plain<cmdSlapDelete_MouseUp>},
 
-    {ID_mnuPunt, Event::Click, L"mnuPunt", Plain<PuntSelected>},
-    {ID_mnuBan1, Event::Click, L"mnuBan1", Plain<BanSelectedWithReason>},
-    {ID_mnuBan2, Event::Click, L"mnuBan2", Plain<BanSelected>},
-    {ID_mnuSwitch, Event::Click, L"mnuSwitch", Plain<SwitchSelected>},
-    {ID_mnuKill, Event::Click, L"mnuKill", Plain<KillSelected>},
-    {ID_mnuDisarm, Event::Click, L"mnuDisarm", Plain<DisarmSelected>},
-    {ID_mnuKillPerm, Event::Click, L"mnuKillPerm", Plain<KillSelectedPermanently>},
-    {ID_mnuDisarmPerm, Event::Click, L"mnuDisarmPerm", Plain<DisarmSelectedPermanently>},
-    {ID_mnuRearm, Event::Click, L"mnuRearm", Plain<RearmSelected>},
-    {ID_mnuRefresh, Event::Click, L"mnuRefresh", Plain<RefreshByMenu>},
-    {ID_mnuSlapItem, Event::Click, L"mnuSlapItemClick", SlapSelected, ID_mnuSlapItemCount},
-    {ID_mnuMerrow300, Event::Click, L"mnuMerrow300", Plain<ImportChosenFile>},
+    {ID_mnuPunt, Event::Click, L"mnuPunt", Plain<mnuPunt_Click>},
+    {ID_mnuBan1, Event::Click, L"mnuBan1", Plain<mnuBan1_Click>},
+    {ID_mnuBan2, Event::Click, L"mnuBan2", Plain<mnuBan2_Click>},
+    {ID_mnuSwitch, Event::Click, L"mnuSwitch", Plain<mnuSwitch_Click>},
+    {ID_mnuKill, Event::Click, L"mnuKill", Plain<mnuKill_Click>},
+    {ID_mnuDisarm, Event::Click, L"mnuDisarm", Plain<mnuDisarm_Click>},
+    {ID_mnuKillPerm, Event::Click, L"mnuKillPerm", Plain<mnuKillPerm_Click>},
+    {ID_mnuDisarmPerm, Event::Click, L"mnuDisarmPerm", Plain<mnuDisarmPerm_Click>},
+    {ID_mnuRearm, Event::Click, L"mnuRearm", Plain<mnuRearm_Click>},
+    {ID_mnuRefresh, Event::Click, L"mnuRefresh", Plain<mnuRefresh_Click>},
+    {ID_mnuSlapItem, Event::Click, L"mnuSlapItemClick", mnuSlapItem_Click, ID_mnuSlapItemCount},
+    {ID_mnuMerrow300, Event::Click, L"mnuMerrow300", Plain<mnuMerrow300_Click>},
 };
 
 // What Enter and Delete stand for. On a push button Enter stands for a click.

@@ -49,6 +49,8 @@ void RemoveItem(const DetailedList& List, int Item) {
     if (DropItem(List.Box, Item)) SelectAndShow(List, List.Box.Selected());
 }
 
+int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }
+
 bool HasItem(const ListBox& List, TextView Text) {
     const int Count = List.Count();
     for (int Item = 0; Item < Count; ++Item)

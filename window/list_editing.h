@@ -19,6 +19,9 @@ void SelectAndShow(const DetailedList& List, int Item);
 // DropItem saves reading those of each.
 bool DropItem(const ListBox& List, int Item);
 void RemoveItem(const DetailedList& List, int Item);
+// The first item that begins with the text, without regard to case; -1 for none. A longer item that comes
+// first is found too, on purpose: "[1] Bob" finds "[1] Bobby".
+int FindListItem(const ListBox& List, TextView Text);
 // Whether the list has exactly this item.
 bool HasItem(const ListBox& List, TextView Text);
 

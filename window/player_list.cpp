@@ -5,14 +5,14 @@
 #include "window/player_rows.h"
 #include "window/settings_tab.h"
 
-void ChooseRow(int Row) {
+void mfg_MouseDown(int Row) {
     if (Row >= 0)
         SelectPlayerRow(Row);
     else
         ShowSelectedRow(); // a click beside the rows took the highlight away
 }
 
-void RefreshByTimer() {
+void tmrRefresh_Timer() {
     if (!chkRefresh.Checked()) return;
     StartRefreshTimer();
     RefreshGrid();

@@ -83,13 +83,13 @@ void AddToPermanentList(PerProfile<NameList>& List, Long Profile, const std::wst
 
 } // namespace
 
-void PuntSelected() {
+void mnuPunt_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
         if (GameRuns(Profile)) PuntFromSlot(Profile, Player, false, {}, {});
     });
 }
 
-void BanSelectedWithReason() {
+void mnuBan1_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
         if (!GameRuns(Profile)) return;
         const std::wstring Reason = AskForReason(Player);
@@ -100,13 +100,13 @@ void BanSelectedWithReason() {
     });
 }
 
-void BanSelected() {
+void mnuBan2_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
         if (GameRuns(Profile)) PuntFromSlot(Profile, Player, true, {}, AskForPart(Player));
     });
 }
 
-void SwitchSelected() {
+void mnuSwitch_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
         if (Player.Team != 1 && Player.Team != 2) return;
         if (ReadGameState(Profile) != GameState::NoGame) {
@@ -120,39 +120,39 @@ void SwitchSelected() {
     });
 }
 
-void KillSelected() {
+void mnuKill_Click() {
     OnSelectedPlayer(
         [](Long Profile, const ListedPlayer& Player) { KillPlayer(Profile, Player.Name, true); });
 }
 
-void DisarmSelected() {
+void mnuDisarm_Click() {
     OnSelectedPlayer(
         [](Long Profile, const ListedPlayer& Player) { ArmPlayer(Profile, Player.Name, L"Disarm", true); });
 }
 
-void RearmSelected() {
+void mnuRearm_Click() {
     OnSelectedPlayer(
         [](Long Profile, const ListedPlayer& Player) { ArmPlayer(Profile, Player.Name, L"Rearm", true); });
 }
 
-void KillSelectedPermanently() {
+void mnuKillPerm_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
         AddToPermanentList(mdlVNT::KillPermList, Profile, Player.Name);
     });
 }
 
-void DisarmSelectedPermanently() {
+void mnuDisarmPerm_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
         AddToPermanentList(mdlVNT::DisarmPermList, Profile, Player.Name);
     });
 }
 
-void SlapSelected(int Message) {
+void mnuSlapItem_Click(int Message) {
     OnSelectedPlayer(
         [&](Long Profile, const ListedPlayer& Player) { SendSlap(Profile, Player.Name, SlapItem(Message)); });
 }
 
-void RefreshByMenu() {
+void mnuRefresh_Click() {
     const Hourglass WhileItRuns;
     RefreshGrid();
 }

@@ -1,15 +1,15 @@
 // What the grid's pop-up menu does with the player in the selected row. Without one, nothing happens.
 #pragma once
 
-void PuntSelected();
-void BanSelectedWithReason(); // asks for the reason; an empty one bans nobody
-void BanSelected();
-void SwitchSelected();
-void KillSelected();
-void DisarmSelected();
-void RearmSelected();
+void mnuPunt_Click();
+void mnuBan1_Click(); // asks for the reason; an empty one bans nobody
+void mnuBan2_Click();
+void mnuSwitch_Click();
+void mnuKill_Click();
+void mnuDisarm_Click();
+void mnuRearm_Click();
 // Error 457 if the player is in the permanent list already.
-void KillSelectedPermanently();
-void DisarmSelectedPermanently();
-void SlapSelected(int Message); // from 0; error 9 if there is no such message
-void RefreshByMenu();
+void mnuKillPerm_Click();
+void mnuDisarmPerm_Click();
+void mnuSlapItem_Click(int Message); // from 0; error 9 if there is no such message
+void mnuRefresh_Click();

@@ -52,13 +52,15 @@ void ShowSettings(Long Profile) {
     txtRefreshInterval.SetText(Stored ? ReadValidSetting(Profile, Settings::RefreshInterval) : L"30");
 }
 
-void SaveBanMethod(int Method) { WriteSetting(mdlVNT::CurrentProfile, Settings::BanMethod, ToText(Method)); }
+void optMethod_Click(int Method) {
+    WriteSetting(mdlVNT::CurrentProfile, Settings::BanMethod, ToText(Method));
+}
 
-void SaveIdlePunt() { SaveSwitch(Settings::IdlePunt, chkIdlePunt); }
+void chkIdlePunt_Click() { SaveSwitch(Settings::IdlePunt, chkIdlePunt); }
 
-void SaveIdleMax() { SaveNumber(Settings::IdleMax, txtIdleMax); }
+void txtIdleMax_Change() { SaveNumber(Settings::IdleMax, txtIdleMax); }
 
-void SaveAutoRefresh() {
+void chkRefresh_Click() {
     SaveSwitch(Settings::AutoRefresh, chkRefresh);
     if (chkRefresh.Checked())
         StartRefreshTimer();
@@ -66,4 +68,4 @@ void SaveAutoRefresh() {
         tmrRefresh.Stop();
 }
 
-void SaveRefreshInterval() { SaveNumber(Settings::RefreshInterval, txtRefreshInterval); }
+void txtRefreshInterval_Change() { SaveNumber(Settings::RefreshInterval, txtRefreshInterval); }

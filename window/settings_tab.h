@@ -8,11 +8,11 @@
 void ShowSettings(Long Profile);
 
 // Each stores what its control shows now; a number box with another text stores nothing.
-void SaveBanMethod(int Method); // 0 command line, 1 kernel driver
-void SaveIdlePunt();
-void SaveIdleMax();
-void SaveAutoRefresh(); // also starts or stops the refresh timer
-void SaveRefreshInterval();
+void optMethod_Click(int Method); // 0 command line, 1 kernel driver
+void chkIdlePunt_Click();
+void txtIdleMax_Change();
+void chkRefresh_Click(); // also starts or stops the refresh timer
+void txtRefreshInterval_Change();
 
 // The milliseconds that a text in the "Secs." box stands for; half a minute if it is no number of at least 1.
 Long RefreshMilliseconds(TextView Seconds);

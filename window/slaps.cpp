@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr DetailedList SlapsList{lstSlaps, L"lstSlaps", EndSlapEditing};
+constexpr DetailedList SlapsList{lstSlaps, L"lstSlaps", lstSlaps_Click};
 
 // The list as the file has it now: what was typed may be stored otherwise (blanks at its ends are lost), and
 // remote consoles change it, too. Past the end the last message is selected.
@@ -44,19 +44,19 @@ void ClearSlapTab() {
     SetSlapItems({});
 }
 
-void BeginSlapEditing() {
+void lstSlaps_DblClick() {
     const int Selected = lstSlaps.Selected();
     if (Selected < 0) return;
     txtSlap.SetText(lstSlaps.Item(Selected));
     cmdSlapEdit.Enable(true);
 }
 
-void EndSlapEditing() {
+void lstSlaps_Click() {
     txtSlap.SetText(L"");
     cmdSlapEdit.Enable(false);
 }
 
-void AddTypedSlap() {
+void cmdSlapAdd_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     const std::wstring Message = txtSlap.Text();
     if (Message.empty()) return;
@@ -67,7 +67,7 @@ void AddTypedSlap() {
     ShowMsg(MsgKind::Success, L"Slap message added successfully.", Profile);
 }
 
-void ReplaceSelectedSlap() {
+void cmdSlapEdit_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     const std::wstring Message = txtSlap.Text();
     const int Selected = lstSlaps.Selected();
@@ -78,14 +78,14 @@ void ReplaceSelectedSlap() {
         ShowStoredSlaps(Profile, Selected);
         LoadSlapMenu(Profile);
     }
-    EndSlapEditing(); // or Enter would add the message once more
+    lstSlaps_Click(); // or Enter would add the message once more
 }
 
-void DeleteSelectedSlap() {
+void cmdSlapDelete_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstSlaps.Selected();
     if (Selected < 0) Fail(ErrorNumber::InvalidCall);
-    if (cmdSlapEdit.Enabled()) EndSlapEditing(); // what was being edited may be gone
+    if (cmdSlapEdit.Enabled()) lstSlaps_Click(); // what was being edited may be gone
     DeleteSlap(Profile, lstSlaps.Item(Selected), static_cast<std::size_t>(Selected));
     ShowStoredSlaps(Profile, Selected);
     LoadSlapMenu(Profile);

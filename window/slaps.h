@@ -11,9 +11,9 @@ void LoadSlapMenu(Long Profile) noexcept;
 void ClearSlapTab();
 
 // The selected message goes into the edit box, and "Edit Slap" becomes enabled.
-void BeginSlapEditing();
-void EndSlapEditing();
-void AddTypedSlap();
-void ReplaceSelectedSlap();
+void lstSlaps_DblClick();
+void lstSlaps_Click();
+void cmdSlapAdd_MouseUp();
+void cmdSlapEdit_MouseUp();
 // Error 5 if nothing is selected.
-void DeleteSelectedSlap();
+void cmdSlapDelete_MouseUp();
