@@ -91,9 +91,9 @@ void AddLine(Import& Running, const std::wstring& Line) {
 
 } // namespace
 
-ImportCounts ImportBanFile(Long Profile, TextView Path, std::vector<ImportedEntry>& Added,
+ImportCounts ImportBanFile(const BanFiles& Files, TextView Path, std::vector<ImportedEntry>& Added,
                            const Progress& GoOn) {
-    Import Running{BanFiles(Profile), TimeStamp(), {}, Added};
+    Import Running{Files, TimeStamp(), {}, Added};
     const Lines File = FileHelper::ReadFile(Path);
     Long Done = 0;
     for (const std::wstring& Line : File) {

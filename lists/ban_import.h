@@ -3,6 +3,7 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "lists/ban_lists.h"
 #include "lists/progress.h"
 
 struct ImportCounts {
@@ -22,7 +23,7 @@ struct ImportedEntry {
 //
 // Counts what it found up to where GoOn ended it. Fails with error 5 at a line whose name or reason field is
 // empty, else as the helpers do.
-ImportCounts ImportBanFile(Long Profile, TextView Path, std::vector<ImportedEntry>& Added,
+ImportCounts ImportBanFile(const BanFiles& Files, TextView Path, std::vector<ImportedEntry>& Added,
                            const Progress& GoOn = {});
 
 // The summary shown at the end.

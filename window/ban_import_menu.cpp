@@ -11,8 +11,8 @@
 
 namespace {
 
-void ShowAdded(Long Profile, const std::vector<ImportedEntry>& Added) {
-    if (!BanListsShow(Profile)) return;
+void ShowAdded(const BanFiles& Files, const std::vector<ImportedEntry>& Added) {
+    if (!BanListsShow(Files)) return;
     Lines Names, Ips;
     for (const ImportedEntry& Entry : Added) (Entry.IsName ? Names : Ips).push_back(Entry.Item);
     AppendBannedNames(Names);
@@ -20,17 +20,17 @@ void ShowAdded(Long Profile, const std::vector<ImportedEntry>& Added) {
 }
 
 // The summary; nothing when the import broke off. What was written by then is in the lists all the same.
-std::optional<std::wstring> Import(Long Profile, TextView Path) {
+std::optional<std::wstring> Import(const BanFiles& Files, TextView Path) {
     const Hourglass WhileItRuns;
     LongWork Work(L"Importing the ban file...");
     std::vector<ImportedEntry> Added;
     std::optional<std::wstring> Summary;
     try {
-        const ImportCounts Counts = ImportBanFile(Profile, Path, Added, Work.GoOn());
+        const ImportCounts Counts = ImportBanFile(Files, Path, Added, Work.GoOn());
         Summary = ImportSummary(Counts) + Work.Note();
     } catch (...) { // NOLINT(bugprone-empty-catch): a malformed line ends the import silently
     }
-    ShowAdded(Profile, Added);
+    ShowAdded(Files, Added);
     return Summary;
 }
 
@@ -38,12 +38,12 @@ std::optional<std::wstring> Import(Long Profile, TextView Path) {
 
 void mnuMerrow300_Click() {
     try {
-        const Long Profile = mdlVNT::CurrentProfile;
-        EnsureSettingsFolder(Profile);
+        const BanFiles Files(mdlVNT::CurrentProfile);
+        EnsureSettingsFolder(Files.Profile);
         const std::optional<std::wstring> Path =
             Platform::AskOpenFile(L"Locate Merrows OstraSM Ban File", L"Text Documents (*.txt)|*.txt");
         if (!Path || Path->empty()) return;
-        if (const auto Summary = Import(Profile, *Path)) ShowMsg(MsgKind::Success, *Summary, Profile);
+        if (const auto Summary = Import(Files, *Path)) ShowMsg(MsgKind::Success, *Summary, Files.Profile);
     } catch (...) { // NOLINT(bugprone-empty-catch): silently as well
     }
 }

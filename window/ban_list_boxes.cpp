@@ -31,10 +31,12 @@ void AppendBannedNames(const Lines& Items) {
 
 void AppendBannedIps(const Lines& Addresses) { lstBannedIps.Append(Addresses); }
 
-bool BanListsShow(Long Profile) { return Profile == mdlVNT::CurrentProfile; }
+bool BanListsShow(const BanFiles& Files) {
+    return Files.Profile == mdlVNT::CurrentProfile && Files.Folder == mdlVNT::SettingsFolder(Files.Profile);
+}
 
 void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip) {
-    if (!BanListsShow(Profile)) return;
+    if (!BanListsShow(BanFiles(Profile))) return;
     if (!HasItem(lstBannedNames, Banned.Item()) && !BannedNameDetails(Profile, Banned).Date.empty())
         AppendBannedNames({Banned.Item()});
     if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Profile, Ip).empty()) AppendBannedIps({Ip});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/failure.h"
+#include "lists/ban_lists.h"
 #include "lists/banned_name.h"
 #include "window/controls.h"
 #include "window/list_editing.h"
@@ -17,8 +18,9 @@ void ClearBanLists();
 void AppendBannedNames(const Lines& Items);
 void AppendBannedIps(const Lines& Addresses);
 
-// Whether the boxes still show this profile: another one may have been loaded while a box was open.
-bool BanListsShow(Long Profile);
+// Whether the boxes still show the profile with these files: another one, or one with the same index, may
+// have been loaded while a box was open.
+bool BanListsShow(const BanFiles& Files);
 
 // Append what a ban has stored for a player, unless the lists have it already or show another profile.
 void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip);

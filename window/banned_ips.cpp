@@ -12,21 +12,20 @@
 
 namespace {
 
-void RemoveNameWithItem(Long Profile, const std::wstring& Name) {
+void RemoveNameWithItem(const BanFiles& Files, const std::wstring& Name) {
     // The list loses what FindListItem finds, the file exactly the name.
-    if (BanListsShow(Profile))
+    if (BanListsShow(Files))
         DropItem(lstBannedNames, FindListItem(lstBannedNames, BannedName::Whole(Trim(Name)).Item()));
-    RemoveLinkedName(BanFiles(Profile), Name);
+    RemoveLinkedName(Files, Name);
 }
 
 // Returns what to add to the message.
-std::wstring RemoveLinkedNames(Long Profile, const std::wstring& Address) {
+std::wstring RemoveLinkedNames(const BanFiles& Files, const std::wstring& Address) {
     LongWork Work(L"Removing the associated names...");
     FirstFailure Failed;
     Failed.Try([&] {
         UnlinkAddress(
-            BanFiles(Profile), Address, [&](const std::wstring& Name) { RemoveNameWithItem(Profile, Name); },
-            Work.GoOn());
+            Files, Address, [&](const std::wstring& Name) { RemoveNameWithItem(Files, Name); }, Work.GoOn());
     });
     SelectAndShow(BannedNamesList, lstBannedNames.Selected());
     Failed.Throw();
@@ -54,14 +53,15 @@ void cmdRemoveIp_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstBannedIps.Selected();
     if (Selected < 0) return;
+    const BanFiles Files(Profile); // also after the question, whatever the host has loaded meanwhile
     const std::wstring Address = lstBannedIps.Item(Selected);
-    RemoveBannedIp(BanFiles(Profile), Address);
+    RemoveBannedIp(Files, Address);
     mdlVNT::IpListChanged(Profile) = true;
     RemoveItem(BannedIpsList, Selected);
     std::wstring Message = L"IP Address Removed Successfully.";
     if (Platform::AskYesNo(L"Would you like to remove all associated names with this IP Address aswell?",
                            L"Remove Banned IP Address", Platform::Answer::No))
-        Message += RemoveLinkedNames(Profile, Address);
+        Message += RemoveLinkedNames(Files, Address);
     ShowMsg(MsgKind::Success, Message, Profile);
 }
 

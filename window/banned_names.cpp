@@ -13,21 +13,20 @@
 
 namespace {
 
-void RemoveIpWithItem(Long Profile, const std::wstring& Address) {
+void RemoveIpWithItem(const BanFiles& Files, const std::wstring& Address) {
     if (Address.empty()) return; // a damaged link: every item begins with nothing
     // The list loses what FindListItem finds, the file exactly the address.
-    if (BanListsShow(Profile)) DropItem(lstBannedIps, FindListItem(lstBannedIps, Address));
-    RemoveLinkedIp(BanFiles(Profile), Address);
+    if (BanListsShow(Files)) DropItem(lstBannedIps, FindListItem(lstBannedIps, Address));
+    RemoveLinkedIp(Files, Address);
 }
 
 // Returns what to add to the message.
-std::wstring RemoveLinkedIps(Long Profile, const std::wstring& Name) {
+std::wstring RemoveLinkedIps(const BanFiles& Files, const std::wstring& Name) {
     LongWork Work(L"Removing the associated IP Addresses...");
     FirstFailure Failed;
     Failed.Try([&] {
         UnlinkName(
-            BanFiles(Profile), Name, [&](const std::wstring& Address) { RemoveIpWithItem(Profile, Address); },
-            Work.GoOn());
+            Files, Name, [&](const std::wstring& Address) { RemoveIpWithItem(Files, Address); }, Work.GoOn());
     });
     SelectAndShow(BannedIpsList, lstBannedIps.Selected());
     Failed.Throw();
@@ -64,12 +63,13 @@ void cmdRemoveName_MouseUp() {
     const int Selected = lstBannedNames.Selected();
     if (Selected < 0) return;
     const BannedName Banned = BannedName::OfItem(lstBannedNames.Item(Selected));
-    RemoveBannedName(BanFiles(Profile), Banned);
+    const BanFiles Files(Profile); // also after the question, whatever the host has loaded meanwhile
+    RemoveBannedName(Files, Banned);
     RemoveItem(BannedNamesList, Selected);
     std::wstring Message = L"Name Removed Successfully.";
     if (Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
                            L"Remove Banned Name", Platform::Answer::No))
-        Message += RemoveLinkedIps(Profile, Banned.Name);
+        Message += RemoveLinkedIps(Files, Banned.Name);
     ShowMsg(MsgKind::Success, Message, Profile);
 }
 

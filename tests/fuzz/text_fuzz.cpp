@@ -143,7 +143,7 @@ void ImportedFile(Input& From) {
     std::vector<ImportedEntry> Added;
     Run("import", MostCalls, 0, [&] {
         try {
-            const ImportCounts Counts = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
+            const ImportCounts Counts = ImportBanFile(BanFiles(TestProfile), L"C:\\bans.txt", Added);
             Require(Counts.Found == Counts.Added + Counts.Skipped, "what is found is added or skipped");
             Require(static_cast<std::size_t>(Counts.Added) == Added.size(), "what is added is shown");
         } catch (const Failure&) { // a line that is none of a ban file ends the import

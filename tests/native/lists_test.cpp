@@ -181,7 +181,7 @@ TEST(Import, CountsAddsAndLinks) {
                                           ForeignLine(L"", L";", L"x;") + L"\r\n" +
                                           ForeignLine(L"not an address", L";", L"x;") + L"\r\n");
     std::vector<ImportedEntry> Added;
-    const ImportCounts Counts = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
+    const ImportCounts Counts = ImportBanFile(BanFiles(TestProfile), L"C:\\bans.txt", Added);
     EXPECT_EQ(ImportSummary(Counts),
               L"Ban File Parsed Successfully\r\n\r\nTotal Items Found: 6\r\nTotal Items Added: 5\r\n"
               L"Total Items Skipped: 1\r\nTotal Invalid Items: 1");
@@ -193,10 +193,10 @@ TEST(Import, CountsAddsAndLinks) {
     EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
     EXPECT_EQ(Added.size(), 5u);
     // Again: names are refreshed, addresses skipped.
-    EXPECT_EQ(ImportBanFile(TestProfile, L"C:\\bans.txt", Added).Skipped, 3);
+    EXPECT_EQ(ImportBanFile(BanFiles(TestProfile), L"C:\\bans.txt", Added).Skipped, 3);
     // A name that no list can hold does not save its address.
     Outside::PutFile(L"C:\\bans.txt", ForeignLine(L"10.0.0.9", L"[clan]Eve;", L"x;") + L"\r\n");
-    const ImportCounts Clan = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
+    const ImportCounts Clan = ImportBanFile(BanFiles(TestProfile), L"C:\\bans.txt", Added);
     EXPECT_EQ(Clan.Added + Clan.Invalid * 10, 11);
     EXPECT_EQ(GetBannedIps(TestProfile)->back(), L"10.0.0.9");
 }
@@ -227,7 +227,7 @@ TEST(Import, TheSamplesShowWhatIsSaidOfThem) {
         std::vector<ImportedEntry> Added;
         std::optional<ImportCounts> Counts;
         try {
-            Counts = ImportBanFile(TestProfile, L"C:\\bans.txt", Added);
+            Counts = ImportBanFile(BanFiles(TestProfile), L"C:\\bans.txt", Added);
         } catch (const Failure&) { // ends it
         }
         EXPECT_EQ(Counts, Tried.Counts) << Tried.File;
