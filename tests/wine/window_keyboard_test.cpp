@@ -197,4 +197,19 @@ TEST_F(RealWindow, OnlyTypingStoresASetting) {
     EXPECT_EQ(Outside::FileText(PlayersIni), L"[IdleMax]\r\nServer1=7\r\n");
 }
 
+TEST_F(RealWindow, TabBringsTheTabStripIntoSightNotTheEndOfItsPage) {
+    const HWND Frame = GetParent(At(ID_mfg));
+    MoveWindow(Frame, 0, 0, 300, 150, TRUE);
+    SetFocus(At(ID_mfg));
+    Press(VK_TAB);
+    Pump();
+    ASSERT_EQ(GetFocus(), At(ID_stMain));
+    RECT Strip{};
+    GetWindowRect(At(ID_stMain), &Strip);
+    MapWindowPoints(nullptr, Frame, reinterpret_cast<POINT*>(&Strip), 2);
+    EXPECT_GE(Strip.top, 0);
+    EXPECT_LT(Strip.top, 100);
+    EXPECT_GE(Strip.left, 0);
+}
+
 } // namespace

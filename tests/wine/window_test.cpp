@@ -205,7 +205,8 @@ TEST_F(RealWindow, TheWheelScrollsAWindowThatIsTooSmall) {
     RECT Before{}, After{};
     GetWindowRect(At(ID_mfg), &Before);
     for (const int Notches : {-1, 1}) {
-        SendMessageW(At(ID_stMain), WM_MOUSEWHEEL, MAKEWPARAM(0, Notches * WHEEL_DELTA), 0);
+        PostMessageW(At(ID_lstBannedNames), WM_MOUSEWHEEL, MAKEWPARAM(0, Notches * WHEEL_DELTA), 0);
+        Pump();
         GetWindowRect(At(ID_mfg), &After);
         EXPECT_EQ(After.top < Before.top, Notches < 0);
     }

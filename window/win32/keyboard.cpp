@@ -41,6 +41,12 @@ bool IsKept(const MSG& Message) noexcept {
     return Focused == Kind::Text && EditKeys.find(static_cast<wchar_t>(Key)) != TextView::npos;
 }
 
+// Some controls swallow the wheel although they have nothing to scroll; the window may have.
+bool TurnsWheelInVain(const MSG& Message) noexcept {
+    return Message.message == WM_MOUSEWHEEL && IsChild(FrameWindow(), Message.hwnd) &&
+           (GetWindowLongW(Message.hwnd, GWL_STYLE) & WS_VSCROLL) == 0;
+}
+
 // Only a message that is really taken counts: a host may look at one several times before.
 LRESULT CALLBACK OnMessageTaken(int Code, WPARAM Taken, LPARAM L) noexcept {
     const Module::Entry Guard;
@@ -49,6 +55,8 @@ LRESULT CALLBACK OnMessageTaken(int Code, WPARAM Taken, LPARAM L) noexcept {
         IsKept(Message) && !MenuIsOpen() &&
         PostMessageW(FrameWindow(), KeyOfOurs, Message.wParam, Message.lParam))
         Message.message = WM_NULL;
+    else if (TurnsWheelInVain(Message))
+        Message.hwnd = FrameWindow();
     return CallNextHookEx(Hook, Code, Taken, L);
 }
 

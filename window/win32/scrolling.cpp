@@ -45,6 +45,12 @@ void MoveControl(const Placed& Control) {
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
+// How far to scroll so that a stretch of the layout comes into sight; of one that is too long its beginning,
+// as the tabs are above their page.
+LONG Hidden(LONG From, LONG To, LONG Visible) noexcept {
+    return From < 0 ? From : std::clamp<LONG>(To - Visible, 0, From);
+}
+
 int Asked(const SCROLLINFO& Bar, WORD Request, int Step) noexcept {
     switch (Request) {
     case SB_LINEUP: return Bar.nPos - Step;
@@ -102,10 +108,8 @@ void ScrollTo(HWND Control) noexcept {
     GetWindowRect(Control, &Box);
     MapWindowPoints(nullptr, FrameWindow(), reinterpret_cast<POINT*>(&Box), 2);
     const POINT Before = Offset;
-    if (Box.right > Area.right) Offset.x += Box.right - Area.right;
-    if (Box.left < 0) Offset.x += Box.left;
-    if (Box.bottom > Area.bottom) Offset.y += Box.bottom - Area.bottom;
-    if (Box.top < 0) Offset.y += Box.top;
+    Offset.x += Hidden(Box.left, Box.right, Area.right);
+    Offset.y += Hidden(Box.top, Box.bottom, Area.bottom);
     if (Before.x != Offset.x || Before.y != Offset.y) ApplyLayout();
 }
 
