@@ -18,8 +18,8 @@ public:
     Entry& operator=(const Entry&) = delete;
 
 private:
-    std::uint16_t X87;
-    std::uint32_t Sse;
+    std::uint16_t X87 = 0;
+    std::uint32_t Sse = 0;
 };
 
 // Has the action run whenever the last call leaves the DLL: for what must wait until nothing of ours is on

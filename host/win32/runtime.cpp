@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <iterator>
 
 namespace {
 
@@ -10,28 +11,56 @@ namespace {
 // word. Nothing else in our DLLs asks by this function.
 HMODULE WINAPI NoModule(const char*) { return nullptr; }
 
+// The run-time makes a semaphore for each lock of its own, and closes none when the DLL goes.
+HANDLE Semaphores[16];
+LONG SemaphoreCount = 0;
+
+HANDLE WINAPI MakeSemaphore(SECURITY_ATTRIBUTES*, LONG First, LONG Most, const wchar_t*) {
+    const HANDLE Made = CreateSemaphoreA(nullptr, First, Most, nullptr);
+    const LONG At = InterlockedIncrement(&SemaphoreCount) - 1;
+    if (At < static_cast<LONG>(std::size(Semaphores))) Semaphores[At] = Made;
+    return Made;
+}
+
 } // namespace
+
+// The run-time's store for exceptions that find no memory, some 19 KB: its own way to give it back.
+namespace __gnu_cxx { // NOLINT(bugprone-reserved-identifier)
+void __freeres();     // NOLINT(bugprone-reserved-identifier)
+}
 
 extern "C" {
 
 extern decltype(&NoModule) const ModuleSlot asm("__imp__GetModuleHandleA@4");
 decltype(&NoModule) const ModuleSlot = NoModule;
+extern decltype(&MakeSemaphore) const SemaphoreSlot asm("__imp__CreateSemaphoreW@16");
+decltype(&MakeSemaphore) const SemaphoreSlot = MakeSemaphore;
 
-// The guard of the stack. The run-time's own loads a cryptographic provider under the loader lock.
-std::uintptr_t __stack_chk_guard = 0x5AFE7A11;
+// After all destructors of ours.
+__attribute__((destructor(101))) void GiveBack() {
+    __gnu_cxx::__freeres();
+    for (const HANDLE Semaphore : Semaphores)
+        if (Semaphore != nullptr) CloseHandle(Semaphore);
+}
 
-__attribute__((constructor, optimize("no-stack-protector"))) void ChooseStackGuard() {
+// The guard of the stack, under the names that the compiler calls. The run-time's own loads a cryptographic
+// provider under the loader lock.
+extern std::uintptr_t StackGuard asm("___stack_chk_guard");
+std::uintptr_t StackGuard = 0x5AFE7A11;
+
+__attribute__((constructor, no_stack_protector)) void ChooseStackGuard() {
     LARGE_INTEGER Counter;
     FILETIME Time;
     QueryPerformanceCounter(&Counter);
     GetSystemTimeAsFileTime(&Time);
     // The lowest byte stays 0: it ends a text that would be copied over the guard.
-    __stack_chk_guard = (Counter.LowPart * 2654435761U ^ Time.dwLowDateTime ^ GetCurrentProcessId() << 16 ^
-                         reinterpret_cast<std::uintptr_t>(&Counter))
-                        << 8;
+    StackGuard = (Counter.LowPart * 2654435761U ^ Time.dwLowDateTime ^ GetCurrentProcessId() << 16 ^
+                  reinterpret_cast<std::uintptr_t>(&Counter))
+                 << 8;
 }
 
-[[noreturn]] void __stack_chk_fail() {
+[[noreturn]] void StackIsDamaged() asm("___stack_chk_fail");
+void StackIsDamaged() {
     constexpr UINT StackBufferOverrun = 0xC0000409;
     TerminateProcess(GetCurrentProcess(), StackBufferOverrun);
     __builtin_unreachable();

@@ -12,16 +12,21 @@ namespace {
 
 constexpr const wchar_t* ProgramIdentifiers[] = {L"qrvMFM.clsMFD", L"qrvGMF.clsMemory"};
 
-// One for each helper object, for the life of the process.
 class Wrapper final : public IDispatch {
 public:
     explicit Wrapper(IDispatch* Wrapped) : Real(Wrapped) {}
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID Wanted, void** Object) override {
         *Object = Wanted == IID_IUnknown || Wanted == IID_IDispatch ? this : nullptr;
-        return *Object != nullptr ? S_OK : E_NOINTERFACE;
+        if (*Object == nullptr) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++References; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG Left = --References;
+        if (Left == 0) delete this;
+        return Left;
+    }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* Number) override {
         return Real->GetTypeInfoCount(Number);
     }
@@ -41,11 +46,14 @@ public:
     }
 
 private:
+    ~Wrapper() { Real->Release(); }
+
     IDispatch* Real;
+    ULONG References = 1;
     std::map<DISPID, std::wstring> Names;
 };
 
-// Creates the one wrapper of a class.
+// Creates the wrappers of a class.
 class Factory final : public IClassFactory {
 public:
     explicit Factory(const CLSID& Wrapped) : Class(Wrapped) {}
@@ -59,7 +67,10 @@ public:
         IDispatch* Real = nullptr;
         const HRESULT Result = CreateReal(&Real);
         if (FAILED(Result)) return Result;
-        return (new Wrapper(Real))->QueryInterface(Wanted, Object);
+        auto* const Made = new Wrapper(Real);
+        const HRESULT Asked = Made->QueryInterface(Wanted, Object);
+        Made->Release();
+        return Asked;
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 

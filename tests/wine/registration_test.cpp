@@ -116,8 +116,12 @@ TEST(Loading, LeavesNothingInTheProcess) {
     const std::wstring Path = PluginPath();
     FreeLibrary(LoadLibraryW(Path.c_str()));
     const DWORD Before = NextIndex();
+    DWORD HandlesBefore = 0, HandlesAfter = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &HandlesBefore);
     for (int Cycle = 0; Cycle < 50; ++Cycle) FreeLibrary(LoadLibraryW(Path.c_str()));
+    GetProcessHandleCount(GetCurrentProcess(), &HandlesAfter);
     EXPECT_EQ(NextIndex(), Before);
+    EXPECT_EQ(HandlesAfter, HandlesBefore);
 }
 
 TEST_F(Dll, VersionResourceIsTheVersionThatItTells) {
