@@ -94,11 +94,10 @@ void Scroll(int Bar, WPARAM Request) noexcept {
 void ScrollByWheel(WPARAM Turn) noexcept {
     UINT Lines = 3;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &Lines, 0);
-    const int Notches = GET_WHEEL_DELTA_WPARAM(Turn) / WHEEL_DELTA;
-    const WPARAM Request = Notches > 0 ? SB_LINEUP : SB_LINEDOWN;
     // A wheel that scrolls by pages asks for more lines than there are.
-    for (int Line = std::abs(Notches) * static_cast<int>(std::min(Lines, 10u)); Line > 0; --Line)
-        Scroll(SB_VERT, Request);
+    const int Notch = static_cast<int>(std::min(Lines, 10u)) * Measure::LineHeight();
+    Offset.y -= GET_WHEEL_DELTA_WPARAM(Turn) * Notch / WHEEL_DELTA;
+    ApplyLayout();
 }
 
 void ScrollTo(HWND Control) noexcept {
