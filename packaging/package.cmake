@@ -3,7 +3,7 @@
 #   qrvVNT-<version>-setup.exe    the plug-in and its help, put into a host's folder and registered
 #   qrvVNT-<version>.zip          the same files, the documents, and the sandbox, ready to be started
 #
-# `./package.sh` builds both. The component "plugin" is laid out below the host's base folder.
+# `./package.sh` builds both, and a ZIP of the tests. The component "plugin" is laid out below the host's base folder.
 add_subdirectory(${CMAKE_SOURCE_DIR}/sandbox/samples ${CMAKE_BINARY_DIR}/sandbox/samples)
 if(NOT WIN32)
   return()
