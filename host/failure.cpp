@@ -1,3 +1,4 @@
+// Descriptions of error numbers, and the one catch ladder.
 #include "host/failure.h"
 
 #include <exception>

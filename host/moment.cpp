@@ -1,3 +1,4 @@
+// Dates and times as texts.
 #include "host/moment.h"
 
 std::wstring DateText(const Moment& When) {

@@ -1,3 +1,4 @@
+// Text and number rules.
 #include "host/text.h"
 
 #include <algorithm>

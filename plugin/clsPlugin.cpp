@@ -1,3 +1,4 @@
+// The members of clsPlugin, each a guarded and trapped call into the logic.
 #include "plugin/clsPlugin.h"
 
 #include <new>
@@ -24,13 +25,13 @@ bool IsStarted = false;
 
 // Every member that can fail goes through here: its failure is reported under its name, and the host never
 // sees it.
-template <class F> HRESULT Answer(TextView Name, Long Index, F&& Member) noexcept {
+template <class F> HRESULT Run(TextView Name, Long Index, F&& Member) noexcept {
     const Module::Entry Guard;
     Trapped(Name, Index, std::forward<F>(Member));
     return S_OK;
 }
 
-HRESULT AnswerLong(const RemoteMember<Long>& Member, LONG Index, const VARIANT& PDAT, const VARIANT& Data,
+HRESULT RunForLong(const RemoteMember<Long>& Member, LONG Index, const VARIANT& PDAT, const VARIANT& Data,
                    LONG* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     const Module::Entry Guard;
@@ -144,7 +145,7 @@ HRESULT clsPlugin::Invoke(DISPID Id, REFIID, LCID, WORD Flags, DISPPARAMS* Param
 HRESULT clsPlugin::dllVersion(BSTR PNAME, BSTR* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     *Result = nullptr;
-    return Answer(L"dllVersion", 0, [&] {
+    return Run(L"dllVersion", 0, [&] {
         mdlVNT::HostName = TextOf(PNAME);
         *Result = Bstr(mdlVNT::Version).Detach();
     });
@@ -154,30 +155,30 @@ HRESULT clsPlugin::GetData(PLUGIN* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     // Zero is a valid record: null strings, empty Variants, False.
     *Result = PLUGIN{};
-    return Answer(L"GetData", 0, [&] { FillDescriptor(*Result); });
+    return Run(L"GetData", 0, [&] { FillDescriptor(*Result); });
 }
 
 HRESULT clsPlugin::GetPrivis(VARIANT* Result) noexcept {
     if (Result == nullptr) return E_POINTER;
     VariantInit(Result);
-    return Answer(L"GetPrivis", 0, [&] { *Result = ArrayOfTexts(Descriptor::Privileges); });
+    return Run(L"GetPrivis", 0, [&] { *Result = ArrayOfTexts(Descriptor::Privileges); });
 }
 
 HRESULT clsPlugin::LoadInterface(LONG Index, LONG pHwnd, VARIANT PDAT, BSTR) noexcept {
     if (Index == 0) return S_OK; // before anything is looked at
-    return Answer(L"LoadInterface", Index, [&] { ::LoadInterface(Index, pHwnd, PdatFrom(PDAT)); });
+    return Run(L"LoadInterface", Index, [&] { ::LoadInterface(Index, pHwnd, PdatFrom(PDAT)); });
 }
 
 HRESULT clsPlugin::UnLoadInterface(BSTR) noexcept {
-    return Answer(L"UnLoadInterface", mdlVNT::CurrentProfile, ::UnLoadInterface);
+    return Run(L"UnLoadInterface", mdlVNT::CurrentProfile, ::UnLoadInterface);
 }
 
 HRESULT clsPlugin::DisableProfile(LONG Index) noexcept {
-    return Answer(L"DisableProfile", Index, [&] { ::DisableProfile(Index); });
+    return Run(L"DisableProfile", Index, [&] { ::DisableProfile(Index); });
 }
 
 HRESULT clsPlugin::HideInterface(BSTR) noexcept {
-    return Answer(L"HideInterface", mdlVNT::CurrentProfile, ::HideInterface);
+    return Run(L"HideInterface", mdlVNT::CurrentProfile, ::HideInterface);
 }
 
 HRESULT clsPlugin::GetPlayersRem(LONG Index, VARIANT PDAT, VARIANT Data, BSTR* Result) noexcept {
@@ -186,39 +187,39 @@ HRESULT clsPlugin::GetPlayersRem(LONG Index, VARIANT PDAT, VARIANT Data, BSTR* R
     const Module::Entry Guard;
     std::wstring Reply;
     CallMember(::GetPlayersRem, Index, Reply, [&] { return RequestFrom(Index, PDAT, Data); });
-    return Answer(L"GetPlayersRem", Index, [&] { *Result = Bstr(Reply).Detach(); });
+    return Run(L"GetPlayersRem", Index, [&] { *Result = Bstr(Reply).Detach(); });
 }
 
 HRESULT clsPlugin::PuntPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::PuntPlayerRem, Index, PDAT, Data, Result);
+    return RunForLong(::PuntPlayerRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::ArmPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::ArmPlayerRem, Index, PDAT, Data, Result);
+    return RunForLong(::ArmPlayerRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SlapPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::SlapPlayerRem, Index, PDAT, Data, Result);
+    return RunForLong(::SlapPlayerRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::AddSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::AddSlapRem, Index, PDAT, Data, Result);
+    return RunForLong(::AddSlapRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SetBanMethod(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::SetBanMethod, Index, PDAT, Data, Result);
+    return RunForLong(::SetBanMethod, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SetIdlePunt(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::SetIdlePunt, Index, PDAT, Data, Result);
+    return RunForLong(::SetIdlePunt, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::SetIdleMax(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::SetIdleMax, Index, PDAT, Data, Result);
+    return RunForLong(::SetIdleMax, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::DeleteSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::DeleteSlapRem, Index, PDAT, Data, Result);
+    return RunForLong(::DeleteSlapRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::EditSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::EditSlapRem, Index, PDAT, Data, Result);
+    return RunForLong(::EditSlapRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::RemoveBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::RemoveBannedRem, Index, PDAT, Data, Result);
+    return RunForLong(::RemoveBannedRem, Index, PDAT, Data, Result);
 }
 HRESULT clsPlugin::AddBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return AnswerLong(::AddBannedRem, Index, PDAT, Data, Result);
+    return RunForLong(::AddBannedRem, Index, PDAT, Data, Result);
 }

@@ -1,3 +1,4 @@
+// The host's profile data and requests, out of Variants.
 #include "plugin/host_values.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ bool IsMissing(const VARIANT& Value) {
     return V_VT(&Value) == VT_EMPTY || (V_VT(&Value) == VT_ERROR && V_ERROR(&Value) == DISP_E_PARAMNOTFOUND);
 }
 
-// The conversion's answer; absent when the platform cannot convert.
+// What the conversion returns; absent when the platform cannot convert.
 template <class F> auto Attempted(F&& Convert) -> std::optional<decltype(Convert())> {
     try {
         return Convert();

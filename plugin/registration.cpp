@@ -1,3 +1,4 @@
+// The keys of the class and its type library.
 #include "plugin/registration.h"
 
 #include <olectl.h>

@@ -1,3 +1,4 @@
+// Late binding through the type library.
 #include "plugin/type_info.h"
 
 #include "host/win32/module.h"

@@ -1,3 +1,4 @@
+// Conversions of automation types, and the one call of Invoke.
 #include "host/win32/automation.h"
 
 #include "host/win32/entry.h"

@@ -1,3 +1,4 @@
+// The members of the host's file helper object.
 #include "host/file_helper.h"
 
 #include "host/win32/automation.h"
@@ -74,7 +75,7 @@ void ClearIniSection(TextView Section, TextView File, Place Where) {
     Object.Call(Called, Arguments(Section, File), Where);
 }
 
-// One member, two shapes of answer: the dispatch identifier is the same.
+// One member, two kinds of result: the dispatch identifier is the same.
 static Member ParseMember{L"ParseIniKey"};
 
 std::wstring ParseIniKey(TextView Line, Place Where) {

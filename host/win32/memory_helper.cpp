@@ -1,3 +1,4 @@
+// The members of the host's memory helper object.
 #include "host/memory_helper.h"
 
 #include "host/win32/automation.h"

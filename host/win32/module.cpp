@@ -1,3 +1,4 @@
+// The instance, path and locks of the DLL.
 #include "host/win32/module.h"
 
 #include <atomic>

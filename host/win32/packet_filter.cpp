@@ -1,3 +1,4 @@
+// The exports of the packet-filter library, bound by full path.
 #include "host/packet_filter.h"
 
 #include <windows.h>
