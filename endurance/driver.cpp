@@ -11,11 +11,28 @@
 
 namespace Driver {
 
+long BoxLabels = 0;
+
 using Support::ControlOf;
 
 namespace {
 
 std::wstring ImportFile;
+
+// The boxes are styled as the window is, so that their labels are of the same kind.
+BOOL CALLBACK CountLabel(HWND Window, LPARAM) {
+    wchar_t Class[16] = L"";
+    GetClassNameW(Window, Class, 16);
+    if (lstrcmpiW(Class, L"Static") == 0) ++BoxLabels;
+    return TRUE;
+}
+
+// A box is answered again until it is gone, and counted once.
+void CountLabelsOnce(HWND Box) {
+    if (GetPropW(Box, L"counted") != nullptr) return;
+    SetPropW(Box, L"counted", Box);
+    EnumChildWindows(Box, CountLabel, 0);
+}
 
 // Posted, because a box that is asked from outside its own loop would end inside this call.
 BOOL CALLBACK Answer(HWND Box, LPARAM) {
@@ -24,6 +41,7 @@ BOOL CALLBACK Answer(HWND Box, LPARAM) {
     if (std::wstring(Class) != L"#32770" || !IsWindowVisible(Box)) return TRUE;
     const HWND Name = GetDlgItem(Box, cmb13) != nullptr ? GetDlgItem(Box, cmb13) : GetDlgItem(Box, edt1);
     if (Name != nullptr) SetWindowTextW(Name, ImportFile.c_str());
+    if (Name == nullptr) CountLabelsOnce(Box);
     const WPARAM Button = GetDlgItem(Box, IDYES) != nullptr ? IDYES : IDOK;
     PostMessageW(Box, WM_COMMAND, Button,
                  reinterpret_cast<LPARAM>(GetDlgItem(Box, static_cast<int>(Button))));

@@ -9,6 +9,8 @@ namespace Driver {
 
 // Answers boxes and the file dialog from now on, for this thread, as long as it pumps messages.
 void AnswerBoxes();
+// The labels of all boxes but file dialogs that were answered so far.
+extern long BoxLabels;
 // Writes a ban file of one line, with which the file dialog is answered from now on. Into the current folder.
 void WriteImportFile(HWND Frame, int Id, const std::wstring& Line);
 

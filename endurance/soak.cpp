@@ -143,7 +143,7 @@ struct Snapshot {
 
 std::vector<bool> Counted;
 
-Snapshot Take() { return {Census::Take(), {FileDialogs.Uses, Labels.Uses}}; }
+Snapshot Take() { return {Census::Take(), {FileDialogs.Uses, Labels.Uses + Driver::BoxLabels}}; }
 
 void Print(const std::string& When, const std::vector<long>& Counts) {
     std::printf("%-22s", When.c_str());
