@@ -12,9 +12,12 @@ cd "$(dirname "$0")/.." || exit 1
 ROOT=$PWD/build/reproducible
 TARGETS='qrvVNT qrvudpfw qrvMFM qrvGMF gameserver host console'
 
-build_copy() { # FOLDER
+copy_sources() { # FOLDER
   mkdir -p "$1"
   tar -c --exclude ./build --exclude ./.git . | tar -x -C "$1"
+}
+
+build_copy() { # FOLDER
   say "building in ${1#"$PWD"/}"
   # A cache of compiled files would give both builds the same object.
   # shellcheck disable=SC2086
@@ -26,6 +29,8 @@ sums() { (cd "$1/build/windows/bin" && find . -maxdepth 1 \( -name '*.dll' -o -n
 
 need_packages build wine || exit 1
 rm -rf "$ROOT"
+# Both first: somebody may work on the sources meanwhile.
+for folder in one/sources 'another place'; do copy_sources "$ROOT/$folder"; done
 for folder in one/sources 'another place'; do (build_copy "$ROOT/$folder") || exit 1; done
 sums "$ROOT/one/sources" | sed 's/^\(.\{16\}\)[^ ]*/\1/'
 diff <(sums "$ROOT/one/sources") <(sums "$ROOT/another place") && say 'the two builds are the same'
