@@ -122,12 +122,10 @@ protected:
     int CallsLeft = 0; // until everything goes; 0 is never
 };
 
-// How much more there may be of a kind after all cycles; -1 is as much as there is: Wine keeps some of the
-// heap itself (soak.cpp measures it). Of handles about one stays for four cycles, and it is not known whose
-// it is.
+// How much more there may be of a kind after all cycles; -1 is printed alone: Wine keeps some of the heap
+// itself (soak.cpp measures it), and handles whose owner is not known.
 long MayGrowBy(const Census::Kind& Counter) {
     const std::string Name = Counter.Name;
-    if (Name == "handles") return Counter.Slack + Cycles;
     return Name == "windows" || Name == "menus" || Name == "GDI objects" ? Counter.Slack : -1;
 }
 
