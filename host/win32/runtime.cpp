@@ -1,6 +1,7 @@
 // What the compiler's run-time takes from us, so that each of our DLLs minds its own business in a process.
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <iterator>
 
@@ -22,6 +23,25 @@ HANDLE WINAPI MakeSemaphore(SECURITY_ATTRIBUTES*, LONG First, LONG Most, const w
     return Made;
 }
 
+// Nor does it give back the index of thread-local storage that it takes when the first failure is thrown.
+DWORD Indexes[4];
+LONG IndexCount = 0;
+
+// The linker's way to the real function leads here.
+DWORD WINAPI MakeIndex() {
+    const FARPROC Real = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "TlsAlloc");
+    const DWORD Made = reinterpret_cast<decltype(&MakeIndex)>(reinterpret_cast<void*>(Real))();
+    if (Made == TLS_OUT_OF_INDEXES) return Made;
+    const LONG At = InterlockedIncrement(&IndexCount) - 1;
+    if (At < static_cast<LONG>(std::size(Indexes))) Indexes[At] = Made;
+    return Made;
+}
+
+void FreeIndexes() {
+    const LONG Count = std::min<LONG>(IndexCount, std::size(Indexes));
+    for (LONG At = 0; At < Count; ++At) TlsFree(Indexes[At]);
+}
+
 } // namespace
 
 // The run-time's store for exceptions that find no memory, some 19 KB: its own way to give it back.
@@ -35,12 +55,15 @@ extern decltype(&NoModule) const ModuleSlot asm("__imp__GetModuleHandleA@4");
 decltype(&NoModule) const ModuleSlot = NoModule;
 extern decltype(&MakeSemaphore) const SemaphoreSlot asm("__imp__CreateSemaphoreW@16");
 decltype(&MakeSemaphore) const SemaphoreSlot = MakeSemaphore;
+extern decltype(&MakeIndex) const IndexSlot asm("__imp__TlsAlloc@0");
+decltype(&MakeIndex) const IndexSlot = MakeIndex;
 
 // After all destructors of ours.
 __attribute__((destructor(101))) void GiveBack() {
     __gnu_cxx::__freeres();
     for (const HANDLE Semaphore : Semaphores)
         if (Semaphore != nullptr) CloseHandle(Semaphore);
+    FreeIndexes();
 }
 
 // The guard of the stack, under the names that the compiler calls. The run-time's own loads a cryptographic

@@ -27,14 +27,26 @@ Session& SessionOf(HANDLE Given) { return *static_cast<Session*>(Given); }
 
 std::wstring StateFile() { return Folder() + L"\\engine.state"; }
 
-// One lock for all processes: the platform lets one transaction after the other.
-HANDLE Mutex() {
-    static const HANDLE Made = [] {
+// One lock for all processes: the platform lets one transaction after the other. It is closed when this
+// library is let go: a host that takes the packet filter up again and again would collect one handle each
+// time.
+class SharedMutex {
+public:
+    SharedMutex() {
         std::wstring Name = L"VantorEngine " + Folder();
         std::ranges::replace(Name, L'\\', L'/');
-        return CreateMutexW(nullptr, FALSE, Name.c_str());
-    }();
-    return Made;
+        Handle = CreateMutexW(nullptr, FALSE, Name.c_str());
+    }
+    ~SharedMutex() { CloseHandle(Handle); }
+    SharedMutex(const SharedMutex&) = delete;
+    SharedMutex& operator=(const SharedMutex&) = delete;
+
+    HANDLE Handle;
+};
+
+HANDLE Mutex() {
+    static const SharedMutex Made;
+    return Made.Handle;
 }
 
 class Lock {
