@@ -52,8 +52,9 @@ const Request Requests[] = {
 };
 
 // Each time Wine's printing library is loaded, it makes a mutex that it never closes. The file dialogs bring
-// it along and the plug-in brings them, so a host that has them already collects none. The dialogs also take an
-// index of thread-local storage before the plug-in does; given back, it would be found free below a lost one.
+// it along and the plug-in brings them, so a host that has them already collects none. The dialogs also take
+// an index of thread-local storage before the plug-in does; given back, it would be found free below a lost
+// one.
 struct FileDialogs {
     FileDialogs() { LoadLibraryW(L"comdlg32.dll"); }
 };
