@@ -3,7 +3,7 @@
 #   qrvVNT-<version>-setup.exe    the plug-in and its help, put into a host's folder and registered
 #   qrvVNT-<version>.zip          the same files, the documents, and the sandbox, ready to be started
 #
-# `./package.sh` builds both, and a ZIP of the tests. The component "plugin" is laid out below the host's base folder.
+# `./package.sh` builds both, and qrvVNT-<version>-tests.zip (pack_tests.sh). The component "plugin" is laid out below the host's base folder.
 add_subdirectory(${CMAKE_SOURCE_DIR}/sandbox/samples ${CMAKE_BINARY_DIR}/sandbox/samples)
 if(NOT WIN32)
   return()
@@ -74,3 +74,6 @@ include(CPack)
 # In a Wine prefix of its own. Skipped where the tools that make packages are not installed.
 add_test(NAME packages COMMAND ${CMAKE_CURRENT_LIST_DIR}/install_test.sh ${CMAKE_BINARY_DIR} ${PROJECT_VERSION})
 set_tests_properties(packages PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 300)
+# With it every end-to-end test runs twice more: with floating-point exceptions unmasked, and as the ZIP's user has it.
+add_test(NAME packages.tests COMMAND ${CMAKE_CURRENT_LIST_DIR}/tests_package_test.sh ${CMAKE_BINARY_DIR} ${PROJECT_VERSION})
+set_tests_properties(packages.tests PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 900)

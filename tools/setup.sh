@@ -17,6 +17,7 @@ packages_of() {
     locales) echo locales ;;
     fuzz)  echo clang-16 libclang-rt-16-dev llvm-16 ;;
     package) echo nsis fp-utils zip unzip ;;
+    root)  echo debootstrap ;;
     *) echo "setup: no package group '$1'" >&2; return 1 ;;
   esac
 }

@@ -18,16 +18,21 @@ using Rules = std::vector<std::string>;
 
 std::wstring LibraryPath() { return BaseFolder() + L"\\qrvudpfw.dll"; }
 
-class Filter : public testing::Test {
-protected:
-    const FilterLibrary Library{LibraryPath()};
-};
-
-bool HasNoSession() { return ReadEngineState(StandIn::StateFile()).Sessions.empty(); }
-
 bool IsUnloaded() {
     return PumpUntil([] { return GetModuleHandleW(LibraryPath().c_str()) == nullptr; });
 }
+
+class Filter : public testing::Test {
+protected:
+    // The thread of the test before keeps the library, and its session, for a moment.
+    static std::wstring UnloadedLibrary() {
+        EXPECT_TRUE(IsUnloaded());
+        return LibraryPath();
+    }
+    const FilterLibrary Library{UnloadedLibrary()};
+};
+
+bool HasNoSession() { return ReadEngineState(StandIn::StateFile()).Sessions.empty(); }
 
 // Of a file in UTF-16 with a mark at its beginning.
 std::string FileText(const std::wstring& Path) {

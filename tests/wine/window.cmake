@@ -11,7 +11,6 @@ set_target_properties(window_test PROPERTIES
   RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin CROSSCOMPILING_EMULATOR wine)
 gtest_add_tests(TARGET window_test TEST_PREFIX wine. TEST_LIST Added)
 set_tests_properties(${Added} PROPERTIES RESOURCE_LOCK wine TIMEOUT 60)
-add_unmasked_test(window_test)
 
 # The real boxes, which the window's test only records.
 add_executable(window_boxes_test window_boxes_test.cpp floating_point.cpp window_test.rc)
@@ -20,4 +19,3 @@ set_target_properties(window_boxes_test PROPERTIES
   RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin CROSSCOMPILING_EMULATOR wine)
 gtest_add_tests(TARGET window_boxes_test TEST_PREFIX wine. TEST_LIST Added)
 set_tests_properties(${Added} PROPERTIES RESOURCE_LOCK wine TIMEOUT 60)
-add_unmasked_test(window_boxes_test)
