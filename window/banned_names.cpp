@@ -45,16 +45,20 @@ BannedName TypedName() {
 void cmdAddName_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     if (txtBannedName.Text().empty()) return;
-    const BannedName Banned = TypedName();
+    const BanFiles Files(Profile); // also after the question, whatever the host has loaded meanwhile
     if (txtBanReason.Text().empty()) txtBanReason.SetText(L"None");
-    if (!StoreBannedName(BanFiles(Profile), Banned, TimeStamp(), txtBanReason.Text())) {
+    const std::wstring Reason = txtBanReason.Text();
+    const BannedName Banned = TypedName();
+    if (!StoreBannedName(Files, Banned, TimeStamp(), Reason)) {
         ShowMsg(MsgKind::Failed, L"The name could not be stored in the ban list.", Profile);
         return;
     }
-    AppendBannedNames({Banned.Item()});
-    txtBannedName.SetText(L"");
-    txtBanReason.SetText(L"");
-    optBanned.Choose(0);
+    if (BanListsShow(Files)) {
+        AppendBannedNames({Banned.Item()});
+        txtBannedName.SetText(L"");
+        txtBanReason.SetText(L"");
+        optBanned.Choose(0);
+    }
     ShowMsg(MsgKind::Success, L"Name added successfully.", Profile);
 }
 

@@ -54,6 +54,17 @@ TEST_F(Window, NamesAreAddedWithTheirTagAndReason) {
     EXPECT_TRUE(Outside::Journal.empty()) << "an empty box adds nothing";
 }
 
+TEST_F(Window, ANameStaysWithTheProfileThatItWasTypedFor) {
+    Open();
+    FakeWindow::Type(ID_txtBannedName, L"[ABC]Bob");
+    FakeWindow::Type(ID_txtBanReason, L"cheat");
+    Outside::YesNoAnswers = {true};
+    Outside::WhileBoxIsOpen = [&] { Open(TestProfile, L"Empty"); }; // the same index
+    FakeWindow::Click(ID_cmdAddName);
+    EXPECT_NE(FileOf(L"BannedNames.ini").find(L"[-]cheat"), std::wstring::npos);
+    EXPECT_TRUE(FakeWindow::Items(ID_lstBannedNames).empty());
+}
+
 TEST_F(Window, TheListShowsEntriesAndTheirDetails) {
     const auto Put = [](TextView Key, TextView Value) {
         Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", Key, Value);
