@@ -29,11 +29,6 @@ void PutLists(const std::wstring& Folder, int Entries) {
     WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedIps.ini", Lists.Ips);
 }
 
-// The first base of the fixture: the host's folder, with the helper objects registered from it.
-struct LaidOut {
-    LaidOut() { BaseFolder(); }
-};
-
 // --- Long work in the window, with the boxes that it asks and ends with.
 
 std::wstring FileToImport;
@@ -96,7 +91,6 @@ void PutLongWork(bool WithLinks) {
     WriteText(Folder + L"BannedReference.ini", WithLinks ? Links : "");
 }
 
-// The wrappers are in place after the helper objects are registered and before the plug-in is created.
 class WineBench : private LaidOut, private HelperWrappers::Installed, public PluginTest {};
 
 void PrintMedians(int Players, int Entries, double Tick, double Replay, std::size_t Calls) {

@@ -65,6 +65,7 @@ struct OtherRuntime {
 
 class BadHost : private FileDialogs,
                 private OtherRuntime,
+                private LaidOut,
                 private HelperWrappers::Installed,
                 public PluginTest {
 protected:
@@ -84,15 +85,6 @@ protected:
         SetControlWord(0x027F);
     }
 
-    // Inside a call of the plug-in: its interface, its object and its DLL.
-    void LetGo() {
-        BSTR Nothing = SysAllocString(L"");
-        Early->UnLoadInterface(Nothing);
-        SysFreeString(Nothing);
-        std::exchange(Early, nullptr)->Release();
-        Late.Release();
-        CoFreeUnusedLibrariesEx(0, 0);
-    }
     void TickUnderBothMethods() {
         for (const wchar_t* const Method : {L"1", L"0"}) {
             Remote(L"SetBanMethod", 1, Given, Method);

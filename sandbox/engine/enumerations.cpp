@@ -73,21 +73,12 @@ void FillFilter(FWPM_FILTER0& Filter, FilterParts& Parts, std::uint64_t Id, cons
     Filter.filterId = Id;
 }
 
-template <class Procedure> DWORD Call(const char* Name, Procedure Body) noexcept {
-    try {
-        if (const DWORD Error = Sessions::Refusal(Name)) return Error;
-        return Body();
-    } catch (const std::exception&) {
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
-}
-
 } // namespace
 
 extern "C" {
 
 DWORD WINAPI FwpmFilterCreateEnumHandle0(HANDLE Engine, const FWPM_FILTER_ENUM_TEMPLATE0*, HANDLE* Made) {
-    return Call("FwpmFilterCreateEnumHandle0", [&] {
+    return Sessions::Call("FwpmFilterCreateEnumHandle0", [&] {
         auto New = std::make_unique<FilterList>();
         EngineState State;
         const DWORD Error = Sessions::View(Engine, State);
@@ -99,7 +90,7 @@ DWORD WINAPI FwpmFilterCreateEnumHandle0(HANDLE Engine, const FWPM_FILTER_ENUM_T
 
 DWORD WINAPI FwpmFilterEnum0(HANDLE, HANDLE Enumeration, UINT32 Wanted, FWPM_FILTER0*** Entries,
                              UINT32* Count) {
-    return Call("FwpmFilterEnum0", [&]() -> DWORD {
+    return Sessions::Call("FwpmFilterEnum0", [&]() -> DWORD {
         auto& List = *static_cast<FilterList*>(Enumeration);
         const auto Made =
             MakePage<FWPM_FILTER0>(List.Filters.size() - List.Next, Wanted, sizeof(FilterParts));
@@ -121,7 +112,7 @@ DWORD WINAPI FwpmFilterDestroyEnumHandle0(HANDLE, HANDLE Enumeration) {
 
 // engine.drops has the identifier of a filter for each packet that it dropped.
 DWORD WINAPI FwpmNetEventCreateEnumHandle0(HANDLE, const FWPM_NET_EVENT_ENUM_TEMPLATE0*, HANDLE* Made) {
-    return Call("FwpmNetEventCreateEnumHandle0", [&]() -> DWORD {
+    return Sessions::Call("FwpmNetEventCreateEnumHandle0", [&]() -> DWORD {
         auto New = std::make_unique<DropList>();
         std::ifstream File{std::filesystem::path(Sessions::Folder() + L"\\engine.drops")};
         for (std::uint64_t Filter = 0; File >> Filter;) New->Filters.push_back(Filter);
@@ -132,7 +123,7 @@ DWORD WINAPI FwpmNetEventCreateEnumHandle0(HANDLE, const FWPM_NET_EVENT_ENUM_TEM
 
 DWORD WINAPI FwpmNetEventEnum0(HANDLE, HANDLE Enumeration, UINT32 Wanted, FWPM_NET_EVENT0*** Entries,
                                UINT32* Count) {
-    return Call("FwpmNetEventEnum0", [&]() -> DWORD {
+    return Sessions::Call("FwpmNetEventEnum0", [&]() -> DWORD {
         auto& List = *static_cast<DropList*>(Enumeration);
         const auto Made = MakePage<FWPM_NET_EVENT0>(List.Filters.size() - List.Next, Wanted,
                                                     sizeof(FWPM_NET_EVENT_CLASSIFY_DROP0));

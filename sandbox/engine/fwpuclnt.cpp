@@ -15,16 +15,6 @@ namespace {
 
 constexpr DWORD Refused(HRESULT Error) { return static_cast<DWORD>(Error); }
 
-// A call of the engine, unless a switch forbids it. Nothing escapes from it.
-template <class Procedure> DWORD Call(const char* Name, Procedure Body) noexcept {
-    try {
-        if (const DWORD Error = Sessions::Refusal(Name)) return Error;
-        return Body();
-    } catch (const std::exception&) {
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
-}
-
 bool Has(const EngineState& State, const std::string& Kind, const GUID& Key) {
     return std::ranges::any_of(State.Objects, [&](const EngineObject& Entry) {
         return Entry.Kind == Kind && Entry.Key == KeyText(Key);
@@ -83,7 +73,7 @@ extern "C" {
 
 DWORD WINAPI FwpmEngineOpen0(const wchar_t* Server, UINT32 Service, SEC_WINNT_AUTH_IDENTITY_W*,
                              const FWPM_SESSION0* Session, HANDLE* Engine) {
-    return Call("FwpmEngineOpen0", [&] {
+    return Sessions::Call("FwpmEngineOpen0", [&] {
         const bool IsServiceKnown = Service == RPC_C_AUTHN_WINNT || Service == RPC_C_AUTHN_DEFAULT;
         if (Server != nullptr || !IsServiceKnown) return Refused(FWP_E_INVALID_PARAMETER);
         const bool IsDynamic = Session != nullptr && Session->flags == SessionFlagDynamic;
@@ -95,31 +85,31 @@ DWORD WINAPI FwpmEngineOpen0(const wchar_t* Server, UINT32 Service, SEC_WINNT_AU
 DWORD WINAPI FwpmEngineClose0(HANDLE Engine) { return Sessions::Close(Engine); }
 
 DWORD WINAPI FwpmTransactionBegin0(HANDLE Engine, UINT32) {
-    return Call("FwpmTransactionBegin0", [&] { return Sessions::Begin(Engine); });
+    return Sessions::Call("FwpmTransactionBegin0", [&] { return Sessions::Begin(Engine); });
 }
 
 DWORD WINAPI FwpmTransactionCommit0(HANDLE Engine) {
-    return Call("FwpmTransactionCommit0", [&] { return Sessions::Commit(Engine); });
+    return Sessions::Call("FwpmTransactionCommit0", [&] { return Sessions::Commit(Engine); });
 }
 
 DWORD WINAPI FwpmTransactionAbort0(HANDLE Engine) {
-    return Call("FwpmTransactionAbort0", [&] { return Sessions::Abort(Engine); });
+    return Sessions::Call("FwpmTransactionAbort0", [&] { return Sessions::Abort(Engine); });
 }
 
 DWORD WINAPI FwpmProviderAdd0(HANDLE Engine, const FWPM_PROVIDER0* Given, PSECURITY_DESCRIPTOR) {
-    return Call("FwpmProviderAdd0", [&] {
+    return Sessions::Call("FwpmProviderAdd0", [&] {
         return AddObject(Engine, "provider", Given->providerKey, Given->displayData, nullptr);
     });
 }
 
 DWORD WINAPI FwpmSubLayerAdd0(HANDLE Engine, const FWPM_SUBLAYER0* Given, PSECURITY_DESCRIPTOR) {
-    return Call("FwpmSubLayerAdd0", [&] {
+    return Sessions::Call("FwpmSubLayerAdd0", [&] {
         return AddObject(Engine, "sublayer", Given->subLayerKey, Given->displayData, Given->providerKey);
     });
 }
 
 DWORD WINAPI FwpmSubLayerGetByKey0(HANDLE Engine, const GUID* Key, FWPM_SUBLAYER0** Found) {
-    return Call("FwpmSubLayerGetByKey0", [&] {
+    return Sessions::Call("FwpmSubLayerGetByKey0", [&] {
         EngineState State;
         if (const DWORD Error = Sessions::View(Engine, State)) return Error;
         if (!Has(State, "sublayer", *Key)) return Refused(FWP_E_SUBLAYER_NOT_FOUND);
@@ -131,7 +121,7 @@ DWORD WINAPI FwpmSubLayerGetByKey0(HANDLE Engine, const GUID* Key, FWPM_SUBLAYER
 }
 
 DWORD WINAPI FwpmFilterAdd0(HANDLE Engine, const FWPM_FILTER0* Given, PSECURITY_DESCRIPTOR, UINT64* Id) {
-    return Call("FwpmFilterAdd0", [&] {
+    return Sessions::Call("FwpmFilterAdd0", [&] {
         return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
             EngineFilter New;
             if (const DWORD Error = Sessions::Refusal("FwpmFilterAdd0", State.Filters.size() + 1))
@@ -146,7 +136,7 @@ DWORD WINAPI FwpmFilterAdd0(HANDLE Engine, const FWPM_FILTER0* Given, PSECURITY_
 }
 
 DWORD WINAPI FwpmFilterDeleteById0(HANDLE Engine, UINT64 Id) {
-    return Call("FwpmFilterDeleteById0", [&] {
+    return Sessions::Call("FwpmFilterDeleteById0", [&] {
         return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
             const auto Found = State.Filters.find(Id);
             if (Found == State.Filters.end()) return Refused(FWP_E_FILTER_NOT_FOUND);

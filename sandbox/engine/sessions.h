@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <exception>
 #include <functional>
 
 #include "sandbox/engine/engine_state.h"
@@ -17,6 +18,16 @@ std::wstring Folder();
 // What the switches of engine.fail have the call return; 0 when they leave it alone. Filters is how many
 // there would be after the call.
 DWORD Refusal(const std::string& Call, std::size_t Filters = 0);
+
+// A call of the engine, unless a switch forbids it. Nothing escapes from it.
+template <class Procedure> DWORD Call(const char* Name, Procedure Body) noexcept {
+    try {
+        if (const DWORD Error = Refusal(Name)) return Error;
+        return Body();
+    } catch (const std::exception&) {
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+}
 
 DWORD Open(bool IsDynamic, DWORD WaitMilliseconds, HANDLE* Session);
 DWORD Close(HANDLE Session);

@@ -16,19 +16,9 @@ struct OtherRuntime {
 };
 
 // Its helper objects come behind wrappers, which the tests give something to do.
-class Hosts : private OtherRuntime, private HelperWrappers::Installed, public PluginTest {
+class Hosts : private OtherRuntime, private LaidOut, private HelperWrappers::Installed, public PluginTest {
 protected:
     ~Hosts() override { HelperWrappers::OnCall = nullptr; }
-
-    // Lets everything of the plug-in go, as a host does that is closed.
-    void LetGo() {
-        BSTR Nothing = SysAllocString(L"");
-        Early->UnLoadInterface(Nothing);
-        SysFreeString(Nothing);
-        std::exchange(Early, nullptr)->Release();
-        Late.Release();
-        CoFreeUnusedLibrariesEx(0, 0);
-    }
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "tests/wine/support.h"
 
 #include <sstream>
+#include <utility>
 
 namespace Support {
 namespace {
@@ -110,14 +111,17 @@ void PluginTest::CreatePlugin() {
     Late.Get()->QueryInterface(IID__clsPlugin, reinterpret_cast<void**>(&Early));
 }
 
-PluginTest::~PluginTest() {
-    if (Early) {
-        BSTR Nothing = SysAllocString(L"");
-        Early->UnLoadInterface(Nothing);
-        SysFreeString(Nothing);
-        Early->Release();
-    }
+void PluginTest::LetGo() {
+    BSTR Nothing = SysAllocString(L"");
+    Early->UnLoadInterface(Nothing);
+    SysFreeString(Nothing);
+    std::exchange(Early, nullptr)->Release();
     Late.Release();
+    CoFreeUnusedLibrariesEx(0, 0);
+}
+
+PluginTest::~PluginTest() {
+    if (Early) LetGo();
     DestroyWindow(Area);
     // What is still posted belongs to this test.
     PumpUntil([] { return GetQueueStatus(QS_POSTMESSAGE) == 0; }, 500);

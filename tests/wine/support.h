@@ -25,6 +25,11 @@ inline constexpr unsigned Patience = 15000; // milliseconds; far more than anyth
 // The host's base folder, laid out at the first call: an installed plug-in, its helpers and nothing else.
 // It is gone when the process ends.
 const std::wstring& BaseFolder();
+// A base of fixtures that wrap the helper objects: these are registered before the wrappers look for them,
+// and wrapped before the plug-in creates them.
+struct LaidOut {
+    LaidOut() { BaseFolder(); }
+};
 // The folder that holds what was built.
 std::wstring ProgramFolder();
 
@@ -98,6 +103,8 @@ protected:
 
     // Makes Late and Early; the constructor does.
     void CreatePlugin();
+    // Unloads the interface and lets the object and the DLL go, as a host does that is closed.
+    void LetGo();
 
     // Loads the interface into Area.
     void Load(Long Index, const Profile& Given);
