@@ -19,14 +19,6 @@ int Cycles = 1000;
 
 constexpr unsigned short Unmasked = 0x1372; // invalid, division by zero, overflow
 
-void SetControlWord(unsigned short Word) { asm volatile("fnclex\n\tfldcw %0" : : "m"(Word)); }
-
-unsigned short ControlWord() {
-    unsigned short Word = 0;
-    asm volatile("fnstcw %0" : "=m"(Word));
-    return Word;
-}
-
 void PumpOnce() {
     for (MSG Message; PeekMessageW(&Message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&Message);
 }
@@ -82,7 +74,7 @@ protected:
     }
     ~BadHost() override {
         HelperWrappers::OnCall = nullptr;
-        SetControlWord(0x027F);
+        SetControlWord(DefaultControlWord);
     }
 
     void TickUnderBothMethods() {

@@ -198,6 +198,10 @@ bool IsCounted(const Kind& Tried) {
     return With - Before >= Pieces * Tried.Unit - Allowed && Tried.Count() - Before <= Allowed;
 }
 
+long CountOf(const std::string& Name) {
+    return std::ranges::find(Kinds, Name, &Kind::Name)->Count();
+}
+
 std::vector<long> Take() {
     std::vector<long> Counts;
     for (const Kind& Counter : Kinds) Counts.push_back(Counter.Count());

@@ -1,6 +1,7 @@
 // What this process holds of the system, kind by kind.
 #pragma once
 
+#include <string>
 #include <vector>
 
 namespace Census {
@@ -23,6 +24,9 @@ void Begin();
 
 // Whether the count follows what is made and dropped. Wine leaves some counters at 0.
 bool IsCounted(const Kind& Tried);
+
+// How much there is of one kind.
+long CountOf(const std::string& Name);
 
 // One number for each kind, in their order.
 std::vector<long> Take();

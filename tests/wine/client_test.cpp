@@ -174,6 +174,8 @@ TEST_F(Client, ReportsProfileDataThatIsNone) {
     WordForProcess[2] = FromText(L"four");
     Values Huge = ProfileElements({L"bad"});
     Huge[2] = FromText(L"99999999999");
+    Values Endless = ProfileElements({L"bad"});
+    Endless[2] = FromText(std::wstring(400, L'9')); // the conversion might overflow
     const Value Bad[] = {Automation::Missing(),
                          Value(),
                          FromText(L"text"),
@@ -181,7 +183,8 @@ TEST_F(Client, ReportsProfileDataThatIsNone) {
                          FromList({}),
                          FromList(std::move(Short)),
                          FromList(std::move(WordForProcess)),
-                         FromList(std::move(Huge))};
+                         FromList(std::move(Huge)),
+                         FromList(std::move(Endless))};
     int Reports = 0;
     for (const Value& Data : Bad) {
         LONG Result;
@@ -191,6 +194,7 @@ TEST_F(Client, ReportsProfileDataThatIsNone) {
         EXPECT_GT(Now, Reports) << "variant type " << Data->vt;
         Reports = Now;
     }
+    EXPECT_NE(ErrorLog().back().find("Type mismatch"), std::string::npos) << ErrorLog().back();
     EXPECT_EQ(Shown(*Late.Call(L"GetPrivis")).substr(0, 6), L"Vantor");
 }
 

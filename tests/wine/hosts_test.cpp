@@ -42,6 +42,31 @@ TEST_F(Hosts, ThatRefuseAnArgumentsTypeAreAskedOnceMore) {
     EXPECT_EQ(Reports, (std::vector<VARTYPE>{VT_ARRAY | VT_VARIANT, VT_ARRAY | VT_VARIANT | VT_BYREF}));
 }
 
+// Every rounding may be raised in a host, which finds its settings again after each kind of call.
+TEST_F(Hosts, ThatRaiseEveryRoundingGetTheirAnswer) {
+    constexpr unsigned short AllRaised = 0x1340;
+    const GameServer Server(L"rounding", L"--build standard", "0 join 1 Alice 10.0.0.1\n");
+    ASSERT_TRUE(Server.Await("join"));
+    const Profile Given{L"rounding", StandardGame, &Server};
+    Load(1, Given);
+    Remote(L"SetIdlePunt", 1, Given, L"1");
+    const HWND Minutes = Control(ID_txtIdleMax);
+    constexpr WPARAM Changed = MAKEWPARAM(ID_txtIdleMax, EN_CHANGE);
+    SetWindowTextW(Minutes, L"2.3"); // the system's own text box does not bear it
+    const std::function<void()> Calls[] = {
+        [&] { Remote(L"SetIdleMax", 1, Given, L"1.1"); }, [&] { Sweep(1); },
+        [&] { Sweep(1); }, // now the player is idle
+        [&] { SendMessageW(GetParent(Minutes), WM_COMMAND, Changed, reinterpret_cast<LPARAM>(Minutes)); }};
+    for (const std::function<void()>& Call : Calls) {
+        SetControlWord(AllRaised);
+        Call();
+        const unsigned short Left = ControlWord();
+        SetControlWord(DefaultControlWord);
+        EXPECT_EQ(Left, AllRaised);
+    }
+    EXPECT_NE(ReadText(L"Plugins\\Players.ini").find("rounding=2.3"), std::string::npos) << "typed last";
+}
+
 // The first failure that is thrown inside the DLL used to end such a host.
 TEST_F(Hosts, ThatHoldAnotherRuntimeGetTheirAnswer) {
     EXPECT_EQ(Remote(L"AddBannedRem", 1, {L"other"}, L"%%%|QQ==|Name"), 0);

@@ -19,6 +19,14 @@ BOOL CALLBACK Match(HWND Window, LPARAM Wanted) {
 
 } // namespace
 
+void SetControlWord(unsigned short Word) { asm volatile("fnclex\n\tfldcw %0" : : "m"(Word)); }
+
+unsigned short ControlWord() {
+    unsigned short Word = 0;
+    asm volatile("fnstcw %0" : "=m"(Word));
+    return Word;
+}
+
 HWND ControlOf(HWND Window, int Id) {
     Search Asked{Id, nullptr};
     EnumChildWindows(Window, Match, reinterpret_cast<LPARAM>(&Asked));

@@ -54,6 +54,12 @@ bool PumpUntil(const std::function<bool()>& Condition, unsigned Milliseconds = P
 void CloseBoxes(bool AtOnce);
 std::vector<std::wstring>& BoxesSeen();
 
+// The control word of the floating-point unit. 0x027F is the system's own; a bit of the lowest six that is
+// not set has its exception raised.
+inline constexpr unsigned short DefaultControlWord = 0x027F;
+void SetControlWord(unsigned short Word);
+unsigned short ControlWord();
+
 // The control with the identifier, at any depth below the window; null when there is none.
 HWND ControlOf(HWND Window, int Id);
 
