@@ -198,9 +198,7 @@ bool IsCounted(const Kind& Tried) {
     return With - Before >= Pieces * Tried.Unit - Allowed && Tried.Count() - Before <= Allowed;
 }
 
-long CountOf(const std::string& Name) {
-    return std::ranges::find(Kinds, Name, &Kind::Name)->Count();
-}
+long CountOf(const std::string& Name) { return std::ranges::find(Kinds, Name, &Kind::Name)->Count(); }
 
 std::vector<long> Take() {
     std::vector<long> Counts;
