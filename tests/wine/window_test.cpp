@@ -206,6 +206,9 @@ TEST_F(RealWindow, TheWheelScrollsAWindowThatIsTooSmall) {
     GetWindowRect(At(ID_mfg), &Before);
     for (const int Notches : {-1, 1}) {
         PostMessageW(At(ID_lstBannedNames), WM_MOUSEWHEEL, MAKEWPARAM(0, Notches * WHEEL_DELTA), 0);
+        MSG Seen{};
+        PeekMessageW(&Seen, nullptr, WM_MOUSEWHEEL, WM_MOUSEWHEEL, PM_NOREMOVE);
+        EXPECT_EQ(Seen.hwnd, At(ID_lstBannedNames)) << "the host only looks";
         Pump();
         GetWindowRect(At(ID_mfg), &After);
         EXPECT_EQ(After.top < Before.top, Notches < 0);

@@ -47,16 +47,19 @@ bool TurnsWheelInVain(const MSG& Message) noexcept {
            (GetWindowLongW(Message.hwnd, GWL_STYLE) & WS_VSCROLL) == 0;
 }
 
-// Only a message that is really taken counts: a host may look at one several times before.
-LRESULT CALLBACK OnMessageTaken(int Code, WPARAM Taken, LPARAM L) noexcept {
-    const Module::Entry Guard;
-    auto& Message = *reinterpret_cast<MSG*>(L);
-    if (Code == HC_ACTION && (Taken & PM_REMOVE) != 0 && IsChild(FrameWindow(), Message.hwnd) &&
-        IsKept(Message) && !MenuIsOpen() &&
+// Changes what the host is about to get.
+void Divert(MSG& Message) noexcept {
+    if (IsChild(FrameWindow(), Message.hwnd) && IsKept(Message) && !MenuIsOpen() &&
         PostMessageW(FrameWindow(), KeyOfOurs, Message.wParam, Message.lParam))
         Message.message = WM_NULL;
     else if (TurnsWheelInVain(Message))
         Message.hwnd = FrameWindow();
+}
+
+// Only a message that is really taken counts: a host may look at one several times before.
+LRESULT CALLBACK OnMessageTaken(int Code, WPARAM Taken, LPARAM L) noexcept {
+    const Module::Entry Guard;
+    if (Code == HC_ACTION && (Taken & PM_REMOVE) != 0) Divert(*reinterpret_cast<MSG*>(L));
     return CallNextHookEx(Hook, Code, Taken, L);
 }
 
