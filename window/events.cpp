@@ -8,6 +8,7 @@
 #include "window/ban_list_boxes.h"
 #include "window/banned_ips.h"
 #include "window/banned_names.h"
+#include "window/frmVNT.h"
 #include "window/menus.h"
 #include "window/player_list.h"
 #include "window/player_menu.h"
@@ -124,7 +125,9 @@ void Raise(int Id, Event What, int Detail) noexcept {
     if (What == Event::Enter || What == Event::Delete) return RaiseKey(Id, What);
     for (const EventRow& Row : EventRows) {
         if (Row.What != What || Id < Row.Id || Id >= Row.Id + Row.Count) continue;
+        const long Noted = frmVNT::Reloads();
         Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Row.Count > 1 ? Id - Row.Id : Detail); });
+        if (Row.Run != tmrVN_Timer) frmVNT::CatchUpReload(Noted); // a sweep shows nothing
         return;
     }
 }

@@ -22,6 +22,7 @@ constexpr Long Top = 30;
 constexpr Long LessHeight = 28;
 constexpr std::int64_t TwipsPerInch = 1440;
 
+long ReloadCount;
 Long ShownProfile;          // whose lists are shown; 0 for none
 std::wstring ShownFolder;   // of that profile: the host may give an index to another profile
 std::set<Long> SweepTimers; // the elements of tmrVN
@@ -43,13 +44,31 @@ void Form_Load() noexcept {
 
 // A missing file leaves its list untouched, so clear first or the previous profile's entries stay.
 void ClearForOtherProfile() {
-    SelectPlayerRow(-1);
+    ClearPlayerRows(); // the server may be one that cannot be read
     lblTeams.SetText(L"");
     ClearBanLists();
     ClearSlapTab();
     for (const TextBox& Typed : {txtSearch, txtBannedName, txtBanReason, txtSearchIp, txtAddIp})
         Typed.SetText(L"");
     optBanned.Choose(0);
+}
+
+void ShowCurrentProfile() {
+    const Long Profile = mdlVNT::CurrentProfile;
+    const std::wstring Folder = mdlVNT::Profiles(Profile).ProfileFolder;
+    if (Profile != ShownProfile || Folder != ShownFolder) ClearForOtherProfile();
+    ShownProfile = Profile;
+    ShownFolder = Folder;
+    RefreshGrid();
+    ShowBannedNames(Profile);
+    ShowBannedIps(Profile);
+    GetSlaps(Profile);
+    LoadSlapMenu(Profile);
+    ShowSettings(Profile);
+    if (chkRefresh.Checked())
+        StartRefreshTimer();
+    else
+        tmrRefresh.Stop();
 }
 
 } // namespace
@@ -76,24 +95,18 @@ void ShowFirstPage() { stMain.Turn(0); }
 void SetParent(HostWindow Host) { Frame::SetParent(Host); }
 
 void FormReload() {
-    Trapped(L"FormReload", mdlVNT::CurrentProfile, [] {
-        const Long Profile = mdlVNT::CurrentProfile;
-        const std::wstring Folder = mdlVNT::Profiles(Profile).ProfileFolder;
-        if (Profile != ShownProfile || Folder != ShownFolder) ClearForOtherProfile();
-        ShownProfile = Profile;
-        ShownFolder = Folder;
-        RefreshGrid();
-        ShowBannedNames(Profile);
-        ShowBannedIps(Profile);
-        GetSlaps(Profile);
-        LoadSlapMenu(Profile);
-        ShowSettings(Profile);
-        if (chkRefresh.Checked())
-            StartRefreshTimer();
-        else
-            tmrRefresh.Stop();
-    });
+    const long Begun = ++ReloadCount;
+    Trapped(L"FormReload", mdlVNT::CurrentProfile, ShowCurrentProfile);
+    CatchUpReload(Begun);
 }
+
+void CatchUpReload(long Noted) {
+    if (ReloadCount == Noted) return;
+    ClearPlayerRows();
+    FormReload();
+}
+
+long Reloads() noexcept { return ReloadCount; }
 
 void Show() { Frame::Show(true); }
 

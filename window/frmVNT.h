@@ -24,6 +24,11 @@ void ShowFirstPage();
 void SetParent(HostWindow Host);
 // Shows the current profile: players, lists and settings; arms the refresh timer. Reports under "FormReload".
 void FormReload();
+// A host that pumps messages inside a helper call may load another profile there, and what was read for the
+// one before is still shown after it. Work on the window therefore notes how many reloads there have been,
+// and lets CatchUpReload show everything anew if there were more.
+long Reloads() noexcept;
+void CatchUpReload(long Noted);
 void Show();
 // Hides the window and stops tmrRefresh; the sweep timers go on.
 void Hide();

@@ -133,6 +133,8 @@ void CatchUpRefresh() {
 GridHold::GridHold() noexcept { ++Holds; }
 GridHold::~GridHold() { --Holds; }
 
+void ClearPlayerRows() { ShowRows({}); }
+
 void SortByColumn(int Number) {
     if (Number < 0 || Number >= ColumnCount) return;
     const bool Again = Number == SortColumn && SortedBy == Direction::Ascending;

@@ -19,6 +19,8 @@ void SelectPlayerRow(int Row);
 // Highlights the selected row again.
 void ShowSelectedRow();
 
+// Empties the grid, also while it is held: its rows are another profile's.
+void ClearPlayerRows();
 // Reads the current profile's players into the grid. While the grid is held the refresh waits.
 void RefreshGrid();
 // Carries out a refresh that waited.
