@@ -6,7 +6,7 @@
 # Prints what is in one of the two alone, or too new; ends with 0 when there is none.
 set -u
 LIST=$(dirname "$0")/imports.txt
-SERVED='any XP Vista 7'
+SERVED="XP Vista 7"
 
 imported() { "$1" -p "$2" | awk '/DLL Name:/ { dll = tolower($3) } /^\t[0-9a-f]+\t +[0-9]+ / { print dll, $3 }' | LC_ALL=C sort; }
 listed() { grep -vE '^(#|$)' "$LIST" | tr -d '\r'; }
