@@ -11,7 +11,7 @@
 
 namespace Driver {
 
-long BoxLabels = 0;
+long Labels = 0;
 
 using Support::ControlOf;
 
@@ -19,19 +19,19 @@ namespace {
 
 std::wstring ImportFile;
 
-// The boxes are styled as the window is, so that their labels are of the same kind.
 BOOL CALLBACK CountLabel(HWND Window, LPARAM) {
     wchar_t Class[16] = L"";
     GetClassNameW(Window, Class, 16);
-    if (lstrcmpiW(Class, L"Static") == 0) ++BoxLabels;
+    if (lstrcmpiW(Class, L"Static") == 0) ++Labels;
     return TRUE;
 }
 
-// A box is answered again until it is gone, and counted once.
+// A box is answered again until it is gone, and counted once. Boxes are styled as the window is, so that
+// their labels are of the same kind.
 void CountLabelsOnce(HWND Box) {
     if (GetPropW(Box, L"counted") != nullptr) return;
     SetPropW(Box, L"counted", Box);
-    EnumChildWindows(Box, CountLabel, 0);
+    CountLabels(Box);
 }
 
 // Posted, because a box that is asked from outside its own loop would end inside this call.
@@ -56,6 +56,8 @@ void Notify(HWND List, WORD Code) {
 }
 
 } // namespace
+
+void CountLabels(HWND Window) { EnumChildWindows(Window, CountLabel, 0); }
 
 void AnswerBoxes() { SetTimer(nullptr, 0, USER_TIMER_MINIMUM, Tick); }
 

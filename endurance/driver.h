@@ -9,8 +9,10 @@ namespace Driver {
 
 // Answers boxes and the file dialog from now on, for this thread, as long as it pumps messages.
 void AnswerBoxes();
-// The labels of all boxes but file dialogs that were answered so far.
-extern long BoxLabels;
+// Labels so far, of each of which Wine 8 keeps a block of 12 bytes once it was given a font: of the windows
+// that were counted, and of all boxes but file dialogs that were answered.
+extern long Labels;
+void CountLabels(HWND Window);
 // Writes a ban file of one line, with which the file dialog is answered from now on. Into the current folder.
 void WriteImportFile(HWND Frame, int Id, const std::wstring& Line);
 

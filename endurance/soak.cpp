@@ -132,7 +132,6 @@ void MakeLabel() {
 
 Leftover Leftovers[] = {{"file dialogs", 10, OpenFileDialog}, {"labels", 2000, MakeLabel}};
 Leftover& FileDialogs = Leftovers[0];
-Leftover& Labels = Leftovers[1];
 
 // --- What is held, and by how much more
 
@@ -143,7 +142,7 @@ struct Snapshot {
 
 std::vector<bool> Counted;
 
-Snapshot Take() { return {Census::Take(), {FileDialogs.Uses, Labels.Uses + Driver::BoxLabels}}; }
+Snapshot Take() { return {Census::Take(), {FileDialogs.Uses, Driver::Labels}}; }
 
 void Print(const std::string& When, const std::vector<long>& Counts) {
     std::printf("%-22s", When.c_str());
@@ -188,13 +187,6 @@ void ExpectNoGrowth(const char* What, const Snapshot& Before, const Snapshot& Af
             << After.Counts[Kind] << ", allowed " << Allowed(Kind, Before, After);
 }
 
-BOOL CALLBACK CountLabel(HWND Window, LPARAM) {
-    wchar_t Class[16] = L"";
-    GetClassNameW(Window, Class, 16);
-    if (lstrcmpiW(Class, WC_STATICW) == 0) ++Labels.Uses;
-    return TRUE;
-}
-
 class Soak : public PluginTest {
 protected:
     Soak()
@@ -215,7 +207,7 @@ protected:
         for (Long Index = 1; Index <= Profiles; ++Index) Load(Index, Given(Index));
     }
     void Unload() {
-        EnumChildWindows(Frame(), CountLabel, 0);
+        Driver::CountLabels(Frame());
         BSTR Nothing = SysAllocString(L"");
         Early->UnLoadInterface(Nothing);
         SysFreeString(Nothing);
