@@ -54,7 +54,8 @@ void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
     frmVNT::SetParent(pHwnd);
     frmVNT::FormReload();
     frmVNT::Show();
-    frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
+    // Not if the host has closed it meanwhile, inside a helper call.
+    if (HasMemoryMap(Index)) frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
 }
 
 void HideInterface() { frmVNT::Hide(); }
