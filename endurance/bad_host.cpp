@@ -74,7 +74,7 @@ protected:
     }
     ~BadHost() override {
         HelperWrappers::OnCall = nullptr;
-        SetControlWord(DefaultControlWord);
+        SetControlWord(WordBefore);
     }
 
     void TickUnderBothMethods() {
@@ -115,6 +115,7 @@ protected:
 
     GameServer Server;
     Profile Given{L"bad", StandardGame, &Server};
+    const unsigned short WordBefore = ControlWord();
     int CallsLeft = 0; // until everything goes; 0 is never
 };
 

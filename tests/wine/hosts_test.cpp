@@ -45,6 +45,7 @@ TEST_F(Hosts, ThatRefuseAnArgumentsTypeAreAskedOnceMore) {
 // Every rounding may be raised in a host, which finds its settings again after each kind of call.
 TEST_F(Hosts, ThatRaiseEveryRoundingGetTheirAnswer) {
     constexpr unsigned short AllRaised = 0x1340;
+    const unsigned short Before = ControlWord();
     const GameServer Server(L"rounding", L"--build standard", "0 join 1 Alice 10.0.0.1\n");
     ASSERT_TRUE(Server.Await("join"));
     const Profile Given{L"rounding", StandardGame, &Server};
@@ -61,7 +62,7 @@ TEST_F(Hosts, ThatRaiseEveryRoundingGetTheirAnswer) {
         SetControlWord(AllRaised);
         Call();
         const unsigned short Left = ControlWord();
-        SetControlWord(DefaultControlWord);
+        SetControlWord(Before);
         EXPECT_EQ(Left, AllRaised);
     }
     EXPECT_NE(ReadText(L"Plugins\\Players.ini").find("rounding=2.3"), std::string::npos) << "typed last";

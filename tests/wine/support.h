@@ -54,9 +54,8 @@ bool PumpUntil(const std::function<bool()>& Condition, unsigned Milliseconds = P
 void CloseBoxes(bool AtOnce);
 std::vector<std::wstring>& BoxesSeen();
 
-// The control word of the floating-point unit. 0x027F is the system's own; a bit of the lowest six that is
-// not set has its exception raised.
-inline constexpr unsigned short DefaultControlWord = 0x027F;
+// The control word of the floating-point unit. A bit of the lowest six that is not set has its exception
+// raised.
 void SetControlWord(unsigned short Word);
 unsigned short ControlWord();
 
