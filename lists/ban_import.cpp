@@ -97,14 +97,16 @@ ImportCounts ImportBanFile(const BanFiles& Files, TextView Path, std::vector<Imp
     const Lines File = FileHelper::ReadFile(Path);
     Long Done = 0;
     for (const std::wstring& Line : File) {
-        if (GoOn && !GoOn(Done++, static_cast<Long>(File.size()))) break;
+        Running.Counts.IsWhole = !GoOn || GoOn(Done++, static_cast<Long>(File.size()));
+        if (!Running.Counts.IsWhole) break;
         if (!Line.empty()) AddLine(Running, WithoutLineBreaks(Line));
     }
     return Running.Counts;
 }
 
 std::wstring ImportSummary(const ImportCounts& Counts) {
-    return L"Ban File Parsed Successfully\r\n\r\nTotal Items Found: " + ToText(Counts.Found) +
-           L"\r\nTotal Items Added: " + ToText(Counts.Added) + L"\r\nTotal Items Skipped: " +
-           ToText(Counts.Skipped) + L"\r\nTotal Invalid Items: " + ToText(Counts.Invalid);
+    return std::wstring(Counts.IsWhole ? L"Ban File Parsed Successfully" : L"Ban File Parsed in Part") +
+           L"\r\n\r\nTotal Items Found: " + ToText(Counts.Found) + L"\r\nTotal Items Added: " +
+           ToText(Counts.Added) + L"\r\nTotal Items Skipped: " + ToText(Counts.Skipped) +
+           L"\r\nTotal Invalid Items: " + ToText(Counts.Invalid);
 }

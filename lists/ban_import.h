@@ -8,6 +8,7 @@
 
 struct ImportCounts {
     Long Found = 0, Added = 0, Skipped = 0, Invalid = 0;
+    bool IsWhole = true; // not ended by GoOn
     bool operator==(const ImportCounts&) const = default;
 };
 

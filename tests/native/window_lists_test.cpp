@@ -284,7 +284,7 @@ TEST_F(Window, CancelEndsLongWorkAfterTheCurrentEntry) {
     FakeWindow::RightClick(ID_lstBannedNames);
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), (Lines{L"10.0.0.1", L"10.0.0.2", L"10.0.0.3"}));
     EXPECT_EQ(Boxes().back(),
-              L"Box Success Ban File Parsed Successfully\r\n\r\nTotal Items Found: 6\r\nTotal Items Added: "
+              L"Box Success Ban File Parsed in Part\r\n\r\nTotal Items Found: 6\r\nTotal Items Added: "
               L"6\r\nTotal Items Skipped: 0\r\nTotal Invalid Items: 0\r\n\r\nCancelled after 3 of 5.");
 
     frmVNT::FormReload();
