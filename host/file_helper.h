@@ -1,7 +1,8 @@
 // The host's file helper object, qrvMFM.clsMFD: one procedure for each of its members.
 //
 // Every procedure fails with the object's own error, with 91 when the object could not be created, with 438
-// when it lacks the member, and with 13 when its result is of another kind.
+// when it lacks the member, with 13, 6 or 9 when its result is of another kind, out of range or too short,
+// and with 75 before it writes when the disk has no room.
 #pragma once
 
 #include <optional>

@@ -3,7 +3,8 @@
 //   BannedNames.ini [Players]      name[1] or fragment[2] = time stamp[-]reason
 //   BannedIps.ini   [IpAddresses]  address pattern        = time stamp
 //
-// The procedures without a named report fail as the helper objects do.
+// The procedures without a named report fail as the helper objects do; those that write, with 75 or 76, too,
+// when the settings folder cannot be made.
 #pragma once
 
 #include <optional>

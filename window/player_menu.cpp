@@ -113,7 +113,7 @@ void mnuSwitch_Click() {
             SwitchTeam(Profile, Player.Name);
             return;
         }
-        // No game yet: the sweep switches the player as soon as there is one.
+        // No game: the sweep switches the player as soon as the server is between games.
         mdlVNT::SwitchQueue.Grow(Profile);
         NameList& Queue = mdlVNT::SwitchQueue(Profile);
         if (!Queue.Contains(Player.Name)) Queue.Add(Player.Name, Player.Name);

@@ -13,7 +13,8 @@ std::wstring SystemText(HRESULT Error);
 Long ErrorNumberOf(HRESULT Error);
 
 // Throws the error that an automation client would report: 6, 7, 9, 13, 438 or 449 for automation's own
-// errors, the whole value with the system's description for any other.
+// errors, the low word of a control's (0x800Axxxx), the whole value with the system's description for any
+// other.
 [[noreturn]] void FailWith(HRESULT Error, Place Where);
 
 // Throws error 53 or 76 for a missing file or folder, 75 for any other reason; with the path and the system's
