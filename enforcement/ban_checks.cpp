@@ -94,8 +94,8 @@ void CheckPlayer(Checks& Running, const Player& Checked, bool KernelMethod) {
 
 void CheckPlayers(Checks& Running, bool KernelMethod) {
     const Tick& Current = Running.Current;
-    // Slot 0 is the server's own and never examined. An unload in the middle of the tick ends it.
-    for (std::size_t Slot = 1; Slot < Current.Names.size() && HasMemoryMap(Current.Profile); ++Slot) {
+    // Slot 0 is the server's own and never examined.
+    for (std::size_t Slot = 1; Slot < Current.Names.size() && GoesOn(Current); ++Slot) {
         // The table may have shrunk between the two reads. Nobody is judged by an address that was not read.
         if (Slot >= Current.Addrs.size()) Fail(ErrorNumber::SubscriptOutOfRange);
         const Player Checked{static_cast<Long>(Slot), Current.Names[Slot], Current.Addrs[Slot]};

@@ -46,7 +46,7 @@ void PuntIdle(Tick& Current, const std::wstring& Name, Long Id) {
     const Long Profile = Current.Profile;
     SendInTick(Current, [&] {
         const bool Punted = PuntPlayer({.Profile = Profile, .Name = Name, .Slot = Id, .Quiet = true});
-        SendServerMessage(Profile, Name + L" has been punted for being idle!");
+        if (GoesOn(Current)) SendServerMessage(Profile, Name + L" has been punted for being idle!");
         return Punted;
     });
 }
@@ -82,6 +82,6 @@ void PuntIdlePlayers(Tick& Current) {
     if (!PlayersIniExists() || ReadSetting(Profile, Settings::IdlePunt) != L"1") return;
     const Long MaxPlayers = ReadMaxPlayers(Profile);
     const Long Base = OffsetBy(ReadMapped(Profile, L"PlayerList"), PlayerEntry::FirstOffset);
-    for (Long Number = 0; Number <= MaxPlayers; ++Number)
+    for (Long Number = 0; Number <= MaxPlayers && GoesOn(Current); ++Number)
         CheckRecord(Current, RecordAddress(Base, Number, PlayerEntry::Stride));
 }

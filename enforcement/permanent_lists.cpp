@@ -5,10 +5,11 @@
 
 namespace {
 
-void Prune(NameList& List, const NameSet& Present) {
+void Prune(NameList& List, const NameSet& Present, const NameSet& Listed) {
     Lines Gone;
     for (const auto& Entry : List)
-        if (!Entry.Item.empty() && !InArray(Present, Entry.Item)) Gone.push_back(Entry.Item);
+        if (!Entry.Item.empty() && InArray(Listed, Entry.Item) && !InArray(Present, Entry.Item))
+            Gone.push_back(Entry.Item);
     for (const std::wstring& Name : Gone) List.Remove(Name);
 }
 
@@ -36,11 +37,18 @@ void EnforcePermanentLists(Tick& Current) {
     }
 }
 
-void PrunePermanentLists(const Tick& Current) {
+NameSet PermanentNames(Long Profile) {
+    NameSet Names;
+    for (const NameList* List : {&mdlVNT::KillPermList(Profile), &mdlVNT::DisarmPermList(Profile)})
+        for (const auto& Entry : *List) Names.insert(Entry.Item);
+    return Names;
+}
+
+void PrunePermanentLists(const Tick& Current, const NameSet& Listed) {
     NameList& Kill = mdlVNT::KillPermList(Current.Profile);
     NameList& Disarm = mdlVNT::DisarmPermList(Current.Profile);
     if (Kill.Count() == 0 && Disarm.Count() == 0) return;
     const NameSet Present(Current.Names.begin(), Current.Names.end());
-    Prune(Kill, Present);
-    Prune(Disarm, Present);
+    Prune(Kill, Present, Listed);
+    Prune(Disarm, Present, Listed);
 }

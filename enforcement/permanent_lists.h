@@ -15,5 +15,9 @@ bool InArray(const NameSet& Elements, TextView Value);
 
 // Kills and disarms the listed players among those that the tick has read (slots 1 and up).
 void EnforcePermanentLists(Tick& Current);
-// Drops the names from both lists that are not among the players any more.
-void PrunePermanentLists(const Tick& Current);
+// The names on both lists.
+NameSet PermanentNames(Long Profile);
+// Drops those of the names from both lists that are not among the players any more. Listed are the names that
+// stood there before the table was read: who is added inside a call may have joined after his place was
+// passed.
+void PrunePermanentLists(const Tick& Current, const NameSet& Listed);

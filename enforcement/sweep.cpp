@@ -25,30 +25,31 @@ struct TickGuard {
     TickGuard& operator=(const TickGuard&) = delete;
 };
 
-void SwitchQueuedTeams(Long Profile) {
+void SwitchQueuedTeams(const Tick& Current) {
     // Taken out first: a name that is queued while the switches run waits for the next tick.
-    const NameList Queue = std::exchange(mdlVNT::SwitchQueue(Profile), NameList());
-    for (const auto& Entry : Queue) SwitchTeam(Profile, Entry.Item);
+    const NameList Queue = std::exchange(mdlVNT::SwitchQueue(Current.Profile), NameList());
+    for (const auto& Entry : Queue)
+        if (GoesOn(Current)) SwitchTeam(Current.Profile, Entry.Item);
 }
 
 // The names or addresses by slot. Returns false when the tick must end: half a table must neither be judged
 // nor empty the permanent lists. The failed read is reported already.
-bool ReadSlots(Long Profile, TextView Mode, Lines& BySlot) {
-    if (!HasMemoryMap(Profile)) return false; // unloaded in the middle of the tick
-    PlayerTable Table = GetPlayerList(Profile, Mode);
+bool ReadSlots(const Tick& Current, TextView Mode, Lines& BySlot) {
+    if (!GoesOn(Current)) return false;
+    PlayerTable Table = GetPlayerList(Current.Profile, Mode);
     BySlot = std::move(Table.BySlot);
-    return Table.Complete;
+    return Table.Complete && GoesOn(Current);
 }
 
 void Enforce(Tick& Current) {
-    const Long Profile = Current.Profile;
-    if (!ReadSlots(Profile, L"ARRAY", Current.Names) || !ReadSlots(Profile, L"IPARRAY", Current.Addrs))
+    if (!ReadSlots(Current, L"ARRAY", Current.Names) || !ReadSlots(Current, L"IPARRAY", Current.Addrs))
         return;
     EnforceBans(Current);
-    if (!ReadSlots(Profile, L"ARRAY", Current.Names)) return; // afresh: some have been punted
+    const NameSet Listed = PermanentNames(Current.Profile);
+    if (!ReadSlots(Current, L"ARRAY", Current.Names)) return; // afresh: some have been punted
     EnforcePermanentLists(Current);
-    PrunePermanentLists(Current);
-    PuntIdlePlayers(Current);
+    PrunePermanentLists(Current, Listed);
+    if (GoesOn(Current)) PuntIdlePlayers(Current);
 }
 
 // Ends the tick with a report when the server took no more commands.
@@ -65,8 +66,8 @@ void tmrVN_Timer(Long Profile) noexcept {
     const TickGuard Guard;
     // cppcheck-suppress throwInNoexceptFunction ; Trapped lets no failure out
     Trapped(L"tmrVN", Profile, [&] {
-        if (ReadGameState(Profile) == GameState::BetweenGames) return SwitchQueuedTeams(Profile);
         Tick Current{.Profile = Profile};
+        if (ReadGameState(Profile) == GameState::BetweenGames) return SwitchQueuedTeams(Current);
         Enforce(Current);
         ReportLeftOut(Current);
     });

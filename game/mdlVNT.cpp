@@ -63,3 +63,13 @@ std::wstring SettingsFolder(Long Profile) { return ProfilePath(Profile) + L"\\se
 std::wstring SlapsPath(Long Profile) { return SettingsFolder(Profile) + L"\\Slaps.ini"; }
 
 } // namespace mdlVNT
+
+ServerRef::ServerRef(Long Index)
+    : Profile(Index), ProcessRef(mdlVNT::Profiles(Index).ProcessRef),
+      MessageRef(mdlVNT::Profiles(Index).MessageRef), ProfileFolder(mdlVNT::Profiles(Index).ProfileFolder) {}
+
+bool ServerRef::IsStillThere() const {
+    const ProfileRecord& Present = mdlVNT::Profiles(Profile);
+    return Present.ProcessRef == ProcessRef && Present.MessageRef == MessageRef &&
+           Present.ProfileFolder == ProfileFolder;
+}

@@ -43,6 +43,16 @@ struct IdleTable {
 
 using NameList = Collection<std::wstring>;
 
+// The server that a profile's index stood for when this was made. The host may give the index to another one
+// inside any call to the outside; what was read or chosen for the first must not be done to that one.
+struct ServerRef {
+    explicit ServerRef(Long Index);
+    bool IsStillThere() const;
+
+    Long Profile, ProcessRef, MessageRef;
+    std::wstring ProfileFolder;
+};
+
 namespace mdlVNT {
 
 inline constexpr TextView DllName = L"qrvVNT.dll";

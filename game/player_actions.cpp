@@ -56,15 +56,16 @@ void TellMissing(const PuntRequest& Request, const std::wstring& Missing) {
 
 // The command wants two digits.
 void SendPunt(const PuntRequest& Request) {
+    const ServerRef Meant(Request.Profile);
     SendCommand(Request.Profile, L"punt " + TwoDigits(Request.Slot));
-    if (!Request.Quiet)
+    if (!Request.Quiet && Meant.IsStillThere())
         Announce(Request.Profile, Request.Name,
                  Request.Ban ? L" has been banned by the Server Admin!"
                              : L" has been punted by the Server Admin!");
 }
 
 // Returns false when neither name nor address could be stored: then it is no ban, and nobody is punted.
-bool BanAndPunt(const PuntRequest& Request, const std::wstring& Stamp) {
+bool BanAndPunt(const PuntRequest& Request, const std::wstring& Stamp, const ServerRef& Meant) {
     // What the game reports as a name may hold anything; the files must not.
     const std::wstring Name = WithoutLineBreaks(Request.Name);
     const BanOutcome Outcome =
@@ -75,20 +76,21 @@ bool BanAndPunt(const PuntRequest& Request, const std::wstring& Stamp) {
                   .Stamp = Stamp});
     if (Outcome.AlreadyBanned) return true;
     const bool IsBan = Outcome.NameStored || Outcome.IpStored;
-    if (IsBan) SendPunt(Request);
+    if (IsBan && Meant.IsStillThere()) SendPunt(Request);
     if (!Outcome.Missing.empty()) TellMissing(Request, Outcome.Missing);
     return IsBan;
 }
 
-void KillRecord(Long Profile, TextView Name, Long Record, bool ShowBoxes) {
+void KillRecord(Long Profile, TextView Name, Long Record, bool ShowBoxes, const ServerRef& Meant) {
     const Long Entity = MemoryHelper::ReadLong(ProcessOf(Profile), OffsetBy(Record, StatsRecord::Entity));
     const Long LifeAddress = OffsetBy(Entity, EntityLifeState);
     const LifeState Life = LifeStateOf(MemoryHelper::ReadLong(ProcessOf(Profile), LifeAddress));
     if (Life == LifeState::SpawnSelect)
         ShowIf(ShowBoxes, MsgKind::Failed,
                L"The selected player is on the spawn select screen and cannot be killed!", Profile);
-    if (Life != LifeState::Alive) return;
+    if (Life != LifeState::Alive || !Meant.IsStillThere()) return;
     MemoryHelper::WriteLong(ProcessOf(Profile), LifeAddress, SpawnSelectWord);
+    if (!Meant.IsStillThere()) return;
     Announce(Profile, Name, L" has been 'Killed' by the Server Admin!");
     ShowIf(ShowBoxes, MsgKind::Success, L"Player Killed.", Profile);
 }
@@ -106,13 +108,16 @@ constexpr ArmMode ArmModes[] = {
      L"Player Re-Armed."},
 };
 
-void ArmRecord(Long Profile, TextView Name, Long Record, const ArmMode& Mode, bool ShowBoxes) {
+void ArmRecord(Long Profile, TextView Name, Long Record, const ArmMode& Mode, bool ShowBoxes,
+               const ServerRef& Meant) {
     const Long ArmedFlag = OffsetBy(Record, StatsRecord::Armed);
     if (MemoryHelper::ReadLong(ProcessOf(Profile), ArmedFlag) == Mode.Flag) {
         ShowIf(ShowBoxes, MsgKind::Failed, Mode.Refusal, Profile);
         return;
     }
+    if (!Meant.IsStillThere()) return;
     MemoryHelper::WriteLong(ProcessOf(Profile), ArmedFlag, Mode.Flag);
+    if (!Meant.IsStillThere()) return;
     Announce(Profile, Name, Mode.Announcement);
     ShowIf(ShowBoxes, MsgKind::Success, Mode.Confirmation, Profile);
 }
@@ -125,9 +130,10 @@ bool PuntPlayer(const PuntRequest& Request) noexcept {
     bool Done = true;
     const bool Ended = Trapped(L"PuntPlayer", Request.Profile, [&] {
         const std::wstring Stamp = TimeStamp();
-        if (ReadGameState(Request.Profile) != GameState::Running) return;
+        const ServerRef Meant(Request.Profile);
+        if (ReadGameState(Request.Profile) != GameState::Running || !Meant.IsStillThere()) return;
         if (Request.Ban)
-            Done = BanAndPunt(Request, Stamp);
+            Done = BanAndPunt(Request, Stamp, Meant);
         else
             SendPunt(Request);
     });
@@ -136,22 +142,25 @@ bool PuntPlayer(const PuntRequest& Request) noexcept {
 
 bool KillPlayer(Long Profile, TextView Name, bool ShowBoxes) noexcept {
     return Trapped(L"KillPlayer", Profile, [&] {
+        const ServerRef Meant(Profile);
         const std::optional<Long> Record = FindRecord(Profile, Name, true);
-        if (Record) KillRecord(Profile, Name, *Record, ShowBoxes);
+        if (Record) KillRecord(Profile, Name, *Record, ShowBoxes, Meant);
     });
 }
 
 bool ArmPlayer(Long Profile, TextView Name, TextView Mode, bool ShowBoxes) noexcept {
     return Trapped(L"ArmPlayer", Profile, [&] {
+        const ServerRef Meant(Profile);
         const std::optional<Long> Record = FindRecord(Profile, Name, true);
         if (!Record) return;
         for (const ArmMode& Row : ArmModes)
-            if (Row.Mode == Mode) ArmRecord(Profile, Name, *Record, Row, ShowBoxes);
+            if (Row.Mode == Mode) ArmRecord(Profile, Name, *Record, Row, ShowBoxes, Meant);
     });
 }
 
 bool SwitchTeam(Long Profile, TextView Name) noexcept {
     return Trapped(L"SwitchTeam", Profile, [&] {
+        const ServerRef Meant(Profile);
         if (ReadMapped(Profile, L"GameType") == 0) return;
         // From record 0 on any server, on purpose: somebody who plays on the server itself can change teams,
         // too.
@@ -159,6 +168,6 @@ bool SwitchTeam(Long Profile, TextView Name) noexcept {
         if (!Record) return;
         const Long Team = OffsetBy(*Record, StatsRecord::Team);
         const Long Current = MemoryHelper::ReadLong(ProcessOf(Profile), Team);
-        MemoryHelper::WriteLong(ProcessOf(Profile), Team, Current == 1 ? 2 : 1);
+        if (Meant.IsStillThere()) MemoryHelper::WriteLong(ProcessOf(Profile), Team, Current == 1 ? 2 : 1);
     });
 }

@@ -126,13 +126,16 @@ template <class F> void ScanPlayers(const TableBase& Base, F&& Take) {
 
 void ReadRows(const TableBase& Base, PlayerTable& Table) {
     PingScan Pings;
+    Long Blue = 0, Red = 0; // not in mdlVNT yet: another read inside a call starts its own count there
     ScanPlayers(Base, [&](PlayerEntryRead& Entry) {
         Table.Rows.push_back({Entry.Slot, Entry.Name, Entry.Team, ReadDottedIp(Base, Entry.Slot),
                               GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1)});
-        if (Entry.Team == 1) ++mdlVNT::BlueCount;
-        if (Entry.Team == 2) ++mdlVNT::RedCount;
+        if (Entry.Team == 1) ++Blue;
+        if (Entry.Team == 2) ++Red;
     });
     GetPlayerExtras(Base.Profile, Base.MaxPlayers, Base.SerDedi);
+    mdlVNT::BlueCount = Blue;
+    mdlVNT::RedCount = Red;
     Table.Summary = L"Blue Team: " + ToText(mdlVNT::BlueCount) + L", Red Team: " + ToText(mdlVNT::RedCount);
 }
 

@@ -55,7 +55,7 @@ void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
     frmVNT::FormReload();
     frmVNT::Show();
     // Not if the host has closed it meanwhile, inside a helper call.
-    if (HasMemoryMap(Index)) frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
+    if (HasMemoryMap(Index) && frmVNT::IsLoaded()) frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
 }
 
 void HideInterface() { frmVNT::Hide(); }

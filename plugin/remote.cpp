@@ -54,17 +54,28 @@ const std::wstring& Plain(const std::wstring& Field) {
     return Field;
 }
 
+// Error 5 when the host has given the index to another server, inside a call of ours: the request was not
+// meant for that one.
+void RequireMeantServer(const RemoteRequest& Request) {
+    const ServerRef Present(Request.Profile);
+    if (Present.ProcessRef != PdatNumber(Request.HostData, PdatElement::ProcessRef) ||
+        Present.MessageRef != PdatNumber(Request.HostData, PdatElement::MessageRef) ||
+        Present.ProfileFolder != PdatText(Request.HostData, PdatElement::ProfileFolder))
+        Fail(ErrorNumber::InvalidCall, L"The profile has changed meanwhile.");
+}
+
 // Line ends inside a Base64 field are no part of its text; those of the text itself are refused.
-std::wstring Decoded(std::wstring Field) {
+std::wstring Decoded(const RemoteRequest& Request, std::wstring Field) {
     std::erase_if(Field, [](wchar_t C) { return C == L'\r' || C == L'\n'; });
     std::wstring Text = MemoryHelper::Dec64(Field);
+    RequireMeantServer(Request);
     RefuseLineBreaks(Text);
     return Text;
 }
 
 // An empty key would be another one than the console meant.
-std::wstring DecodedKey(const std::wstring& Field) {
-    std::wstring Key = Decoded(Field);
+std::wstring DecodedKey(const RemoteRequest& Request, const std::wstring& Field) {
+    std::wstring Key = Decoded(Request, Field);
     if (Key.empty()) Fail(ErrorNumber::InvalidCall, L"The name or address is empty.");
     return Key;
 }
@@ -89,13 +100,13 @@ void SendPlayers(const RemoteRequest& Request, std::wstring& Reply) {
 
 bool Punt(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 3);
-    const std::wstring Name = Decoded(Fields[0]);
+    const std::wstring Name = Decoded(Request, Fields[0]);
     const std::wstring& Address = Plain(Fields[1]);
     const std::wstring& Slot = Plain(Fields[2]);
     const bool Ban = Fields.size() > 3;
     // Six fields and more are no request that any console makes: logged, not carried out.
     if (Fields.size() <= 5) {
-        const std::wstring Reason = Fields.size() == 5 ? Decoded(Fields[4]) : std::wstring();
+        const std::wstring Reason = Fields.size() == 5 ? Decoded(Request, Fields[4]) : std::wstring();
         const PuntRequest Wanted{.Profile = Request.Profile,
                                  .Name = Name,
                                  .Ip = Address,
@@ -133,7 +144,7 @@ constexpr ArmAction ArmActions[] = {
 
 bool Arm(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 2);
-    const std::wstring Name = Decoded(Fields[0]);
+    const std::wstring Name = Decoded(Request, Fields[0]);
     const std::wstring& Keyword = Plain(Fields[1]);
     const auto Row = std::find_if(std::begin(ArmActions), std::end(ArmActions),
                                   [&](const ArmAction& Action) { return Action.Keyword == Keyword; });
@@ -166,7 +177,7 @@ void RemoveIp(Long Profile, const std::wstring& Address, bool WithLinks) {
 
 bool RemoveBanned(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 2);
-    const std::wstring Key = DecodedKey(Fields[0]);
+    const std::wstring Key = DecodedKey(Request, Fields[0]);
     const std::wstring& Kind = Plain(Fields[1]);
     const bool WithLinks = Fields.size() > 2 && Fields[2] == L"1";
     (Kind == L"Name" ? RemoveName : RemoveIp)(Request.Profile, Key, WithLinks);
@@ -182,8 +193,8 @@ void AddName(Long Profile, const std::wstring& Key, const std::wstring& Reason) 
 
 bool AddBanned(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 3);
-    const std::wstring Key = DecodedKey(Fields[0]);
-    const std::wstring Reason = Decoded(Fields[1]);
+    const std::wstring Key = DecodedKey(Request, Fields[0]);
+    const std::wstring Reason = Decoded(Request, Fields[1]);
     const std::wstring& Kind = Plain(Fields[2]);
     if (Kind == L"Name")
         AddName(Request.Profile, Key, Reason);

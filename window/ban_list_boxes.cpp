@@ -14,9 +14,17 @@ void FillList(const DetailedList& List, const std::optional<Lines>& Items) {
 
 } // namespace
 
-void ShowBannedNames(Long Profile) { FillList(BannedNamesList, GetBannedNames(Profile)); }
+void ShowBannedNames(Long Profile) {
+    const BanFiles Files(Profile);
+    const std::optional<Lines> Items = GetBannedNames(Profile);
+    if (BanListsShow(Files)) FillList(BannedNamesList, Items);
+}
 
-void ShowBannedIps(Long Profile) { FillList(BannedIpsList, GetBannedIps(Profile)); }
+void ShowBannedIps(Long Profile) {
+    const BanFiles Files(Profile);
+    const std::optional<Lines> Items = GetBannedIps(Profile);
+    if (BanListsShow(Files)) FillList(BannedIpsList, Items);
+}
 
 void ClearBanLists() {
     for (const DetailedList& List : {BannedNamesList, BannedIpsList}) FillList(List, Lines());

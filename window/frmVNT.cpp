@@ -23,6 +23,7 @@ constexpr Long LessHeight = 28;
 constexpr std::int64_t TwipsPerInch = 1440;
 
 long ReloadCount;
+bool IsHidden;              // by the host, since it last asked for a place in its area
 Long ShownProfile;          // whose lists are shown; 0 for none
 std::wstring ShownFolder;   // of that profile: the host may give an index to another profile
 std::set<Long> SweepTimers; // the elements of tmrVN
@@ -48,24 +49,29 @@ void ClearForOtherProfile() {
     lblTeams.SetText(L"");
     ClearBanLists();
     ClearSlapTab();
-    for (const TextBox& Typed : {txtSearch, txtBannedName, txtBanReason, txtSearchIp, txtAddIp})
+    // The settings, too: what is typed before they are read is stored for the profile that comes.
+    for (const TextBox& Typed :
+         {txtSearch, txtBannedName, txtBanReason, txtSearchIp, txtAddIp, txtIdleMax, txtRefreshInterval})
         Typed.SetText(L"");
     optBanned.Choose(0);
 }
 
-void ShowCurrentProfile() {
+void ShowCurrentProfile(long Begun) {
+    // What another profile, loaded inside a call, has shown meanwhile stays: clicks go to that one already.
+    const auto IsOvertaken = [&] { return ReloadCount != Begun; };
     const Long Profile = mdlVNT::CurrentProfile;
     const std::wstring Folder = mdlVNT::Profiles(Profile).ProfileFolder;
     if (Profile != ShownProfile || Folder != ShownFolder) ClearForOtherProfile();
     ShownProfile = Profile;
     ShownFolder = Folder;
     RefreshGrid();
-    ShowBannedNames(Profile);
-    ShowBannedIps(Profile);
-    GetSlaps(Profile);
-    LoadSlapMenu(Profile);
+    if (!IsOvertaken()) ShowBannedNames(Profile);
+    if (!IsOvertaken()) ShowBannedIps(Profile);
+    if (!IsOvertaken()) GetSlaps(Profile);
+    if (!IsOvertaken()) LoadSlapMenu(Profile);
+    if (IsOvertaken()) return;
     ShowSettings(Profile);
-    if (chkRefresh.Checked())
+    if (chkRefresh.Checked() && !IsHidden)
         StartRefreshTimer();
     else
         tmrRefresh.Stop();
@@ -85,6 +91,7 @@ bool IsLoaded() { return Frame::Exists(); }
 
 void FillArea(Long WidthTwips, Long HeightTwips) {
     Load();
+    IsHidden = false;
     const Size PerInch = Frame::PixelsPerInch();
     Frame::Move(Left, Top, Pixels(WidthTwips, PerInch.Width),
                 Pixels(HeightTwips, PerInch.Height) - LessHeight);
@@ -96,7 +103,8 @@ void SetParent(HostWindow Host) { Frame::SetParent(Host); }
 
 void FormReload() {
     const long Begun = ++ReloadCount;
-    Trapped(L"FormReload", mdlVNT::CurrentProfile, ShowCurrentProfile);
+    if (!IsLoaded()) return;
+    Trapped(L"FormReload", mdlVNT::CurrentProfile, [&] { ShowCurrentProfile(Begun); });
     CatchUpReload(Begun);
 }
 
@@ -108,9 +116,12 @@ void CatchUpReload(long Noted) {
 
 long Reloads() noexcept { return ReloadCount; }
 
-void Show() { Frame::Show(true); }
+void Show() {
+    if (!IsHidden) Frame::Show(true);
+}
 
 void Hide() {
+    IsHidden = true;
     tmrRefresh.Stop();
     Frame::Show(false);
 }

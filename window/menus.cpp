@@ -59,7 +59,13 @@ std::vector<MenuEntry> EntriesOf(int Menu, bool WithPlayers) {
 
 } // namespace
 
-int ChooseFromMenu(int Menu, bool WithPlayers) { return PopUpMenu(EntriesOf(Menu, WithPlayers)); }
+int ChooseFromMenu(int Menu, bool WithPlayers) {
+    const Lines Offered = SlapCaptions;
+    const int Chosen = PopUpMenu(EntriesOf(Menu, WithPlayers));
+    const bool IsSlap = Chosen >= ID_mnuSlapItem && Chosen < ID_mnuSlapItem + ID_mnuSlapItemCount;
+    // A message that was changed behind the menu has another's number by now.
+    return IsSlap && SlapCaptions != Offered ? 0 : Chosen;
+}
 
 void SetSlapItems(Lines Captions) { SlapCaptions = std::move(Captions); }
 

@@ -34,9 +34,10 @@ bool SlotShows(Long Profile, TextView Mode, Long Slot, TextView Text) {
 
 // A slot number outlives its player. The address is compared, too, because two players may bear one name.
 bool IsStillThere(Long Profile, const ListedPlayer& Player) {
+    const ServerRef Meant(Profile);
     const TextView Name = Trim(Player.Name).empty() ? NamelessPlayer : TextView(Player.Name);
     return SlotShows(Profile, L"ARRAY", Player.Slot, Name) &&
-           SlotShows(Profile, L"IPARRAY", Player.Slot, Player.Ip);
+           SlotShows(Profile, L"IPARRAY", Player.Slot, Player.Ip) && Meant.IsStillThere();
 }
 
 void PuntFromSlot(Long Profile, const ListedPlayer& Player, bool Ban, TextView Reason, TextView Part) {

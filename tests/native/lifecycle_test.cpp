@@ -4,10 +4,8 @@
 #include "enforcement/permanent_lists.h"
 #include "game/mdlVNT.h"
 #include "plugin/lifecycle.h"
-#include "tests/fakes/fake_toolkit.h"
 #include "tests/fakes/server.h"
 #include "window/frmVNT.h"
-#include "window/ids.h"
 
 namespace {
 
@@ -70,25 +68,6 @@ TEST(Lifecycle, ASecondLoadKeepsTheTimerAndReportsIt) {
     Load(TestProfile, HostWindow, HostData());
     EXPECT_TRUE(Outside::Reports.empty());
     UnLoad();
-}
-
-TEST(Lifecycle, AProfileThatIsClosedInsideItsLoadIsNotSwept) {
-    const std::function<void()> Closings[] = {UnLoad, [] { Disable(TestProfile); }};
-    for (const std::function<void()>& Close : Closings)
-        for (long At = 1, Seen = At; Seen >= At; ++At) {
-            Server Game;
-            Game.Join(3, "Bob");
-            Seen = 0;
-            Outside::BeforeCall = [&](TextView) {
-                if (++Seen == At) Close();
-            };
-            Load(TestProfile, HostWindow, HostData());
-            Outside::BeforeCall = nullptr;
-            EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrVN + TestProfile) == 0, Seen >= At) << "call " << At;
-            for (const std::wstring& Report : Outside::Reports)
-                EXPECT_FALSE(Report.starts_with(L"LoadInterface")) << "call " << At;
-            UnLoad();
-        }
 }
 
 TEST(Lifecycle, DisableClearsOneProfile) {

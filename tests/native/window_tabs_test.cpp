@@ -222,50 +222,6 @@ TEST_F(Window, TwipsBecomePixelsExactly) {
     }
 }
 
-// A host that pumps messages inside a helper call may load another profile there, here one whose server has
-// ended.
-TEST_F(Window, AProfileLoadedInsideACallShowsWhatIsItsOwn) {
-    const auto PutLists = [](const std::wstring& Folder, const std::wstring& Owner) {
-        const std::wstring Settings = L"C:\\Host\\profiles\\" + Folder + L"\\settings\\";
-        Outside::PutFile(Settings + L"BannedNames.ini", L"[Players]\r\n" + Owner + L"[1]=date[-]None\r\n");
-        Outside::PutFile(Settings + L"BannedIps.ini", L"[IpAddresses]\r\n10.0.0." + Owner + L"=date\r\n");
-        Outside::PutFile(Settings + L"Slaps.ini", L"[Messages]\r\n0=" + Owner + L"\r\n");
-    };
-    std::vector<std::function<void()>> Calls;
-    for (const int Button : {ID_cmdAddName, ID_cmdRemoveName, ID_cmdAddIp, ID_cmdRemoveIp, ID_cmdSlapAdd,
-                             ID_cmdSlapEdit, ID_cmdSlapDelete})
-        Calls.emplace_back([Button] { FakeWindow::Click(Button); });
-    Calls.emplace_back([] { FakeWindow::ChooseForRow(0, ID_mnuRefresh); });
-    Calls.emplace_back([] { FakeWindow::ChooseForRow(0, ID_mnuBan2); });
-    Calls.emplace_back([&] { Open(TestProfile + 2, L"Server3"); });
-    for (std::size_t Call = 0; Call < Calls.size(); ++Call)
-        for (long At = 1, Seen = At; Seen >= At; ++At) {
-            FakeWindow::Reset();
-            Game.Join(3, "Bob", "10.0.0.7");
-            PutLists(L"Server1", L"1");
-            PutLists(L"Server2", L"2");
-            Open();
-            FakeWindow::Type(ID_txtBannedName, L"Bob");
-            FakeWindow::Type(ID_txtAddIp, L"10.0.0.7");
-            FakeWindow::DoubleClick(ID_lstSlaps, 0);
-            FakeWindow::Type(ID_txtSlap, L"Hello.");
-            Seen = 0;
-            Outside::BeforeCall = [&](TextView) {
-                if (++Seen == At) Load(TestProfile + 1, 77, HostData(L"Server2", L"DF", 99));
-            };
-            Calls[Call]();
-            Outside::BeforeCall = nullptr;
-            if (Seen < At) break;
-            SCOPED_TRACE(testing::Message() << "action " << Call << " call " << At);
-            EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[1] 2"});
-            EXPECT_EQ(FakeWindow::Text(ID_lblName), L"2");
-            EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.2"});
-            EXPECT_EQ(FakeWindow::Items(ID_lstSlaps), Lines{L"2"});
-            EXPECT_TRUE(FakeWindow::Rows().empty());
-            EXPECT_EQ(mdlVNT::CurrentProfile, TestProfile + 1);
-        }
-}
-
 // --- Odd names
 
 TEST_F(Window, OddNamesArriveEverywhereAsTheyAre) {
