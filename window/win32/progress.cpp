@@ -57,6 +57,7 @@ void ProgressWindow::State::ShowDialog() {
     Owner = GetAncestor(Native::FrameWindow(), GA_ROOT);
     Open.emplace(Owner);
     Dialog = CreateProgressDialog(Owner, What, Cancelled);
+    if (Dialog == nullptr) return Open.reset(); // the work goes on without it
     EnableWindow(Owner, FALSE);
     ShowWindow(Dialog, SW_SHOW);
 }
@@ -95,8 +96,10 @@ ProgressWindow::~ProgressWindow() {
 bool ProgressWindow::GoesOn(Long Done, Long Total) {
     if (GetTickCount64() < Its->Due) return !Its->Cancelled;
     if (Its->Dialog == nullptr) Its->ShowDialog();
-    Its->ShowCount(Done, Total);
-    Its->HandleMessages();
+    if (Its->Dialog != nullptr) {
+        Its->ShowCount(Done, Total);
+        Its->HandleMessages();
+    }
     Its->Due = GetTickCount64() + Interval;
     return !Its->Cancelled;
 }
