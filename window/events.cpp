@@ -125,9 +125,12 @@ void Raise(int Id, Event What, int Detail) noexcept {
     if (What == Event::Enter || What == Event::Delete) return RaiseKey(Id, What);
     for (const EventRow& Row : EventRows) {
         if (Row.What != What || Id < Row.Id || Id >= Row.Id + Row.Count) continue;
+        const bool IsSweep = Row.Run == tmrVN_Timer; // it shows nothing
         const long Noted = frmVNT::Reloads();
+        // A click on what is not the current profile's is not done: it would go to the other one's files.
+        if (!IsSweep && !frmVNT::ShowsCurrentProfile()) return frmVNT::FormReload();
         Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Row.Count > 1 ? Id - Row.Id : Detail); });
-        if (Row.Run != tmrVN_Timer) frmVNT::CatchUpReload(Noted); // a sweep shows nothing
+        if (!IsSweep) frmVNT::CatchUpReload(Noted);
         return;
     }
 }

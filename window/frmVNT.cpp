@@ -116,6 +116,11 @@ void CatchUpReload(long Noted) {
 
 long Reloads() noexcept { return ReloadCount; }
 
+bool ShowsCurrentProfile() {
+    const Long Profile = mdlVNT::CurrentProfile;
+    return Profile == ShownProfile && mdlVNT::Profiles(Profile).ProfileFolder == ShownFolder;
+}
+
 void Show() {
     if (!IsHidden) Frame::Show(true);
 }

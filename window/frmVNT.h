@@ -29,6 +29,9 @@ void FormReload();
 // and lets CatchUpReload show everything anew if there were more.
 long Reloads() noexcept;
 void CatchUpReload(long Noted);
+// Whether what the window shows is the current profile's. A request of a console may have given the index to
+// another profile's folder.
+bool ShowsCurrentProfile();
 void Show();
 // Hides the window and stops tmrRefresh; the sweep timers go on.
 void Hide();

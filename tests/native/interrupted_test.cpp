@@ -176,6 +176,15 @@ TEST_F(Interrupted, AClickGoesToTheProfileThatIsShown) {
         }
 }
 
+TEST_F(Interrupted, AClickOnTheListsOfAProfileThatIsNoMoreShowsThePresentOne) {
+    Begin();
+    FakeWindow::ChooseItem(ID_lstBannedNames, 1); // Eve, whom both have banned
+    CallGetPlayersRem(RemoteRequest{TestProfile, HostData(L"Server2"), HostValue{}});
+    FakeWindow::Click(ID_cmdRemoveName);
+    EXPECT_NE(Outside::FileText(OtherFile(L"BannedNames.ini")).find(L"Eve"), std::wstring::npos);
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[1] Eve"});
+}
+
 // What is typed while a profile is being loaded belongs to that one, and so does the text it is typed into.
 TEST_F(Interrupted, ASettingIsNotMadeOfAnotherProfilesText) {
     InEveryCall(
