@@ -112,8 +112,8 @@ TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
     FakeWindow::RightClickRow(-1);
     FakeWindow::MenuChoices = {ID_mnuRefresh};
     FakeWindow::RightClickRow(-1);
-    FakeWindow::ChooseForRow(0, ID_mnuSlapItem + 1);
-    EXPECT_EQ(Outside::Journal, Lines{L"MSG 3 Bob.....50% & [1] = ;|"});
+    for (const int Message : {0, 1}) FakeWindow::ChooseForRow(0, ID_mnuSlapItem + Message);
+    EXPECT_EQ(Outside::Journal, (Lines{L"MSG 3 Bob.....first", L"MSG 3 Bob.....50% & [1] = ;|"}));
 
     FakeWindow::ChooseItem(ID_lstSlaps, 1);
     FakeWindow::Type(ID_txtSlap, L"half typed");
