@@ -54,14 +54,18 @@ const std::wstring& Plain(const std::wstring& Field) {
     return Field;
 }
 
-// Error 5 when the host has given the index to another server, inside a call of ours: the request was not
-// meant for that one.
-void RequireMeantServer(const RemoteRequest& Request) {
+// Whether the index still stands for the server that the request was meant for: the host may have given it to
+// another one, inside a call of ours.
+bool IsMeantServer(const RemoteRequest& Request) {
     const ServerRef Present(Request.Profile);
-    if (Present.ProcessRef != PdatNumber(Request.HostData, PdatElement::ProcessRef) ||
-        Present.MessageRef != PdatNumber(Request.HostData, PdatElement::MessageRef) ||
-        Present.ProfileFolder != PdatText(Request.HostData, PdatElement::ProfileFolder))
-        Fail(ErrorNumber::InvalidCall, L"The profile has changed meanwhile.");
+    return Present.ProcessRef == PdatNumber(Request.HostData, PdatElement::ProcessRef) &&
+           Present.MessageRef == PdatNumber(Request.HostData, PdatElement::MessageRef) &&
+           Present.ProfileFolder == PdatText(Request.HostData, PdatElement::ProfileFolder);
+}
+
+// Error 5 when it does not.
+void RequireMeantServer(const RemoteRequest& Request) {
+    if (!IsMeantServer(Request)) Fail(ErrorNumber::InvalidCall, L"The profile has changed meanwhile.");
 }
 
 // Line ends inside a Base64 field are no part of its text; those of the text itself are refused.
@@ -96,6 +100,9 @@ void SendPlayers(const RemoteRequest& Request, std::wstring& Reply) {
         Reply = L"Failed";
     else
         BuildReply(Request.Profile, Reply);
+    // Nobody is sent the lists of a server that he may not administer.
+    if (!IsMeantServer(Request)) Reply.clear();
+    RequireMeantServer(Request);
 }
 
 bool Punt(const RemoteRequest& Request, const std::wstring& Text) {

@@ -135,6 +135,13 @@ TEST_F(Interrupted, AnIndexThatIsGivenToAnotherServerTakesNothingAlong) {
     }
 }
 
+TEST_F(Interrupted, AConsoleGetsNoListsOfAnotherServer) {
+    std::wstring Reply;
+    InEveryCall([&] { Begin(); }, [&] { Reply = CallGetPlayersRem(Request(L"")); },
+                [] { SetProfileData(TestProfile, HostData(L"Server2", L"DF", OtherProcess)); },
+                [&] { EXPECT_EQ(Reply.find(L"uno"), std::wstring::npos); });
+}
+
 TEST_F(Interrupted, AProfileThatIsLoadedShowsWhatIsItsOwn) {
     std::vector<std::function<void()>> Actions = WindowActions();
     Actions.emplace_back([&] { Load(TestProfile + 2, 77, HostData(L"Server3")); });
@@ -260,9 +267,6 @@ TEST_F(Interrupted, APermanentKillGivenInsideATickStays) {
 }
 
 TEST_F(Interrupted, TheSummaryCountsEachPlayerOnce) {
-    Game.Leave(1);
-    InEveryCall([&] { Begin(); }, [] { FakeWindow::Command(ID_mnuRefresh); }, Requests[8],
-                [] { EXPECT_EQ(FakeWindow::Text(ID_lblTeams), L"Blue Team: 2, Red Team: 0"); });
     InEveryCall([&] { Begin(); }, [] { FakeWindow::Command(ID_mnuRefresh); },
                 [] { CallGetPlayersRem(Request(L"")); },
                 [] { EXPECT_EQ(FakeWindow::Text(ID_lblTeams), L"Blue Team: 2, Red Team: 0"); });
