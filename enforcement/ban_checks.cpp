@@ -32,7 +32,8 @@ void Punt(Checks& Running, const Player& Banned) {
                            .Name = Banned.Name,
                            .Ip = Banned.Address,
                            .Slot = Banned.Slot,
-                           .Quiet = true});
+                           .Quiet = true})
+            .Done;
     });
 }
 
@@ -70,21 +71,12 @@ void CheckMarker(Checks& Running, const Player& Checked) {
     if (Checked.Name == NamelessPlayer) Punt(Running, Checked);
 }
 
-// A failure in the checks of one player's address says which address it was.
-template <class F> void WithAddressInReport(const Player& Checked, F&& Check) {
-    try {
-        std::forward<F>(Check)();
-    } catch (Failure& Caught) {
-        Caught.Description += L" [" + Checked.Address + L"]";
-        throw;
-    }
-}
-
 void CheckPlayer(Checks& Running, const Player& Checked, bool KernelMethod) {
-    WithAddressInReport(Checked, [&] {
+    Naming(Checked.Address, [&] {
         CheckInvalidAddress(Running, Checked);
-        // Under the kernel method the filter holds exact addresses; patterns are not enforced at all.
-        if (KernelMethod) return;
+        // Under the kernel method the filter holds exact addresses; patterns are not enforced at all. Under
+        // both nobody is punted for an address that the server does not know yet: "0.*" would match it.
+        if (KernelMethod || Checked.Address == NoAddress) return;
         CheckExactAddress(Running, Checked);
         CheckAddressPrefixes(Running, Checked);
     });
@@ -95,17 +87,13 @@ void CheckPlayer(Checks& Running, const Player& Checked, bool KernelMethod) {
 void CheckPlayers(Checks& Running, bool KernelMethod) {
     const Tick& Current = Running.Current;
     // Slot 0 is the server's own and never examined.
-    for (std::size_t Slot = 1; Slot < Current.Names.size() && GoesOn(Current); ++Slot) {
+    for (std::size_t Slot = 1; Slot < Current.Names.size(); ++Slot) {
         // The table may have shrunk between the two reads. Nobody is judged by an address that was not read.
         if (Slot >= Current.Addrs.size()) Fail(ErrorNumber::SubscriptOutOfRange);
         const Player Checked{static_cast<Long>(Slot), Current.Names[Slot], Current.Addrs[Slot]};
         if (!Checked.Name.empty()) CheckPlayer(Running, Checked, KernelMethod);
         CheckMarker(Running, Checked);
     }
-}
-
-bool KernelMethodIsSet(Long Profile) {
-    return PlayersIniExists() && ReadSetting(Profile, Settings::BanMethod) == L"1";
 }
 
 } // namespace

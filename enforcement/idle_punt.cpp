@@ -45,8 +45,8 @@ double LimitSeconds(Long Profile) { return ToNumber(ReadValidSetting(Profile, Se
 void PuntIdle(Tick& Current, const std::wstring& Name, Long Id) {
     const Long Profile = Current.Profile;
     SendInTick(Current, [&] {
-        const bool Punted = PuntPlayer({.Profile = Profile, .Name = Name, .Slot = Id, .Quiet = true});
-        if (GoesOn(Current)) SendServerMessage(Profile, Name + L" has been punted for being idle!");
+        const bool Punted = PuntPlayer({.Profile = Profile, .Name = Name, .Slot = Id, .Quiet = true}).Done;
+        SendServerMessage(Profile, Name + L" has been punted for being idle!");
         return Punted;
     });
 }
@@ -66,7 +66,7 @@ void CheckPlayer(Tick& Current, const std::wstring& Name, Long Id, const Activit
 void CheckRecord(Tick& Current, Long Record) {
     const Long Profile = Current.Profile;
     const Long Process = mdlVNT::Profiles(Profile).ProcessRef;
-    const std::wstring Name = MemoryHelper::ReadStr(Process, OffsetBy(Record, PlayerEntry::Name));
+    const std::wstring Name = ReadName(Process, OffsetBy(Record, PlayerEntry::Name));
     const Long Id = MemoryHelper::ReadByte(Process, OffsetBy(Record, PlayerEntry::Slot));
     if (Id < 1 || Id > IdleTable::Bound) return;
     if (Name.empty())
@@ -82,6 +82,6 @@ void PuntIdlePlayers(Tick& Current) {
     if (!PlayersIniExists() || ReadSetting(Profile, Settings::IdlePunt) != L"1") return;
     const Long MaxPlayers = ReadMaxPlayers(Profile);
     const Long Base = OffsetBy(ReadMapped(Profile, L"PlayerList"), PlayerEntry::FirstOffset);
-    for (Long Number = 0; Number <= MaxPlayers && GoesOn(Current); ++Number)
+    for (Long Number = 0; Number <= MaxPlayers; ++Number)
         CheckRecord(Current, RecordAddress(Base, Number, PlayerEntry::Stride));
 }

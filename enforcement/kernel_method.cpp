@@ -13,7 +13,7 @@ constexpr Long Running = 3;
 void SendRules(const BanFiles& Files, std::int16_t GamePort) {
     PacketFilter::ClearFilters(Device);
     for (const std::wstring& Address : ExactAddresses(Files))
-        PacketFilter::SetFilters(Device, IpToLong(Address), GamePort);
+        Naming(Address, [&] { PacketFilter::SetFilters(Device, IpToLong(Address), GamePort); });
 }
 
 } // namespace

@@ -12,8 +12,8 @@
 void EnsureFilterRuns();
 
 // When the profile's address list has changed: clears all rules and adds one for each exact address and the
-// port. A key that is no address ends it (errors 6, 9, 13); the flag then stays set and the next tick starts
-// again.
+// port. A key that is no address ends it (errors 6, 9, 13, with the key in the description); the flag then
+// stays set and the next tick starts again.
 void RebuildFilters(const BanFiles& Files, std::int16_t GamePort);
 
 // Clears the rules, stops and removes both services, whether or not they were ever started.

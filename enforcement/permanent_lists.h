@@ -18,6 +18,6 @@ void EnforcePermanentLists(Tick& Current);
 // The names on both lists.
 NameSet PermanentNames(Long Profile);
 // Drops those of the names from both lists that are not among the players any more. Listed are the names that
-// stood there before the table was read: who is added inside a call may have joined after his place was
-// passed.
+// stood there before the table was read: whoever is added inside a call may sit in a slot that was already
+// read.
 void PrunePermanentLists(const Tick& Current, const NameSet& Listed);

@@ -2,42 +2,38 @@
 #pragma once
 
 #include "game/mdlVNT.h"
-#include "game/memory_map.h"
 #include "host/failure.h"
 #include "host/platform.h"
 #include "host/text.h"
+#include "lists/first_failure.h"
 
 // The time between two ticks of a profile; the idle check counts it for each tick.
 inline constexpr Long TickSeconds = 5;
 
-// A server that hangs lets each command wait for the helper's whole patience, on the host's user-interface
-// thread. Once the failed commands of a tick have cost this many milliseconds it sends no more; whoever is
-// still on the server is found again by the next tick.
-inline constexpr Long TickPatience = 500;
+// A server that hangs blocks the host's user-interface thread with each command until the helper times out.
+// Once the failed commands of a tick have cost this many milliseconds it sends no more, and the profile's
+// further ticks try one command each until one succeeds; whoever is still on the server is found again by the
+// next tick.
+inline constexpr Long BlockedLimit = 500;
 
 // Nothing of it outlives the tick.
 struct Tick {
     Long Profile = 0;
-    ServerRef Server{Profile};        // that it has begun with
-    Lines Names{}, Addrs{};           // by slot
-    std::int64_t SpentOnFailures = 0; // milliseconds
-    Long LeftOut = 0;                 // commands that were not sent any more
+    Lines Names{}, Addrs{};       // by slot
+    std::int64_t BlockedTime = 0; // milliseconds that failed commands have cost
+    Long NotSent = 0;             // commands
 };
 
-// Whether the tick may go on: the host has neither closed the profile inside a call nor given its index to
-// another server, whose players nobody has judged.
-inline bool GoesOn(const Tick& Current) {
-    return HasMemoryMap(Current.Profile) && Current.Server.IsStillThere();
-}
-
-// Sends a command if the tick goes on and its patience has not ended. Send returns false when it failed,
-// which it has reported.
+// Sends a command unless the tick has been blocked for too long. Send returns false when it failed, which it
+// has reported.
 template <class F> void SendInTick(Tick& Current, F&& Send) {
-    if (!GoesOn(Current)) return;
-    if (Current.SpentOnFailures >= TickPatience) {
-        ++Current.LeftOut;
-        return;
-    }
+    if (Current.BlockedTime >= BlockedLimit) return void(++Current.NotSent);
     const std::int64_t Start = Platform::Milliseconds();
-    if (!std::forward<F>(Send)()) Current.SpentOnFailures += Platform::Milliseconds() - Start;
+    bool Sent = false;
+    FirstFailure Failed;
+    Failed.Try([&] { Sent = std::forward<F>(Send)(); });
+    if (!Sent) Current.BlockedTime += Platform::Milliseconds() - Start;
+    if (!Sent && mdlVNT::TakesNoCommands(Current.Profile)) Current.BlockedTime = BlockedLimit;
+    mdlVNT::TakesNoCommands(Current.Profile) = Current.BlockedTime >= BlockedLimit;
+    Failed.Throw();
 }

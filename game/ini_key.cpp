@@ -1,11 +1,12 @@
 #include "game/ini_key.h"
 
+#include <algorithm>
+
 #include "host/platform.h"
 
 namespace {
 
 constexpr TextView OddStarts = L"[; \t";
-constexpr TextView OddLetters{L"=\0\r\n", 4};
 
 bool IsQuoted(TextView Text) {
     return Text.size() > 1 && (Text.front() == L'"' || Text.front() == L'\'') && Text.front() == Text.back();
@@ -14,9 +15,21 @@ bool IsQuoted(TextView Text) {
 } // namespace
 
 bool CanBeKey(TextView Key) {
-    return !Key.empty() && OddStarts.find(Key.front()) == TextView::npos &&
-           Key.find_first_of(OddLetters) == TextView::npos && Platform::SurvivesSingleByte(Key);
+    return !Key.empty() && OddBeginning(Key) == 0 && CanBeValue(Key) && Key.find(L'=') == TextView::npos &&
+           Platform::SurvivesSingleByte(Key);
 }
+
+bool CanBeValue(TextView Value) {
+    return Value.size() <= LongestText && std::none_of(Value.begin(), Value.end(), IsControl);
+}
+
+void RequireOwnKey(TextView Key, Place Where) {
+    if (!Platform::SurvivesSingleByte(Key))
+        Fail(ErrorNumber::InvalidCall, L"The system's code page lacks letters of " + std::wstring(Key) + L".",
+             Where);
+}
+
+std::size_t OddBeginning(TextView Text) { return std::min(Text.find_first_not_of(OddStarts), Text.size()); }
 
 bool ReadsBackAs(TextView Written, TextView Read) {
     const std::wstring Kept = Trim(Written);

@@ -3,6 +3,7 @@
 #include "host/file_helper.h"
 #include "host/memory_helper.h"
 #include "host/packet_filter.h"
+#include "host/platform.h"
 
 namespace mdlVNT {
 
@@ -23,12 +24,13 @@ PerProfile<Collection<Long>> LifeStates;
 PerProfile<Collection<Long>> ArmedFlags;
 PerProfile<IdleTable> IdleTables;
 PerProfile<bool> IpListChanged;
+PerProfile<bool> TakesNoCommands;
+PerProfile<std::vector<Outage>> Outages;
 
 namespace {
 
-// Does the same to each per-profile array.
-template <class F> void ForEachArray(F&& Do) {
-    Do(Profiles);
+// Does the same to each array of what is collected while a server runs.
+template <class F> void ForEachCollected(F&& Do) {
     Do(MemoryMap);
     Do(KillPermList);
     Do(DisarmPermList);
@@ -36,7 +38,19 @@ template <class F> void ForEachArray(F&& Do) {
     Do(LifeStates);
     Do(ArmedFlags);
     Do(IdleTables);
+    Do(TakesNoCommands);
+    Do(Outages);
+}
+
+// Does the same to each per-profile array.
+template <class F> void ForEachArray(F&& Do) {
+    Do(Profiles);
     Do(IpListChanged);
+    ForEachCollected(Do);
+}
+
+template <class T> void ResetElement(PerProfile<T>& Array, Long Profile) {
+    if (Array.Has(Profile)) Array(Profile) = T();
 }
 
 } // namespace
@@ -44,6 +58,11 @@ template <class F> void ForEachArray(F&& Do) {
 void GrowProfileArrays(Long Profile, Place Where) {
     CheckProfileIndex(Profile, Where);
     ForEachArray([&](auto& Array) { Array.Grow(Profile, Where); });
+}
+
+void ClearProfile(Long Profile) {
+    if (IpListChanged.Has(Profile)) IpListChanged(Profile) = true;
+    ForEachCollected([&](auto& Array) { ResetElement(Array, Profile); });
 }
 
 void Forget() noexcept {
@@ -64,12 +83,7 @@ std::wstring SlapsPath(Long Profile) { return SettingsFolder(Profile) + L"\\Slap
 
 } // namespace mdlVNT
 
-ServerRef::ServerRef(Long Index)
-    : Profile(Index), ProcessRef(mdlVNT::Profiles(Index).ProcessRef),
-      MessageRef(mdlVNT::Profiles(Index).MessageRef), ProfileFolder(mdlVNT::Profiles(Index).ProfileFolder) {}
-
-bool ServerRef::IsStillThere() const {
-    const ProfileRecord& Present = mdlVNT::Profiles(Profile);
-    return Present.ProcessRef == ProcessRef && Present.MessageRef == MessageRef &&
-           Present.ProfileFolder == ProfileFolder;
+bool IsOtherServer(const ProfileRecord& A, const ProfileRecord& B) noexcept {
+    return A.ProcessRef != B.ProcessRef || A.MessageRef != B.MessageRef ||
+           !Platform::IsSamePath(A.ProfileFolder, B.ProfileFolder);
 }

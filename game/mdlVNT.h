@@ -1,12 +1,13 @@
 // mdlVNT: the plug-in's process-wide state, filled once by SubMain, and the per-profile arrays.
 //
 // Nobody keeps a reference into these arrays across a call to the outside or a box: the call may come back
-// into the plug-in and change them.
+// into the plug-in and change them (host/work.h).
 #pragma once
 
 #include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "game/collection.h"
 #include "game/per_profile.h"
@@ -43,14 +44,15 @@ struct IdleTable {
 
 using NameList = Collection<std::wstring>;
 
-// The server that a profile's index stood for when this was made. The host may give the index to another one
-// inside any call to the outside; what was read or chosen for the first must not be done to that one.
-struct ServerRef {
-    explicit ServerRef(Long Index);
-    bool IsStillThere() const;
+// Whether an index stands for another server: another folder, compared as the files are, process or message
+// target.
+bool IsOtherServer(const ProfileRecord& A, const ProfileRecord& B) noexcept;
 
-    Long Profile, ProcessRef, MessageRef;
-    std::wstring ProfileFolder;
+// An outage of unattended work lasts from a report until the procedure has run without one; it is shown once.
+struct Outage {
+    std::wstring Procedure;
+    Long Number; // of the error
+    long LastReport;
 };
 
 namespace mdlVNT {
@@ -81,9 +83,13 @@ extern PerProfile<Collection<Long>> LifeStates;
 extern PerProfile<Collection<Long>> ArmedFlags;
 extern PerProfile<IdleTable> IdleTables;
 extern PerProfile<bool> IpListChanged;
+extern PerProfile<bool> TakesNoCommands; // the last command of a tick has failed after others did
+extern PerProfile<std::vector<Outage>> Outages;
 
 // Makes every per-profile array hold the profile; error 9 outside 0 to MaxProfileIndex.
 void GrowProfileArrays(Long Profile, Place Where = Place::current());
+// Forgets what was collected for a profile's server. Does nothing for an index without arrays.
+void ClearProfile(Long Profile);
 // Back to the state before the first call, helper objects released.
 void Forget() noexcept;
 

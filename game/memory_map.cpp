@@ -3,6 +3,7 @@
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
 #include "host/memory_helper.h"
+#include "host/work.h"
 
 namespace {
 
@@ -43,11 +44,8 @@ void SetMemory(Long Profile, bool IsAffiliate) noexcept {
     });
 }
 
-bool HasMemoryMap(Long Profile) {
-    return mdlVNT::MemoryMap.Has(Profile) && mdlVNT::MemoryMap(Profile).Count() > 0;
-}
-
 Long AddressOf(Long Profile, const wchar_t* Key, Place Where) {
+    Work::RequireServer(Where);
     return mdlVNT::MemoryMap(Profile, Where).Item(Key, Where);
 }
 

@@ -16,11 +16,8 @@ bool IsAffiliateGame(TextView GameId);
 // failed.
 void SetMemory(Long Profile, bool IsAffiliate) noexcept;
 
-// Whether the profile has a map: not any more once it was disabled or everything was unloaded.
-bool HasMemoryMap(Long Profile);
-
-// The profile's address for a key such as "PlayerList"; error 5 when its map is empty, error 9 when it
-// has none.
+// The profile's address for a key such as "PlayerList"; error 5 when its map is empty, 9 when it has none, 0
+// when the running work has ended with its server.
 Long AddressOf(Long Profile, const wchar_t* Key, Place Where = Place::current());
 
 // The 32-bit value that the game server holds at the address of a key.

@@ -8,7 +8,7 @@
 #include "game/player_records.h"
 #include "game/show_msg.h"
 #include "host/memory_helper.h"
-#include "lists/store_ban.h"
+#include "lists/first_failure.h"
 
 namespace {
 
@@ -24,8 +24,7 @@ std::optional<Long> FindRecord(Long Profile, TextView Name, bool SkipServer) {
     const Long PlyrStats = ReadMapped(Profile, L"PlyrStats");
     for (Long Number = First; Number < First + Count; ++Number) {
         const Long Record = RecordAddress(PlyrStats, Number, StatsRecord::Stride);
-        if (MemoryHelper::ReadStr(ProcessOf(Profile), OffsetBy(Record, StatsRecord::Name)) == Name)
-            return Record;
+        if (ReadName(ProcessOf(Profile), OffsetBy(Record, StatsRecord::Name)) == Name) return Record;
     }
     return std::nullopt;
 }
@@ -47,50 +46,55 @@ void ShowIf(bool ShowBoxes, MsgKind Kind, TextView Text, Long Profile) {
 }
 
 // The punt has gone out all the same; whoever banned must know what is missing.
-void TellMissing(const PuntRequest& Request, const std::wstring& Missing) {
+void TellProblem(const PuntRequest& Request, const std::wstring& Problem) {
+    if (Problem.empty()) return;
     if (!Request.Quiet)
-        ShowMsg(MsgKind::Failed, Missing, Request.Profile);
+        ShowMsg(MsgKind::Failed, Problem, Request.Profile);
     else
-        Trapped(L"PuntPlayer", Request.Profile, [&] { Fail(ErrorNumber::InvalidCall, Missing); });
+        Trapped(L"PuntPlayer", Request.Profile, [&] { Fail(ErrorNumber::InvalidCall, Problem); });
 }
 
 // The command wants two digits.
-void SendPunt(const PuntRequest& Request) {
-    const ServerRef Meant(Request.Profile);
+void SendPunt(const PuntRequest& Request, TextView Announcement) {
     SendCommand(Request.Profile, L"punt " + TwoDigits(Request.Slot));
-    if (!Request.Quiet && Meant.IsStillThere())
-        Announce(Request.Profile, Request.Name,
-                 Request.Ban ? L" has been banned by the Server Admin!"
-                             : L" has been punted by the Server Admin!");
+    if (!Request.Quiet && !Announcement.empty()) Announce(Request.Profile, Request.Name, Announcement);
 }
 
-// Returns false when neither name nor address could be stored: then it is no ban, and nobody is punted.
-bool BanAndPunt(const PuntRequest& Request, const std::wstring& Stamp, const ServerRef& Meant) {
+std::optional<BannedName> EntryOf(const PuntRequest& Request) {
     // What the game reports as a name may hold anything; the files must not.
-    const std::wstring Name = WithoutLineBreaks(Request.Name);
-    const BanOutcome Outcome =
-        StoreBan({.Profile = Request.Profile,
-                  .Name = Request.Part.empty() ? BannedName::Whole(Name) : BannedName::Part(Request.Part),
-                  .Ip = Request.Ip,
-                  .Reason = Request.Reason,
-                  .Stamp = Stamp});
-    if (Outcome.AlreadyBanned) return true;
-    const bool IsBan = Outcome.NameStored || Outcome.IpStored;
-    if (IsBan && Meant.IsStillThere()) SendPunt(Request);
-    if (!Outcome.Missing.empty()) TellMissing(Request, Outcome.Missing);
-    return IsBan;
+    if (!Request.Entry) return BannedName::Whole(WithoutControls(Request.Name));
+    return Request.Entry->Name.empty() ? std::nullopt : Request.Entry;
 }
 
-void KillRecord(Long Profile, TextView Name, Long Record, bool ShowBoxes, const ServerRef& Meant) {
+// Whoever bans wants the player gone, also when nothing could be stored; only that is not announced as a ban.
+PuntOutcome BanAndPunt(const PuntRequest& Request, const std::wstring& Stamp) {
+    PuntOutcome Outcome;
+    FirstFailure Failed;
+    Failed.Try([&] {
+        Outcome.Ban = StoreBan({.Profile = Request.Profile,
+                                .Name = EntryOf(Request),
+                                .Ip = Request.Ip,
+                                .Reason = Request.Reason,
+                                .Stamp = Stamp});
+    });
+    Outcome.Done = Outcome.Ban.IsBan() || Outcome.Ban.StandsWithoutTag;
+    if (!Outcome.Ban.StandsWithoutTag)
+        SendPunt(Request, Outcome.Ban.IsBan() ? L" has been banned by the Server Admin!" : L"");
+    Failed.Throw();
+    TellProblem(Request, Outcome.Ban.Problem);
+    return Outcome;
+}
+
+void KillRecord(Long Profile, TextView Name, Long Record, bool ShowBoxes) {
     const Long Entity = MemoryHelper::ReadLong(ProcessOf(Profile), OffsetBy(Record, StatsRecord::Entity));
+    if (Entity == 0) return; // not in the game yet
     const Long LifeAddress = OffsetBy(Entity, EntityLifeState);
     const LifeState Life = LifeStateOf(MemoryHelper::ReadLong(ProcessOf(Profile), LifeAddress));
     if (Life == LifeState::SpawnSelect)
         ShowIf(ShowBoxes, MsgKind::Failed,
                L"The selected player is on the spawn select screen and cannot be killed!", Profile);
-    if (Life != LifeState::Alive || !Meant.IsStillThere()) return;
+    if (Life != LifeState::Alive) return;
     MemoryHelper::WriteLong(ProcessOf(Profile), LifeAddress, SpawnSelectWord);
-    if (!Meant.IsStillThere()) return;
     Announce(Profile, Name, L" has been 'Killed' by the Server Admin!");
     ShowIf(ShowBoxes, MsgKind::Success, L"Player Killed.", Profile);
 }
@@ -108,16 +112,13 @@ constexpr ArmMode ArmModes[] = {
      L"Player Re-Armed."},
 };
 
-void ArmRecord(Long Profile, TextView Name, Long Record, const ArmMode& Mode, bool ShowBoxes,
-               const ServerRef& Meant) {
+void ArmRecord(Long Profile, TextView Name, Long Record, const ArmMode& Mode, bool ShowBoxes) {
     const Long ArmedFlag = OffsetBy(Record, StatsRecord::Armed);
     if (MemoryHelper::ReadLong(ProcessOf(Profile), ArmedFlag) == Mode.Flag) {
         ShowIf(ShowBoxes, MsgKind::Failed, Mode.Refusal, Profile);
         return;
     }
-    if (!Meant.IsStillThere()) return;
     MemoryHelper::WriteLong(ProcessOf(Profile), ArmedFlag, Mode.Flag);
-    if (!Meant.IsStillThere()) return;
     Announce(Profile, Name, Mode.Announcement);
     ShowIf(ShowBoxes, MsgKind::Success, Mode.Confirmation, Profile);
 }
@@ -126,41 +127,39 @@ void ArmRecord(Long Profile, TextView Name, Long Record, const ArmMode& Mode, bo
 
 void SendServerMessage(Long Profile, TextView Text, Long Kind) { Send(Profile, Text, L"MSG", Kind); }
 
-bool PuntPlayer(const PuntRequest& Request) noexcept {
-    bool Done = true;
+PuntOutcome PuntPlayer(const PuntRequest& Request) noexcept {
+    PuntOutcome Outcome;
     const bool Ended = Trapped(L"PuntPlayer", Request.Profile, [&] {
         const std::wstring Stamp = TimeStamp();
-        const ServerRef Meant(Request.Profile);
-        if (ReadGameState(Request.Profile) != GameState::Running || !Meant.IsStillThere()) return;
+        Outcome.Done = true;
+        if (ReadGameState(Request.Profile) != GameState::Running) return;
         if (Request.Ban)
-            Done = BanAndPunt(Request, Stamp, Meant);
+            Outcome = BanAndPunt(Request, Stamp);
         else
-            SendPunt(Request);
+            SendPunt(Request, L" has been punted by the Server Admin!");
     });
-    return Done && Ended;
+    Outcome.Done = Outcome.Done && Ended;
+    return Outcome;
 }
 
 bool KillPlayer(Long Profile, TextView Name, bool ShowBoxes) noexcept {
     return Trapped(L"KillPlayer", Profile, [&] {
-        const ServerRef Meant(Profile);
         const std::optional<Long> Record = FindRecord(Profile, Name, true);
-        if (Record) KillRecord(Profile, Name, *Record, ShowBoxes, Meant);
+        if (Record) KillRecord(Profile, Name, *Record, ShowBoxes);
     });
 }
 
 bool ArmPlayer(Long Profile, TextView Name, TextView Mode, bool ShowBoxes) noexcept {
     return Trapped(L"ArmPlayer", Profile, [&] {
-        const ServerRef Meant(Profile);
         const std::optional<Long> Record = FindRecord(Profile, Name, true);
         if (!Record) return;
         for (const ArmMode& Row : ArmModes)
-            if (Row.Mode == Mode) ArmRecord(Profile, Name, *Record, Row, ShowBoxes, Meant);
+            if (Row.Mode == Mode) ArmRecord(Profile, Name, *Record, Row, ShowBoxes);
     });
 }
 
 bool SwitchTeam(Long Profile, TextView Name) noexcept {
     return Trapped(L"SwitchTeam", Profile, [&] {
-        const ServerRef Meant(Profile);
         if (ReadMapped(Profile, L"GameType") == 0) return;
         // From record 0 on any server, on purpose: somebody who plays on the server itself can change teams,
         // too.
@@ -168,6 +167,6 @@ bool SwitchTeam(Long Profile, TextView Name) noexcept {
         if (!Record) return;
         const Long Team = OffsetBy(*Record, StatsRecord::Team);
         const Long Current = MemoryHelper::ReadLong(ProcessOf(Profile), Team);
-        if (Meant.IsStillThere()) MemoryHelper::WriteLong(ProcessOf(Profile), Team, Current == 1 ? 2 : 1);
+        MemoryHelper::WriteLong(ProcessOf(Profile), Team, Current == 1 ? 2 : 1);
     });
 }

@@ -4,6 +4,7 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "lists/store_ban.h"
 
 struct PuntRequest {
     Long Profile = 0;
@@ -11,12 +12,18 @@ struct PuntRequest {
     TextView Ip{};
     Long Slot = 0;
     bool Ban = false; // name, address and their link are stored first
-    TextView Part{};  // of the name, to be banned instead of the whole name; empty: the whole name
+    // The entry that stands for the name: absent, the name as a whole; an empty one, none (the address
+    // alone).
+    std::optional<BannedName> Entry{};
     TextView Reason{};
     bool Quiet = false; // no announcement
 };
-// Kicks the player in a slot, while a game runs.
-bool PuntPlayer(const PuntRequest& Request) noexcept;
+struct PuntOutcome {
+    bool Done = false; // it ran to its end, and a ban has stored something
+    BanOutcome Ban{};
+};
+// Kicks the player in a slot, while a game runs; also when a ban could not be stored.
+PuntOutcome PuntPlayer(const PuntRequest& Request) noexcept;
 
 // Sends the player to the spawn select screen.
 bool KillPlayer(Long Profile, TextView Name, bool ShowBoxes) noexcept;

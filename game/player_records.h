@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/failure.h"
+#include "host/memory_helper.h"
 
 // An entry of the player list. Entries start FirstOffset behind the address that PlayerList holds.
 namespace PlayerEntry {
@@ -36,6 +37,13 @@ namespace ClientAddress {
 inline constexpr Long FirstOffset = 0x88;
 inline constexpr Long Stride = 0xBC;
 } // namespace ClientAddress
+
+// The text of a player's name; a damaged memory may hold one without end, of which the first characters
+// count.
+inline constexpr std::size_t LongestName = 256;
+inline std::wstring ReadName(Long Process, Long Address) {
+    return MemoryHelper::ReadStr(Process, Address).substr(0, LongestName);
+}
 
 // Address arithmetic on what a damaged memory may hold: wraps round instead of overflowing.
 inline Long OffsetBy(Long Address, Long Offset) {

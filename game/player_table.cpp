@@ -1,5 +1,6 @@
 #include "game/player_table.h"
 
+#include <exception>
 #include <unordered_map>
 
 #include "game/game_state.h"
@@ -12,6 +13,29 @@
 namespace {
 
 constexpr TextView ServerName = L"Host"; // the server's own entry
+
+// What has failed so far in one read of the table for one procedure: it is reported once, at the end of the
+// read, and not once for every player.
+struct ReadFailure {
+    TextView Procedure;
+    bool HasRun = false;
+    std::exception_ptr First{};
+
+    template <class F> void Try(F&& Body) noexcept {
+        HasRun = true;
+        try {
+            std::forward<F>(Body)();
+        } catch (...) {
+            if (!First) First = std::current_exception();
+        }
+    }
+    void Report(Long Profile) const noexcept {
+        if (!HasRun) return;
+        Trapped(Procedure, Profile, [&] {
+            if (First) std::rethrow_exception(First);
+        });
+    }
+};
 
 // The addresses and counts that one read of the table works with, read once at its start.
 struct TableBase {
@@ -42,48 +66,48 @@ TableBase ReadTableBase(Long Profile) {
     return Base;
 }
 
-// --- Pings. Those of one read share the records that were passed on the way to a match.
-
-struct PingScan {
-    Long Next = 0; // the first record that has not been read
-    std::unordered_map<std::wstring, Long> RecordOfName;
-    bool Failed = false; // one report for a read, not one for every player
+// What one read of the table shares: the records that were passed on the way to a ping, and what failed.
+struct Shared {
+    Long NextPing = 0; // the first record that has not been read
+    std::unordered_map<std::wstring, Long> RecordOfName{};
+    ReadFailure Pings{L"GetPing"}, Addresses{L"ConvertIP"};
 };
 
 // The first record with this name among the first Count; -1 for none.
-Long FindPingRecord(PingScan& Scan, const TableBase& Base, const std::wstring& Name, Long Count) {
-    const auto Passed = Scan.RecordOfName.find(Name);
-    if (Passed != Scan.RecordOfName.end()) return Passed->second;
-    while (Scan.Next < Count) {
-        const Long Address = RecordAddress(Base.PlyrStats, Scan.Next, StatsRecord::Stride, StatsRecord::Name);
-        const auto [Entry, New] =
-            Scan.RecordOfName.emplace(MemoryHelper::ReadStr(Base.Process, Address), Scan.Next);
-        ++Scan.Next;
+Long FindPingRecord(Shared& Read, const TableBase& Base, const std::wstring& Name, Long Count) {
+    const auto Passed = Read.RecordOfName.find(Name);
+    if (Passed != Read.RecordOfName.end()) return Passed->second;
+    while (Read.NextPing < Count) {
+        const Long Address =
+            RecordAddress(Base.PlyrStats, Read.NextPing, StatsRecord::Stride, StatsRecord::Name);
+        const auto [Entry, New] = Read.RecordOfName.emplace(ReadName(Base.Process, Address), Read.NextPing);
+        ++Read.NextPing;
         if (New && Entry->first == Name) return Entry->second;
     }
     return -1;
 }
 
-// The ping of a name as decimal text; "0" when no record among the first Count has it.
-std::wstring GetPing(PingScan& Scan, const TableBase& Base, const std::wstring& Name, Long Count) noexcept {
-    std::wstring Ping = L"0";
-    if (Scan.Failed) return Ping;
-    Scan.Failed = !Trapped(L"GetPing", Base.Profile, [&] {
-        const Long Record = FindPingRecord(Scan, Base, Name, Count);
-        if (Record < 0) return;
-        const Long Address = RecordAddress(Base.PlyrStats, Record, StatsRecord::Stride, StatsRecord::Ping);
-        Ping = ToText(MemoryHelper::ReadLong(Base.Process, Address));
-    });
-    return Ping;
+// The ping of a name as decimal text; "0" when no record among the first MaxPlayers + 1 has it, or after a
+// failure.
+std::wstring GetPing(Shared& Read, const TableBase& Base, const std::wstring& Name) noexcept {
+    Long Ping = 0;
+    if (!Read.Pings.First)
+        Read.Pings.Try([&] {
+            const Long Record = FindPingRecord(Read, Base, Name, Base.MaxPlayers + 1);
+            if (Record < 0) return;
+            Ping = MemoryHelper::ReadLong(
+                Base.Process, RecordAddress(Base.PlyrStats, Record, StatsRecord::Stride, StatsRecord::Ping));
+        });
+    return ToText(Ping);
 }
 
 // --- The entries of the table
 
-std::wstring ReadDottedIp(const TableBase& Base, std::uint8_t Slot) {
+std::wstring ReadDottedIp(Shared& Read, const TableBase& Base, std::uint8_t Slot) {
     const std::wstring Raw = GetPlayerIp(Base.Profile, Slot, Base.PlyrStats, Base.IpList);
-    std::wstring Ip;
-    if (Slot != 0 && !Raw.empty()) Ip = ConvertIP(Raw, Base.Profile);
-    return Ip.empty() ? std::wstring(NoAddress) : Ip;
+    std::wstring Ip(NoAddress);
+    if (Slot != 0 && !Raw.empty()) Read.Addresses.Try([&] { Ip = ConvertIP(Raw); });
+    return Ip;
 }
 
 // The game keeps the four bytes in reverse order. Error 13 when one of them is missing or not hexadecimal.
@@ -105,7 +129,7 @@ EntryKind ReadEntry(const TableBase& Base, Long Number, Long LastSlot, PlayerEnt
     if (Entry.Team == 0) return EntryKind::Skipped;
     Entry.Slot = MemoryHelper::ReadByte(Base.Process, OffsetBy(Address, PlayerEntry::Slot));
     if (Entry.Slot > MaxSlot) return EntryKind::EndOfTable;
-    Entry.Name = MemoryHelper::ReadStr(Base.Process, OffsetBy(Address, PlayerEntry::Name));
+    Entry.Name = ReadName(Base.Process, OffsetBy(Address, PlayerEntry::Name));
     // A repeated entry is listed once. As the last slot starts at 0, a leading slot 0 is not listed either.
     if (Entry.Name == ServerName || Entry.Slot == LastSlot) return EntryKind::Skipped;
     return EntryKind::Listed;
@@ -124,12 +148,11 @@ template <class F> void ScanPlayers(const TableBase& Base, F&& Take) {
     }
 }
 
-void ReadRows(const TableBase& Base, PlayerTable& Table) {
-    PingScan Pings;
+void ReadRows(const TableBase& Base, Shared& Read, PlayerTable& Table) {
     Long Blue = 0, Red = 0; // not in mdlVNT yet: another read inside a call starts its own count there
     ScanPlayers(Base, [&](PlayerEntryRead& Entry) {
-        Table.Rows.push_back({Entry.Slot, Entry.Name, Entry.Team, ReadDottedIp(Base, Entry.Slot),
-                              GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1)});
+        Table.Rows.push_back({Entry.Slot, Entry.Name, Entry.Team, ReadDottedIp(Read, Base, Entry.Slot),
+                              GetPing(Read, Base, Entry.Name)});
         if (Entry.Team == 1) ++Blue;
         if (Entry.Team == 2) ++Red;
     });
@@ -140,34 +163,33 @@ void ReadRows(const TableBase& Base, PlayerTable& Table) {
 }
 
 // What a mode does not show is not read: each read of another process's memory takes its time.
-std::wstring ElementOf(const TableBase& Base, PingScan& Pings, TextView Mode, PlayerEntryRead& Entry) {
+std::wstring ElementOf(const TableBase& Base, Shared& Read, TextView Mode, PlayerEntryRead& Entry) {
     if (Mode == L"ARRAY")
         return Trim(Entry.Name).empty() ? std::wstring(NamelessPlayer) : std::move(Entry.Name);
-    if (Mode == L"IPARRAY") return ReadDottedIp(Base, Entry.Slot);
+    if (Mode == L"IPARRAY") return ReadDottedIp(Read, Base, Entry.Slot);
     const std::wstring Name64 = MemoryHelper::Enc64(Entry.Name);
-    const std::wstring Ip = ReadDottedIp(Base, Entry.Slot);
+    const std::wstring Ip = ReadDottedIp(Read, Base, Entry.Slot);
     return ToText(Entry.Slot) + L"|" + Name64 + L"|" + ToText(Entry.Team) + L"|" + Ip + L"|" +
-           GetPing(Pings, Base, Entry.Name, Base.MaxPlayers + 1);
+           GetPing(Read, Base, Entry.Name);
 }
 
-void ReadArray(const TableBase& Base, TextView Mode, Lines& BySlot) {
-    PingScan Pings;
+void ReadArray(const TableBase& Base, Shared& Read, TextView Mode, Lines& BySlot) {
     BySlot.assign(static_cast<std::size_t>(Base.MaxPlayers) + 1, {});
     ScanPlayers(Base, [&](PlayerEntryRead& Entry) {
         // A slot above MaxPlayers has no place in the array: passed over, the rest is read.
-        if (Entry.Slot < BySlot.size()) BySlot[Entry.Slot] = ElementOf(Base, Pings, Mode, Entry);
+        if (Entry.Slot < BySlot.size()) BySlot[Entry.Slot] = ElementOf(Base, Read, Mode, Entry);
     });
 }
 
-void ReadTable(Long Profile, TextView Mode, PlayerTable& Table) {
+void ReadTable(Long Profile, TextView Mode, Shared& Read, PlayerTable& Table) {
     ReadGameState(Profile); // fails here, before anything is reset, when there is no server to read
     Table.Begun = true;
     mdlVNT::BlueCount = mdlVNT::RedCount = 0;
     const TableBase Base = ReadTableBase(Profile);
     if (Mode == L"LIST")
-        ReadRows(Base, Table);
+        ReadRows(Base, Read, Table);
     else
-        ReadArray(Base, Mode, Table.BySlot);
+        ReadArray(Base, Read, Mode, Table.BySlot);
 }
 
 bool IsMode(TextView Mode) {
@@ -183,12 +205,13 @@ void AddOnce(Collection<Long>& Values, Long Value, const std::wstring& Key) {
 
 // Returns false when the pass ends: a slot that cannot be.
 bool ReadExtrasOf(Long Profile, Long Process, Long Record) {
-    const std::wstring Name = MemoryHelper::ReadStr(Process, OffsetBy(Record, StatsRecord::Name));
+    const std::wstring Name = ReadName(Process, OffsetBy(Record, StatsRecord::Name));
     if (Name.empty()) return true;
     const Long Slot = MemoryHelper::ReadLong(Process, OffsetBy(Record, StatsRecord::Slot));
     if (Slot > MaxSlot) return false;
     const std::wstring Key = Name + L"_" + ToText(Slot);
     const Long Entity = MemoryHelper::ReadLong(Process, OffsetBy(Record, StatsRecord::Entity));
+    if (Entity == 0) return true; // not in the game yet
     const Long Life = MemoryHelper::ReadLong(Process, OffsetBy(Entity, EntityLifeState));
     AddOnce(mdlVNT::LifeStates(Profile), Life, Key);
     const Long Armed = MemoryHelper::ReadLong(Process, OffsetBy(Record, StatsRecord::Armed));
@@ -206,13 +229,9 @@ std::wstring GetPlayerIp(Long Profile, std::uint8_t Slot, Long PlyrStats, Long I
         Process, RecordAddress(IpList, Client, ClientAddress::Stride, ClientAddress::FirstOffset));
 }
 
-std::wstring ConvertIP(TextView Text, Long Profile) noexcept {
-    std::wstring Dotted;
-    Trapped(L"ConvertIP", Profile, [&] {
-        const std::wstring Digits = Trim(Text);
-        Dotted = Digits == L"0" ? std::wstring(NoAddress) : DottedFrom(Digits);
-    });
-    return Dotted;
+std::wstring ConvertIP(TextView Text) {
+    const std::wstring Digits = Trim(Text);
+    return Digits == L"0" ? std::wstring(NoAddress) : DottedFrom(Digits);
 }
 
 void GetPlayerExtras(Long Profile, Long Count, Long SerDedi) noexcept {
@@ -231,7 +250,9 @@ void GetPlayerExtras(Long Profile, Long Count, Long SerDedi) noexcept {
 
 PlayerTable GetPlayerList(Long Profile, TextView Mode) noexcept {
     PlayerTable Table;
-    if (IsMode(Mode))
-        Table.Complete = Trapped(L"GetPlayerList", Profile, [&] { ReadTable(Profile, Mode, Table); });
+    if (!IsMode(Mode)) return Table;
+    Shared Read;
+    Table.Complete = Trapped(L"GetPlayerList", Profile, [&] { ReadTable(Profile, Mode, Read, Table); });
+    for (const ReadFailure* Failed : {&Read.Pings, &Read.Addresses}) Failed->Report(Profile);
     return Table;
 }

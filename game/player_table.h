@@ -39,9 +39,9 @@ PlayerTable GetPlayerList(Long Profile, TextView Mode) noexcept;
 // addresses of the map hold.
 std::wstring GetPlayerIp(Long Profile, std::uint8_t Slot, Long PlyrStats, Long IpList);
 
-// The dotted address of eight hexadecimal digits, in reverse order of their pairs; "0.0.0.0" for "0". A pair
-// that is not hexadecimal is reported under "ConvertIP"; the result is then empty.
-std::wstring ConvertIP(TextView Text, Long Profile) noexcept;
+// The dotted address of eight hexadecimal digits, in reverse order of their pairs; "0.0.0.0" for "0". Error
+// 13 for a pair that is missing or not hexadecimal.
+std::wstring ConvertIP(TextView Text);
 
 // Reads the life state and the armed flag of every statistics record into LifeStates and ArmedFlags, by the
 // key name, "_", slot. Count is the number of records, SerDedi the word of that name. Reports under its own

@@ -10,24 +10,28 @@ bool Settings::IsPeriod(TextView Text) { return IsNumeric(Text) && Text >= L"1";
 
 bool PlayersIniExists() { return Platform::FileExists(mdlVNT::PlayersIniPath); }
 
-std::wstring ReadSetting(Long Profile, const Setting& Read) {
+std::wstring ReadSetting(Long Profile, const Setting& Kind) {
     const std::wstring Folder = mdlVNT::Profiles(Profile).ProfileFolder;
-    return Platform::GetProfileText(Read.Name, Folder, mdlVNT::PlayersIniPath);
+    return Platform::GetProfileText(Kind.Name, Folder, mdlVNT::PlayersIniPath);
 }
 
-std::wstring ReadValidSetting(Long Profile, const Setting& Read) {
-    std::wstring Text = ReadSetting(Profile, Read);
-    return Read.IsValid(Text) ? Text : std::wstring(Read.Default);
+std::wstring ReadValidSetting(Long Profile, const Setting& Kind) {
+    std::wstring Text = ReadSetting(Profile, Kind);
+    return Kind.IsValid(Text) ? Text : std::wstring(Kind.Default);
 }
 
-void WriteSetting(Long Profile, const Setting& Written, TextView Value) {
-    RefuseLineBreaks(Value);
+bool KernelMethodIsSet(Long Profile) {
+    return PlayersIniExists() && ReadSetting(Profile, Settings::BanMethod) == L"1";
+}
+
+void WriteSetting(Long Profile, const Setting& Kind, TextView Value) {
     const std::wstring Folder = mdlVNT::Profiles(Profile).ProfileFolder;
+    if (!CanBeValue(Value))
+        Fail(ErrorNumber::InvalidCall, L"The setting is too long or holds a control character.");
     if (!CanBeKey(Folder))
         Fail(ErrorNumber::InvalidCall,
              L"Players.ini cannot hold settings of the folder \"" + Folder + L"\".");
-    const bool Stored = Platform::WriteProfileText(Written.Name, Folder, Value, mdlVNT::PlayersIniPath);
-    if (!Stored && PlayersIniExists())
+    if (!Platform::WriteProfileText(Kind.Name, Folder, Value, mdlVNT::PlayersIniPath))
         Fail(ErrorNumber::PathAccess,
              ErrorDescription(ErrorNumber::PathAccess) + L": " + mdlVNT::PlayersIniPath);
 }

@@ -32,11 +32,12 @@ inline constexpr Setting RefreshInterval{L"RefreshInterval", L"5", IsPeriod, IsN
 bool PlayersIniExists();
 
 // The stored text; empty when file, section or key is missing.
-std::wstring ReadSetting(Long Profile, const Setting& Read);
+std::wstring ReadSetting(Long Profile, const Setting& Kind);
 // The stored text when it is valid, else the default.
-std::wstring ReadValidSetting(Long Profile, const Setting& Read);
+std::wstring ReadValidSetting(Long Profile, const Setting& Kind);
+// Whether bans are enforced by the kernel driver: the stored BanMethod is exactly "1".
+bool KernelMethodIsSet(Long Profile);
 
-// Stored as given. Error 5 for a text with line breaks, and when the profile's folder cannot be a key of the
-// file; error 75 when the file is there and cannot be written (another program has it open, the disk is
-// full). Where the file cannot be made at all, the setting has always been lost silently.
-void WriteSetting(Long Profile, const Setting& Written, TextView Value);
+// Stored as given. Error 5 for a text with control characters or of more than LongestText characters, and
+// when the profile's folder cannot be a key of the file; error 75 when the file cannot be written.
+void WriteSetting(Long Profile, const Setting& Kind, TextView Value);

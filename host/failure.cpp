@@ -1,6 +1,7 @@
 // Descriptions of error numbers, and the one catch ladder.
 #include "host/failure.h"
 
+#include <cstring>
 #include <exception>
 #include <new>
 #include <utility>
@@ -33,7 +34,9 @@ std::wstring ErrorDescription(Long Number) {
 
 void Fail(Long Number, std::wstring Description, Place Where) {
     if (Description.empty()) Description = ErrorDescription(Number);
-    throw Failure{Number, std::move(Description), static_cast<Long>(Where.line())};
+    const char* const File = std::strrchr(Where.file_name(), '/');
+    throw Failure{Number, std::move(Description), static_cast<Long>(Where.line()),
+                  File != nullptr ? File + 1 : Where.file_name()};
 }
 
 Failure CurrentFailure() noexcept {
@@ -43,15 +46,15 @@ Failure CurrentFailure() noexcept {
         return std::move(Caught);
     } catch (const std::bad_alloc&) {
         // The description stays empty: this path must not need memory.
-        return Failure{ErrorNumber::OutOfMemory, {}, 0};
+        return Failure{ErrorNumber::OutOfMemory, {}, 0, ""};
     } catch (const std::exception& Caught) {
         try {
             const std::string Text = Caught.what();
-            return Failure{ErrorNumber::InternalError, std::wstring(Text.begin(), Text.end()), 0};
+            return Failure{ErrorNumber::InternalError, std::wstring(Text.begin(), Text.end()), 0, ""};
         } catch (...) {
-            return Failure{ErrorNumber::InternalError, {}, 0};
+            return Failure{ErrorNumber::InternalError, {}, 0, ""};
         }
     } catch (...) {
-        return Failure{ErrorNumber::InternalError, {}, 0};
+        return Failure{ErrorNumber::InternalError, {}, 0, ""};
     }
 }

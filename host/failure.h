@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <source_location>
 #include <string>
+#include <string_view>
+#include <utility>
 
 // The automation type of the same name: 32 bits, signed.
 using Long = std::int32_t;
@@ -13,9 +15,10 @@ using Long = std::int32_t;
 using Place = std::source_location;
 
 struct Failure {
-    Long Number;
+    Long Number; // 0: work that ended with its server, which nobody reports
     std::wstring Description;
     Long Line;
+    const char* File; // the source file without its folders; empty where it is not known
 };
 
 // Automation's own error numbers, as far as the plug-in raises them itself.
@@ -45,6 +48,16 @@ std::wstring ErrorDescription(Long Number);
 
 // Throws a Failure. An empty description becomes the number's usual one.
 [[noreturn]] void Fail(Long Number, std::wstring Description = {}, Place Where = Place::current());
+
+// Runs Body; a failure in it names what it was about: "Type mismatch [300.1.1.1]".
+template <class F> void Naming(std::wstring_view What, F&& Body) {
+    try {
+        std::forward<F>(Body)();
+    } catch (Failure& Caught) {
+        Caught.Description += L" [" + std::wstring(What) + L"]";
+        throw;
+    }
+}
 
 // The exception that is being handled, as a Failure. The one catch ladder of the product: call it in a
 // catch-all only. A foreign exception has line 0.

@@ -28,6 +28,8 @@ void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where
 
 bool FileExists(TextView Path);
 bool FolderExists(TextView Path);
+// Whether two paths, or two folders of profiles, are the same to the file system, which disregards case.
+bool IsSamePath(TextView A, TextView B) noexcept;
 // One level: error 76 when the parent is missing, 75 when it cannot be made.
 void CreateFolder(TextView Path, Place Where = Place::current());
 // Makes an empty file where none is; one that is there stays as it is. Errors 75, 76.
@@ -54,15 +56,18 @@ std::int64_t Milliseconds();
 
 enum class BoxIcon { Error, Information, Warning };
 void ShowBox(BoxIcon Icon, TextView Text, TextView Title);
+enum class Answer { Yes, No, Cancel };
 // True for Yes. Default is the answer of the Enter key.
-enum class Answer { Yes, No };
 bool AskYesNo(TextView Text, TextView Title, Answer Default);
+// Cancel is the answer of the Enter and Esc keys.
+Answer AskYesNoCancel(TextView Text, TextView Title);
 // The text typed; empty on Cancel.
 std::wstring AskText(TextView Prompt, TextView Title);
 // The chosen path; absent on Cancel. Filter: "description|pattern".
 std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place Where = Place::current());
-// Has the box shown from the message loop, after the running call has returned. While one waits or is open,
-// a further one is dropped: it has been logged already.
-void PostErrorBox(TextView Text, TextView Title) noexcept;
+// Has the box shown from the message loop, after the running call has returned, without taking the focus. One
+// at a time: while one waits or stands, a further text is dropped, unless ToFront is set: then it replaces
+// the text, and a box that stands comes to the front.
+void PostErrorBox(TextView Text, TextView Title, bool ToFront) noexcept;
 
 } // namespace Platform

@@ -64,9 +64,9 @@ int HexDigit(wchar_t C) {
     return -1;
 }
 
-bool BreaksLine(wchar_t C) { return C == L'\0' || C == L'\r' || C == L'\n'; }
-
 } // namespace
+
+bool IsControl(wchar_t C) { return C < 0x20 || C == 0x7F; }
 
 std::wstring Trim(TextView Text) { return std::wstring(TrimmedView(Text)); }
 
@@ -125,9 +125,9 @@ std::wstring ToText(Long Number) {
 
 std::wstring TwoDigits(Long Number) { return (Number < 10 ? L"0" : L"") + ToText(Number); }
 
-std::wstring WithoutLineBreaks(TextView Text) {
+std::wstring WithoutControls(TextView Text) {
     std::wstring Clean(Text);
-    std::replace_if(Clean.begin(), Clean.end(), BreaksLine, L'?');
+    std::replace_if(Clean.begin(), Clean.end(), IsControl, L'?');
     return Clean;
 }
 
@@ -138,7 +138,7 @@ std::wstring HostBaseOf(std::wstring PluginFolder) {
     return PluginFolder;
 }
 
-void RefuseLineBreaks(TextView Text, Place Where) {
-    if (std::any_of(Text.begin(), Text.end(), BreaksLine))
-        Fail(ErrorNumber::InvalidCall, L"The text holds a line break or a NUL character.", Where);
+void RefuseControls(TextView Text, Place Where) {
+    if (std::any_of(Text.begin(), Text.end(), IsControl))
+        Fail(ErrorNumber::InvalidCall, L"The text holds a line break or another control character.", Where);
 }

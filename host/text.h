@@ -41,11 +41,12 @@ std::wstring ToText(Long Number);
 // Decimal text with a leading zero below 10. Not for negative numbers.
 std::wstring TwoDigits(Long Number);
 
-// Without NUL, CR and LF, which would break the line structure of a file: each becomes "?".
-std::wstring WithoutLineBreaks(TextView Text);
+// Without control characters (U+0000 to U+001F, U+007F), which break the lines and keys of a file, or end it
+// for many readers: each becomes "?".
+std::wstring WithoutControls(TextView Text);
+bool IsControl(wchar_t C);
+// Error 5 when the text holds one.
+void RefuseControls(TextView Text, Place Where = Place::current());
 
 // The base folder of the host: the plug-in's own folder without "\Plugins", "\plugins" and "\dlls\Vantor".
 std::wstring HostBaseOf(std::wstring PluginFolder);
-
-// Error 5 when the text holds NUL, CR or LF.
-void RefuseLineBreaks(TextView Text, Place Where = Place::current());

@@ -1,6 +1,5 @@
 #include "lists/ban_import.h"
 
-#include "game/mdlVNT.h"
 #include "host/file_helper.h"
 #include "lists/ban_lists.h"
 #include "lists/ban_references.h"
@@ -55,53 +54,54 @@ struct Import {
 
 enum class Outcome : unsigned char { Added, Skipped, Invalid };
 
-void Count(ImportCounts& Counts, Outcome Field) {
-    if (Field == Outcome::Invalid) return void(++Counts.Invalid);
+// Returns whether the field is in the file now.
+bool Count(ImportCounts& Counts, Outcome Field) {
+    if (Field == Outcome::Invalid) return ++Counts.Invalid, false;
     ++Counts.Found;
     ++(Field == Outcome::Added ? Counts.Added : Counts.Skipped);
+    return true;
 }
 
-Outcome AddName(Import& Running, const ForeignBan& Ban) {
+Outcome AddName(Import& Current, const ForeignBan& Ban) {
     // Kept on purpose: the bare tag digit never finds a stored entry, so that an import refreshes the stamps.
     const std::wstring Digit = Ban.Name.Tag.substr(1, 1);
-    if (HasBareName(Running.Files, Ban.Name.Name + Digit)) return Outcome::Skipped;
-    if (!StoreBannedName(Running.Files, Ban.Name, Running.Stamp, Ban.Reason)) return Outcome::Invalid;
-    Running.Added.push_back({true, Ban.Name.Item()});
+    if (HasBareName(Current.Files, Ban.Name.Name + Digit)) return Outcome::Skipped;
+    if (!StoreBannedName(Current.Files, Ban.Name, Current.Stamp, Ban.Reason)) return Outcome::Invalid;
+    Current.Added.push_back({true, Ban.Name.Item()});
     return Outcome::Added;
 }
 
-Outcome AddAddress(Import& Running, const std::wstring& Address) {
-    if (!IsBannableIp(Address)) return Outcome::Invalid;
-    if (HasBannedIp(Running.Files, Address)) return Outcome::Skipped;
-    StoreBannedIp(Running.Files, Address, Running.Stamp);
-    Running.Added.push_back({false, Address});
-    mdlVNT::IpListChanged(Running.Files.Profile) = true;
+Outcome AddAddress(Import& Current, const std::wstring& Address) {
+    if (HasBannedIp(Current.Files, Address)) return Outcome::Skipped;
+    const IpListChange Change(Current.Files.Profile);
+    if (!StoreBannedIp(Current.Files, Address, Current.Stamp)) return Outcome::Invalid;
+    Current.Added.push_back({false, Address});
     return Outcome::Added;
 }
 
 // Name and address are judged apart: if the name cannot be stored, the address is still banned.
-void AddLine(Import& Running, const std::wstring& Line) {
+void AddLine(Import& Current, const std::wstring& Line) {
     const ForeignBan Ban = ParseLine(Line);
     const bool HasName = !Ban.Name.Name.empty();
-    if (!HasName && Ban.Address.empty()) ++Running.Counts.Invalid;
-    if (HasName) Count(Running.Counts, AddName(Running, Ban));
-    if (!Ban.Address.empty()) Count(Running.Counts, AddAddress(Running, Ban.Address));
-    if (HasName && IsBannableIp(Ban.Address)) AddBanReference(Running.Files, Ban.Name.Name, Ban.Address);
+    if (!HasName && Ban.Address.empty()) ++Current.Counts.Invalid;
+    const bool NameIsThere = HasName && Count(Current.Counts, AddName(Current, Ban));
+    const bool IpIsThere = !Ban.Address.empty() && Count(Current.Counts, AddAddress(Current, Ban.Address));
+    if (NameIsThere && IpIsThere) AddBanReference(Current.Files, Ban.Name.Name, Ban.Address);
 }
 
 } // namespace
 
 ImportCounts ImportBanFile(const BanFiles& Files, TextView Path, std::vector<ImportedEntry>& Added,
                            const Progress& GoOn) {
-    Import Running{Files, TimeStamp(), {}, Added};
+    Import Current{Files, TimeStamp(), {}, Added};
     const Lines File = FileHelper::ReadFile(Path);
     Long Done = 0;
     for (const std::wstring& Line : File) {
-        Running.Counts.IsWhole = !GoOn || GoOn(Done++, static_cast<Long>(File.size()));
-        if (!Running.Counts.IsWhole) break;
-        if (!Line.empty()) AddLine(Running, WithoutLineBreaks(Line));
+        Current.Counts.IsWhole = !GoOn || GoOn(Done++, static_cast<Long>(File.size()));
+        if (!Current.Counts.IsWhole) break;
+        if (!Line.empty()) AddLine(Current, WithoutControls(Line));
     }
-    return Running.Counts;
+    return Current.Counts;
 }
 
 std::wstring ImportSummary(const ImportCounts& Counts) {

@@ -12,10 +12,6 @@ constexpr TextView NamesSection = L"Players";
 constexpr TextView IpsSection = L"IpAddresses";
 constexpr TextView ReasonSeparator = L"[-]";
 
-void EnsureFolder(const std::wstring& Folder) {
-    if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder);
-}
-
 // The items that ItemOf makes of a section's lines; an empty item is left out. Absent when the file is
 // missing.
 template <class F> std::optional<Lines> ReadItems(TextView Section, const std::wstring& File, F&& ItemOf) {
@@ -46,7 +42,14 @@ std::wstring TimeStamp() {
     return DateText(Local) + L" " + ListTimeText(Local);
 }
 
-void EnsureSettingsFolder(Long Profile) { EnsureFolder(mdlVNT::SettingsFolder(Profile)); }
+void EnsureFolder(const std::wstring& Folder) {
+    if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder);
+}
+
+IpListChange::IpListChange(Long Index) : Profile(Index) { mdlVNT::IpListChanged(Profile) = true; }
+IpListChange::~IpListChange() {
+    if (mdlVNT::IpListChanged.Has(Profile)) mdlVNT::IpListChanged(Profile) = true;
+}
 
 std::optional<Lines> GetBannedNames(Long Profile) noexcept {
     std::optional<Lines> Items;
@@ -69,7 +72,7 @@ bool HasBannedName(const BanFiles& Files, TextView Name) {
 }
 
 bool HasBareName(const BanFiles& Files, TextView Name) {
-    return !FileHelper::GetIniKey(NamesSection, Name, Files.Names).empty();
+    return !EndsInTag(Name) && !FileHelper::GetIniKey(NamesSection, Name, Files.Names).empty();
 }
 
 bool HasBannedIp(const BanFiles& Files, TextView Pattern) {
@@ -113,7 +116,7 @@ std::wstring BannedIpDate(Long Profile, TextView Address) {
 
 bool StoreBannedName(const BanFiles& Files, const BannedName& Banned, TextView Stamp, TextView Reason) {
     const std::wstring Key = Banned.Key();
-    if (!CanBeKey(Key)) return false;
+    if (!CanBeKey(Key) || !CanBeValue(Reason)) return false;
     EnsureFolder(Files.Folder);
     FileHelper::WriteIniKey(NamesSection, Key,
                             std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason),
@@ -122,17 +125,20 @@ bool StoreBannedName(const BanFiles& Files, const BannedName& Banned, TextView S
 }
 
 bool StoreBannedIp(const BanFiles& Files, TextView Address, TextView Stamp) {
-    if (!IsBannableIp(Address)) return false;
+    const std::wstring Key = Trim(Address);
+    if (!CanBeKey(Key)) return false;
     EnsureFolder(Files.Folder);
-    FileHelper::WriteIniKey(IpsSection, Trim(Address), Stamp, Files.Ips);
-    return true;
+    FileHelper::WriteIniKey(IpsSection, Key, Stamp, Files.Ips);
+    return HasBannedIp(Files, Key);
 }
 
 void RemoveBannedName(const BanFiles& Files, const BannedName& Banned) {
+    RequireOwnKey(Banned.Key());
     Platform::DeleteProfileKey(NamesSection, Banned.Key(), Files.Names);
 }
 
 void RemoveBannedIp(const BanFiles& Files, TextView Address) {
+    RequireOwnKey(Address);
     Platform::DeleteProfileKey(IpsSection, Address, Files.Ips);
 }
 

@@ -26,8 +26,12 @@ struct BanFiles {
 // Local date and time as every entry carries it: "2004-07-09 9:05:03".
 std::wstring TimeStamp();
 
-// Makes the settings folder of a profile when it is missing.
-void EnsureSettingsFolder(Long Profile);
+// Makes a folder of BanFiles when it is missing.
+void EnsureFolder(const std::wstring& Folder);
+
+// What somebody is told when an entry is not in the file after it was written.
+inline constexpr TextView NameNotStored = L"The name could not be stored in the ban list.";
+inline constexpr TextView IpNotStored = L"The address could not be stored in the ban list.";
 
 // --- Reading
 
@@ -39,8 +43,9 @@ std::optional<Lines> GetBannedIps(Long Profile) noexcept;
 
 // Whether the whole name is banned.
 bool HasBannedName(const BanFiles& Files, TextView Name);
-// Whether the name stands in the file without a tag. The plug-in writes every name with one, so that this
-// finds only what somebody wrote by hand; such an entry has always stopped a ban.
+// Whether the name stands in the file without a tag, which only somebody who wrote it by hand can have done;
+// such an entry has always stopped a ban. A name that ends in a tag itself would find another one's entry and
+// has none.
 bool HasBareName(const BanFiles& Files, TextView Name);
 // Whether the address or pattern stands in the file, to the letter.
 bool HasBannedIp(const BanFiles& Files, TextView Pattern);
@@ -60,13 +65,27 @@ std::wstring BannedIpDate(Long Profile, TextView Address);
 
 // --- Writing. The settings folder is made when it is missing.
 
-// Returns whether the entry is in the file, where it is looked up after it was written: the INI format cannot
-// carry every name as a key.
+// Both return whether the entry is in the file, where it is looked up after it was written: the INI format
+// cannot carry every key, and a write may be lost without a word.
 bool StoreBannedName(const BanFiles& Files, const BannedName& Banned, TextView Stamp, TextView Reason);
-// Returns false when the address cannot be banned (IsBannableIp). Blanks around it are left out.
+// Blanks around the address are left out.
 bool StoreBannedIp(const BanFiles& Files, TextView Address, TextView Stamp);
 
-// --- Removing. An entry that is not there is no failure.
+// Around a change of the addresses that the packet filter is to know: sets IpListChanged before and after it,
+// so that a tick inside the change does not take the flag away.
+class IpListChange {
+public:
+    explicit IpListChange(Long Profile);
+    ~IpListChange();
+    IpListChange(const IpListChange&) = delete;
+    IpListChange& operator=(const IpListChange&) = delete;
+
+private:
+    Long Profile;
+};
+
+// --- Removing. An entry that is not there is no failure. Error 5 for one that does not survive the code
+// page: it would be another one's.
 
 // By the direct private-profile write; errors 75 and 76.
 void RemoveBannedName(const BanFiles& Files, const BannedName& Banned);

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "game/ini_key.h"
 #include "game/show_msg.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
+#include "host/work.h"
 #include "lists/first_failure.h"
 #include "lists/numbered_section.h"
 
@@ -13,7 +15,10 @@ namespace {
 Long UpperBound(const Lines& Section) { return static_cast<Long>(Section.size()) - 1; }
 
 // The system writes a section's name without the blanks around it, and does not find it with them.
-std::wstring SectionOf(TextView Name) { return Trim(Name); }
+std::wstring SectionOf(TextView Name) {
+    RequireOwnKey(Name);
+    return Trim(Name);
+}
 
 bool Continues(const Progress& GoOn, std::size_t Done, std::size_t Total) {
     return !GoOn || GoOn(static_cast<Long>(Done), static_cast<Long>(Total));
@@ -31,17 +36,19 @@ void UnlinkFromName(const std::wstring& Name, TextView Address, const std::wstri
 
 void AddBanReference(const BanFiles& Files, TextView Name, TextView Address) noexcept {
     Trapped(L"AddBanReference", Files.Profile, [&] {
-        if (!Platform::FileExists(Files.References)) Platform::CreateEmptyFile(Files.References);
         const std::wstring Section = SectionOf(Name);
-        const Lines Linked = ReadValues(Section, Files.References);
-        if (std::find(Linked.begin(), Linked.end(), Address) != Linked.end()) return;
-        FileHelper::WriteIniKey(Section, FreeKey(Section, Files.References, Linked.size()), Address,
-                                Files.References);
+        const Work Change(Work::Kind::FileChange, Files.Profile, Files.References);
+        if (!Platform::FileExists(Files.References)) Platform::CreateEmptyFile(Files.References);
+        const Entries Links = ReadEntries(Section, Files.References);
+        const auto IsLink = [&](const auto& Link) { return Link.second == Address; };
+        if (std::ranges::none_of(Links, IsLink))
+            FileHelper::WriteIniKey(Section, FreeKey(Links), Address, Files.References);
     });
 }
 
 void UnlinkAddress(const BanFiles& Files, TextView Address,
                    const std::function<void(const std::wstring& Name)>& OnLinked, const Progress& GoOn) {
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.References);
     const Lines Names = FileHelper::GetAllIniSections(Files.References);
     if (UpperBound(Names) < 1) return;
     FirstFailure Failed;
@@ -54,7 +61,8 @@ void UnlinkAddress(const BanFiles& Files, TextView Address,
 void UnlinkName(const BanFiles& Files, TextView Name,
                 const std::function<void(const std::wstring& Address)>& OnLinked, const Progress& GoOn) {
     const std::wstring Section = SectionOf(Name);
-    const Lines Addresses = ReadValues(Section, Files.References);
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.References);
+    const Lines Addresses = ValuesOf(ReadEntries(Section, Files.References));
     FirstFailure Failed;
     for (std::size_t Row = 0; Row < Addresses.size(); ++Row) {
         if (!Continues(GoOn, Row, Addresses.size())) return Failed.Throw();

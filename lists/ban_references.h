@@ -2,7 +2,8 @@
 // with an address each.
 //
 // Links outlive the entries that they lead to: whatever ends the process on the way, an entry that is still
-// banned can be found by its link.
+// banned can be found by its link. One change of the file at a time: one inside a call of another is refused
+// (error 5).
 #pragma once
 
 #include <functional>

@@ -33,6 +33,8 @@ bool HoldsTag(TextView Key) {
     return Key.find(WholeTag) != TextView::npos || Key.find(PartTag) != TextView::npos;
 }
 
+bool EndsInTag(TextView Key) { return Key.ends_with(WholeTag) || Key.ends_with(PartTag); }
+
 std::optional<std::wstring> PartOfKey(std::wstring Key) {
     if (!Key.ends_with(PartTag)) return std::nullopt;
     Key.resize(Key.size() - TagLength);
@@ -40,9 +42,8 @@ std::optional<std::wstring> PartOfKey(std::wstring Key) {
 }
 
 std::optional<BannedName> PartInsteadOf(TextView Name) {
-    const auto Start = Name.find_first_not_of(L"[; \t");
-    if (Start == 0 || Start == TextView::npos) return std::nullopt;
+    const std::size_t Start = OddBeginning(Name);
     const TextView Rest = Name.substr(Start);
-    if (Rest.size() < FewestLetters || !CanBeKey(Rest)) return std::nullopt;
+    if (Start == 0 || Rest.size() < FewestLetters || !CanBeKey(Rest)) return std::nullopt;
     return BannedName::Part(Rest);
 }

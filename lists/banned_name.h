@@ -21,8 +21,9 @@ struct BannedName {
     bool IsPart() const;
 };
 
-// Whether a tag stands anywhere in a key.
+// Whether a tag stands anywhere in a key, or at its end.
 bool HoldsTag(TextView Key);
+bool EndsInTag(TextView Key);
 // The part of a name that a key such as "bob[2]" bans; none for any other key.
 std::optional<std::wstring> PartOfKey(std::wstring Key);
 

@@ -1,6 +1,5 @@
 #include "lists/ip_pattern.h"
 
-#include "game/ini_key.h"
 #include "game/player_table.h"
 
 namespace {
@@ -26,7 +25,5 @@ bool IsValidIp(TextView Text) {
 
 bool IsKnownIp(TextView Address) {
     const std::wstring Text = Trim(Address);
-    return !Text.empty() && Text != NoAddress;
+    return Text != NoAddress && IsValidIp(Text);
 }
-
-bool IsBannableIp(TextView Address) { return IsKnownIp(Address) && CanBeKey(Trim(Address)); }

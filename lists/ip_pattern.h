@@ -7,9 +7,6 @@
 // always been accepted.
 bool IsValidIp(TextView Text);
 
-// Whether an address can be banned at all: it is known (not blank, not "0.0.0.0", which everybody has whose
-// address the server does not know yet) and can be a key of the file. Blanks around it do not count.
-bool IsBannableIp(TextView Address);
-
-// Whether an address is known, see above.
+// Whether a text is the address of a player: valid, and not "0.0.0.0", which everybody has whose address the
+// server does not know yet. Blanks around it do not count.
 bool IsKnownIp(TextView Address);

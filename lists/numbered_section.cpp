@@ -1,5 +1,7 @@
 #include "lists/numbered_section.h"
 
+#include <algorithm>
+
 #include "host/file_helper.h"
 #include "lists/first_failure.h"
 
@@ -32,16 +34,6 @@ void WriteAnew(TextView Section, const Lines& Values, TextView File) {
 
 } // namespace
 
-Lines ReadValues(TextView Section, TextView File) {
-    Lines Values;
-    for (const std::wstring& Line : FileHelper::GetIniSection(Section, File)) {
-        if (Trim(Line).empty()) continue;
-        Values.push_back(FileHelper::ParseIniKey(Line));
-        if (Values.back().empty() && !Trim(Line).ends_with(L'=')) Fail(ErrorNumber::TypeMismatch);
-    }
-    return Values;
-}
-
 Entries ReadEntries(TextView Section, TextView File) {
     Entries Present;
     for (const std::wstring& Line : FileHelper::GetIniSection(Section, File)) {
@@ -59,9 +51,11 @@ Lines ValuesOf(const Entries& Present) {
     return Values;
 }
 
-std::wstring FreeKey(TextView Section, TextView File, std::size_t Count) {
-    while (!FileHelper::GetIniKey(Section, KeyAt(Count), File).empty()) ++Count;
-    return KeyAt(Count);
+std::wstring FreeKey(const Entries& Present) {
+    std::size_t Position = Present.size();
+    const auto IsTaken = [&](const auto& Entry) { return Entry.first == KeyAt(Position); };
+    while (std::ranges::any_of(Present, IsTaken)) ++Position;
+    return KeyAt(Position);
 }
 
 void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File) {

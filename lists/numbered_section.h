@@ -9,16 +9,13 @@
 
 using Entries = std::vector<std::pair<std::wstring, std::wstring>>;
 
-// The values of a section's lines, in file order. Error 13 when the host answers a line that has a value with
+// Key and value of each line, in file order. Error 13 when the host answers a line that has a value with
 // nothing: the value would be written back as empty.
-Lines ReadValues(TextView Section, TextView File);
-
-// Key and value of each line. Error 13 as above.
 Entries ReadEntries(TextView Section, TextView File);
 Lines ValuesOf(const Entries& Present);
 
 // The key for a further value: the number of values, or the next one that is free in a section with gaps.
-std::wstring FreeKey(TextView Section, TextView File, std::size_t Count);
+std::wstring FreeKey(const Entries& Present);
 
 // Makes the values the whole section, numbered from "0"; Present is what stands there. A section without gaps
 // is changed in place and what is too much deleted last: a process killed on the way leaves a value twice,

@@ -1,13 +1,13 @@
 #include "lists/slap_messages.h"
 
 #include <algorithm>
-#include <set>
 
 #include "game/ini_key.h"
 #include "game/mdlVNT.h"
 #include "game/player_actions.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
+#include "host/work.h"
 #include "lists/ban_lists.h"
 #include "lists/numbered_section.h"
 
@@ -22,29 +22,13 @@ constexpr TextView MessagesSection = L"Messages";
 // Writes a message and looks whether it is there; when it is not, puts back what was there before (absent:
 // nothing) and fails.
 void WriteSlap(const std::wstring& File, TextView Key, TextView Message, MaybeText Before) {
-    if (Trim(Message).empty() || !Platform::SurvivesSingleByte(Message)) FailNotStored();
+    if (Trim(Message).empty() || !CanBeValue(Message) || !Platform::SurvivesSingleByte(Message))
+        FailNotStored();
     FileHelper::WriteIniKey(MessagesSection, Key, Message, File);
     if (ReadsBackAs(Message, FileHelper::GetIniKey(MessagesSection, Key, File))) return;
     FileHelper::WriteIniKey(MessagesSection, Key, Before, File);
     FailNotStored();
 }
-
-// One change of a file at a time: one that the host starts inside a call of another would take the places
-// that the other has read, and a message would be lost.
-class Changing {
-public:
-    explicit Changing(const std::wstring& Changed) : File(Changed) {
-        if (!Files.insert(File).second)
-            Fail(ErrorNumber::InvalidCall, L"The slap messages are being changed already.");
-    }
-    ~Changing() { Files.erase(File); }
-    Changing(const Changing&) = delete;
-    Changing& operator=(const Changing&) = delete;
-
-private:
-    const std::wstring& File;
-    static inline std::set<std::wstring> Files;
-};
 
 // Where a message stands: where it is expected, else where it stands first; the number of entries when it
 // does not.
@@ -60,20 +44,19 @@ std::size_t PositionOf(const Entries& Present, TextView Message, std::size_t Exp
 std::optional<Lines> ReadSlaps(Long Profile) {
     const std::wstring File = mdlVNT::SlapsPath(Profile);
     if (!Platform::FileExists(File)) return std::nullopt;
-    return ReadValues(MessagesSection, File);
+    return ValuesOf(ReadEntries(MessagesSection, File));
 }
 
 void AddSlap(Long Profile, TextView Message) {
     const std::wstring File = mdlVNT::SlapsPath(Profile);
-    const Changing OneAtATime(File);
-    EnsureSettingsFolder(Profile); // before the first call that may give the index to another folder
-    const std::size_t Count = ReadValues(MessagesSection, File).size();
-    WriteSlap(File, FreeKey(MessagesSection, File, Count), Message, std::nullopt);
+    const Work Change(Work::Kind::FileChange, Profile, File);
+    EnsureFolder(mdlVNT::SettingsFolder(Profile));
+    WriteSlap(File, FreeKey(ReadEntries(MessagesSection, File)), Message, std::nullopt);
 }
 
 bool EditSlap(Long Profile, TextView Old, TextView New, std::size_t Expected) {
     const std::wstring File = mdlVNT::SlapsPath(Profile);
-    const Changing OneAtATime(File);
+    const Work Change(Work::Kind::FileChange, Profile, File);
     const Entries Present = ReadEntries(MessagesSection, File);
     const std::size_t Position = PositionOf(Present, Old, Expected);
     if (Position == Present.size()) return false;
@@ -83,7 +66,7 @@ bool EditSlap(Long Profile, TextView Old, TextView New, std::size_t Expected) {
 
 void DeleteSlap(Long Profile, TextView Message, std::size_t Expected) {
     const std::wstring File = mdlVNT::SlapsPath(Profile);
-    const Changing OneAtATime(File);
+    const Work Change(Work::Kind::FileChange, Profile, File);
     const Entries Present = ReadEntries(MessagesSection, File);
     const std::size_t Position = PositionOf(Present, Message, Expected);
     if (Position == Present.size()) return;

@@ -9,8 +9,9 @@
 // The messages in order; absent when the file is missing.
 std::optional<Lines> ReadSlaps(Long Profile);
 
-// Both fail with error 5 for a message that the file cannot hold (blank, too long, letters that the system's
-// code page lacks) and leave the list as it was.
+// One change of the file at a time: one inside a call of another is refused (error 5). The first two also
+// fail with 5 for a message that the file cannot hold (blank, too long, letters that the system's code page
+// lacks), and leave the list as it was.
 //
 // Appends a message under the key that is its position.
 void AddSlap(Long Profile, TextView Message);

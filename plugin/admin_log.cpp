@@ -22,5 +22,5 @@ void WriteAdminLog(const Pdat& Data, TextView Action, TextView Tail) {
     if (!Platform::FolderExists(Folder)) Platform::CreateFolder(Folder);
     const std::wstring File = Folder + L"\\" + DateText(Local) + L".txt";
     if (!Platform::FileExists(File)) Platform::CreateEmptyFile(File);
-    FileHelper::AppendFile(File, WithoutLineBreaks(Line));
+    FileHelper::AppendFile(File, WithoutControls(Line));
 }

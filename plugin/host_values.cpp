@@ -25,6 +25,7 @@ template <class F> auto Attempted(F&& Convert) -> std::optional<decltype(Convert
 
 HostValue HostValueFrom(const VARIANT& Value) {
     Variant Direct;
+    if (IsRecord(Value)) return {};
     if (FAILED(VariantCopyInd(&Direct.Value, const_cast<VARIANT*>(&Value)))) return {};
     HostValue Made;
     Made.Text = Attempted([&] { return ToWideText(Direct.Value); });
@@ -37,7 +38,8 @@ Pdat PdatFrom(const VARIANT& PDAT) {
     if (IsMissing(PDAT)) Fail(ErrorNumber::ArgumentNotOptional);
     const ArrayView Given = ArrayIn(PDAT);
     SAFEARRAY* const Array = Given.Array;
-    if (Array == nullptr || SafeArrayGetDim(Array) != 1) Fail(ErrorNumber::TypeMismatch);
+    if (Array == nullptr || Given.Type == VT_RECORD || SafeArrayGetDim(Array) != 1)
+        Fail(ErrorNumber::TypeMismatch);
     LONG Lower = 0;
     LONG Upper = -1;
     if (FAILED(SafeArrayGetLBound(Array, 1, &Lower)) || FAILED(SafeArrayGetUBound(Array, 1, &Upper)))

@@ -5,6 +5,7 @@
 #include "game/mdlVNT.h"
 #include "game/memory_map.h"
 #include "game/show_msg.h"
+#include "host/work.h"
 #include "window/frmVNT.h"
 
 namespace {
@@ -19,14 +20,10 @@ ProfileRecord RecordFrom(const Pdat& Data) {
     Record.HostText5 = PdatText(Data, PdatElement::HostText5);
     Record.MessageRef = PdatNumber(Data, PdatElement::MessageRef);
     Record.ProfileFolder = PdatText(Data, PdatElement::ProfileFolder);
-    RefuseLineBreaks(Record.ProfileFolder); // it becomes a key of Players.ini
+    RefuseControls(Record.ProfileFolder); // it becomes a key of Players.ini
     Record.HostText8 = PdatText(Data, PdatElement::HostText8);
     Record.IsAffiliate = IsAffiliateGame(Record.GameId);
     return Record;
-}
-
-template <class T> void ResetElement(PerProfile<T>& Array, Long Index) {
-    if (Array.Has(Index)) Array(Index) = T();
 }
 
 } // namespace
@@ -38,13 +35,19 @@ bool SetProfileData(Long Index, const Pdat& Data) noexcept {
         mdlVNT::GrowProfileArrays(Index);
         mdlVNT::IpListChanged(Index) = true;
         // As a whole or not at all: half a record would read one server and send its commands to another.
-        mdlVNT::Profiles(Index) = RecordFrom(Data);
+        ProfileRecord Record = RecordFrom(Data);
+        if (IsOtherServer(Record, mdlVNT::Profiles(Index))) {
+            Work::End(Index, Work::Fate::Exchanged);
+            mdlVNT::ClearProfile(Index); // nobody is punished for what a namesake did elsewhere
+        }
+        mdlVNT::Profiles(Index) = std::move(Record);
         SetMemory(Index, mdlVNT::Profiles(Index).IsAffiliate);
     });
 }
 
 void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
     if (Index == 0 || !SetProfileData(Index, Data)) return; // a failure has been reported
+    const Work Own(Work::Kind::Load, Index);
     // Before the profile changes: without them the window would show one profile and edit another.
     const Long AreaWidth = PdatNumber(Data, PdatElement::AreaWidth);
     const Long AreaHeight = PdatNumber(Data, PdatElement::AreaHeight);
@@ -55,12 +58,14 @@ void LoadInterface(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
     frmVNT::FormReload();
     frmVNT::Show();
     // Not if the host has closed it meanwhile, inside a helper call.
-    if (HasMemoryMap(Index) && frmVNT::IsLoaded()) frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
+    if (Own.ItsFate() != Work::Fate::Closed && frmVNT::IsLoaded())
+        frmVNT::LoadSweepTimer(Index, TickSeconds * 1000);
 }
 
 void HideInterface() { frmVNT::Hide(); }
 
 void UnLoadInterface() {
+    Work::EndAll();
     mdlVNT::HostName.clear();
     mdlVNT::LastProcessRef = 0;
     mdlVNT::MemoryMap.Reset();
@@ -68,6 +73,8 @@ void UnLoadInterface() {
     mdlVNT::ArmedFlags.Reset();
     mdlVNT::SwitchQueue.Reset();
     mdlVNT::IdleTables.Reset();
+    mdlVNT::TakesNoCommands.Reset();
+    mdlVNT::Outages.Reset();
     // The permanent kill and disarm lists stay on purpose: they last for a player's stay on the server.
     frmVNT::Unload();
     TakeDownFilter();
@@ -75,13 +82,7 @@ void UnLoadInterface() {
 
 void DisableProfile(Long Index) {
     CheckProfileIndex(Index);
+    Work::End(Index, Work::Fate::Closed);
     frmVNT::UnloadSweepTimer(Index);
-    if (mdlVNT::IpListChanged.Has(Index)) mdlVNT::IpListChanged(Index) = true;
-    ResetElement(mdlVNT::MemoryMap, Index);
-    ResetElement(mdlVNT::KillPermList, Index);
-    ResetElement(mdlVNT::DisarmPermList, Index);
-    ResetElement(mdlVNT::SwitchQueue, Index);
-    ResetElement(mdlVNT::LifeStates, Index);
-    ResetElement(mdlVNT::ArmedFlags, Index);
-    ResetElement(mdlVNT::IdleTables, Index);
+    mdlVNT::ClearProfile(Index);
 }

@@ -4,10 +4,10 @@ namespace {
 
 template <class T>
 const T& Converted(const Pdat& Data, std::size_t Element, std::optional<T> HostValue::*Form, Place Where) {
-    if (Element >= Data.size()) Fail(ErrorNumber::SubscriptOutOfRange, {}, Where);
-    const std::optional<T>& Value = Data[Element].*Form;
-    if (!Value) Fail(ErrorNumber::TypeMismatch, {}, Where);
-    return *Value;
+    const bool IsThere = Element < Data.size();
+    if (IsThere && Data[Element].*Form) return *(Data[Element].*Form);
+    const Long Number = IsThere ? ErrorNumber::TypeMismatch : ErrorNumber::SubscriptOutOfRange;
+    Fail(Number, ErrorDescription(Number) + L": PDAT(" + ToText(static_cast<Long>(Element)) + L")", Where);
 }
 
 } // namespace

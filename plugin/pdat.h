@@ -28,7 +28,7 @@ inline constexpr std::size_t AreaHeight = 12;    // twips
 inline constexpr std::size_t AreaWidth = 13;     // twips
 } // namespace PdatElement
 
-// Error 9 for an element that is not there, 13 for one of another kind.
+// Error 9 for an element that is not there, 13 for one of another kind; both name the element.
 std::wstring PdatText(const Pdat& Data, std::size_t Element, Place Where = Place::current());
 Long PdatNumber(const Pdat& Data, std::size_t Element, Place Where = Place::current());
 bool PdatFlag(const Pdat& Data, std::size_t Element, Place Where = Place::current());

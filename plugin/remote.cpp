@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "game/game_state.h"
+#include "game/ini_key.h"
 #include "game/mdlVNT.h"
 #include "game/player_actions.h"
 #include "game/settings.h"
@@ -10,36 +11,33 @@
 #include "lists/ban_references.h"
 #include "lists/slap_messages.h"
 #include "plugin/admin_log.h"
-#include "plugin/lifecycle.h"
 #include "plugin/remote_bundle.h"
 
 namespace {
 
 // --- The frame of every acting member, and the fields of its request
 
-// The request's text after the profile has been refreshed; absent when that failed, which is reported.
-std::optional<std::wstring> BeginRequest(const RemoteRequest& Request) {
-    if (!SetProfileData(Request.Profile, Request.HostData)) return std::nullopt;
+constexpr std::size_t LongestRequest = 16000; // characters
+
+std::wstring TextOf(const RemoteRequest& Request) {
     if (!Request.Data) Fail(ErrorNumber::ArgumentNotOptional);
     if (!Request.Data->Text) Fail(ErrorNumber::TypeMismatch);
-    return Request.Data->Text;
+    if (Request.Data->Text->size() > LongestRequest)
+        Fail(ErrorNumber::InvalidCall, L"The request is too long.");
+    return *Request.Data->Text;
 }
 
 // Act carries the request out and writes its log line. It returns false when it refused, or when an action on
 // the way has reported a failure.
 template <bool (*Act)(const RemoteRequest&, const std::wstring& Text)>
-void Telling(const RemoteRequest& Request, Long& Result) {
-    const std::optional<std::wstring> Text = BeginRequest(Request);
-    Result = Text && Act(Request, *Text) ? 1 : 0;
+void WithResult(const RemoteRequest& Request, Long& Result) {
+    Result = Act(Request, TextOf(Request)) ? 1 : 0;
 }
 
 // The same for the members whose result says nothing.
 template <void (*Act)(const RemoteRequest&, const std::wstring& Text)>
-void Silent(const RemoteRequest& Request, Long&) {
-    const std::optional<std::wstring> Text = BeginRequest(Request);
-    if (!Text) return;
-    RefuseLineBreaks(*Text);
-    Act(Request, *Text);
+void WithoutResult(const RemoteRequest& Request, Long&) {
+    Act(Request, TextOf(Request));
 }
 
 // Error 9 when there are fewer than Least.
@@ -49,39 +47,27 @@ Lines FieldsOf(const std::wstring& Text, std::size_t Least) {
     return Fields;
 }
 
-const std::wstring& Plain(const std::wstring& Field) {
-    RefuseLineBreaks(Field);
+// Error 5 for a text that no file and no log may get.
+const std::wstring& Checked(const std::wstring& Field) {
+    RefuseControls(Field);
+    if (Field.size() > LongestText) Fail(ErrorNumber::InvalidCall, L"The text is too long.");
     return Field;
 }
 
-// Whether the index still stands for the server that the request was meant for: the host may have given it to
-// another one, inside a call of ours.
-bool IsMeantServer(const RemoteRequest& Request) {
-    const ServerRef Present(Request.Profile);
-    return Present.ProcessRef == PdatNumber(Request.HostData, PdatElement::ProcessRef) &&
-           Present.MessageRef == PdatNumber(Request.HostData, PdatElement::MessageRef) &&
-           Present.ProfileFolder == PdatText(Request.HostData, PdatElement::ProfileFolder);
-}
-
-// Error 5 when it does not.
-void RequireMeantServer(const RemoteRequest& Request) {
-    if (!IsMeantServer(Request)) Fail(ErrorNumber::InvalidCall, L"The profile has changed meanwhile.");
+// The same for an empty one, which would be another key than the console meant, or no message.
+const std::wstring& CheckedName(const std::wstring& Field, const wchar_t* WhenEmpty) {
+    if (Field.empty()) Fail(ErrorNumber::InvalidCall, WhenEmpty);
+    return Checked(Field);
 }
 
 // Line ends inside a Base64 field are no part of its text; those of the text itself are refused.
-std::wstring Decoded(const RemoteRequest& Request, std::wstring Field) {
+std::wstring Decoded(std::wstring Field) {
     std::erase_if(Field, [](wchar_t C) { return C == L'\r' || C == L'\n'; });
-    std::wstring Text = MemoryHelper::Dec64(Field);
-    RequireMeantServer(Request);
-    RefuseLineBreaks(Text);
-    return Text;
+    return Checked(MemoryHelper::Dec64(Field));
 }
 
-// An empty key would be another one than the console meant.
-std::wstring DecodedKey(const RemoteRequest& Request, const std::wstring& Field) {
-    std::wstring Key = Decoded(Request, Field);
-    if (Key.empty()) Fail(ErrorNumber::InvalidCall, L"The name or address is empty.");
-    return Key;
+std::wstring DecodedKey(const std::wstring& Field) {
+    return CheckedName(Decoded(Field), L"The name or address is empty.");
 }
 
 // Error 13 for a text that is not a whole decimal number.
@@ -95,33 +81,29 @@ Long SlotOf(const std::wstring& Field) {
 // --- Players
 
 void SendPlayers(const RemoteRequest& Request, std::wstring& Reply) {
-    if (!SetProfileData(Request.Profile, Request.HostData)) return;
     if (ReadGameState(Request.Profile) == GameState::NoGame)
         Reply = L"Failed";
     else
         BuildReply(Request.Profile, Reply);
-    // Nobody is sent the lists of a server that he may not administer.
-    if (!IsMeantServer(Request)) Reply.clear();
-    RequireMeantServer(Request);
 }
 
 bool Punt(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 3);
-    const std::wstring Name = Decoded(Request, Fields[0]);
-    const std::wstring& Address = Plain(Fields[1]);
-    const std::wstring& Slot = Plain(Fields[2]);
+    const std::wstring Name = Decoded(Fields[0]);
+    const std::wstring& Address = Checked(Fields[1]);
+    const std::wstring& Slot = Checked(Fields[2]);
     const bool Ban = Fields.size() > 3;
     // Six fields and more are no request that any console makes: logged, not carried out.
     if (Fields.size() <= 5) {
-        const std::wstring Reason = Fields.size() == 5 ? Decoded(Request, Fields[4]) : std::wstring();
-        const PuntRequest Wanted{.Profile = Request.Profile,
-                                 .Name = Name,
-                                 .Ip = Address,
-                                 .Slot = SlotOf(Slot),
-                                 .Ban = Ban,
-                                 .Reason = Reason,
-                                 .Quiet = true};
-        if (!PuntPlayer(Wanted)) return false;
+        const std::wstring Reason = Fields.size() == 5 ? Decoded(Fields[4]) : std::wstring();
+        const PuntRequest Punt{.Profile = Request.Profile,
+                               .Name = Name,
+                               .Ip = Address,
+                               .Slot = SlotOf(Slot),
+                               .Ban = Ban,
+                               .Reason = Reason,
+                               .Quiet = true};
+        if (!PuntPlayer(Punt).Done) return false;
     }
     WriteAdminLog(Request.HostData, (Ban ? L"Ban Player #" : L"Punt Player #") + Slot + L" (Name: " + Name +
                                         L", IP: " + Address);
@@ -134,25 +116,28 @@ struct ArmAction {
     bool (*Act)(Long Profile, const std::wstring& Name);
 };
 
+bool AddForGood(PerProfile<NameList>& List, Long Profile, const std::wstring& Name) {
+    List(Profile).Add(CheckedName(Name, L"The name is empty."), Name);
+    return true;
+}
+
 constexpr ArmAction ArmActions[] = {
     {L"Kill", L"Kill Player",
      [](Long Profile, const std::wstring& Name) { return KillPlayer(Profile, Name, false); }},
     {L"Switch", L"Switch Player Team",
      [](Long Profile, const std::wstring& Name) { return SwitchTeam(Profile, Name); }},
     {L"KillPerm", L"Kill Player Permanently",
-     [](Long Profile, const std::wstring& Name) {
-         return mdlVNT::KillPermList(Profile).Add(Name, Name), true;
-     }},
+     [](Long Profile, const std::wstring& Name) { return AddForGood(mdlVNT::KillPermList, Profile, Name); }},
     {L"DisarmPerm", L"Disarm Player Permanently",
      [](Long Profile, const std::wstring& Name) {
-         return mdlVNT::DisarmPermList(Profile).Add(Name, Name), true;
+         return AddForGood(mdlVNT::DisarmPermList, Profile, Name);
      }},
 };
 
 bool Arm(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 2);
-    const std::wstring Name = Decoded(Request, Fields[0]);
-    const std::wstring& Keyword = Plain(Fields[1]);
+    const std::wstring Name = Decoded(Fields[0]);
+    const std::wstring& Keyword = Checked(Fields[1]);
     const auto Row = std::find_if(std::begin(ArmActions), std::end(ArmActions),
                                   [&](const ArmAction& Action) { return Action.Keyword == Keyword; });
     const bool IsKnown = Row != std::end(ArmActions);
@@ -184,28 +169,35 @@ void RemoveIp(Long Profile, const std::wstring& Address, bool WithLinks) {
 
 bool RemoveBanned(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 2);
-    const std::wstring Key = DecodedKey(Request, Fields[0]);
-    const std::wstring& Kind = Plain(Fields[1]);
+    const std::wstring Key = DecodedKey(Fields[0]);
+    const std::wstring& Kind = Checked(Fields[1]);
     const bool WithLinks = Fields.size() > 2 && Fields[2] == L"1";
     (Kind == L"Name" ? RemoveName : RemoveIp)(Request.Profile, Key, WithLinks);
     WriteAdminLog(Request.HostData, L"Remove Banned " + Kind + L" (" + Key);
     return true;
 }
 
-// The key of a name carries its tag.
 void AddName(Long Profile, const std::wstring& Key, const std::wstring& Reason) {
+    if (!EndsInTag(Key)) Fail(ErrorNumber::InvalidCall, L"The name does not end in [1] or [2].");
     if (!StoreBannedName(BanFiles(Profile), BannedName::OfKey(Key), TimeStamp(), Reason))
-        Fail(ErrorNumber::InvalidCall, L"The name could not be stored in the ban list.");
+        Fail(ErrorNumber::InvalidCall, std::wstring(NameNotStored));
+}
+
+void AddIp(Long Profile, const std::wstring& Pattern) {
+    if (!StoreBannedIp(BanFiles(Profile), Pattern, TimeStamp()))
+        Fail(ErrorNumber::InvalidCall, std::wstring(IpNotStored));
 }
 
 bool AddBanned(const RemoteRequest& Request, const std::wstring& Text) {
     const Lines Fields = FieldsOf(Text, 3);
-    const std::wstring Key = DecodedKey(Request, Fields[0]);
-    const std::wstring Reason = Decoded(Request, Fields[1]);
-    const std::wstring& Kind = Plain(Fields[2]);
+    const std::wstring Key = DecodedKey(Fields[0]);
+    const std::wstring Reason = Decoded(Fields[1]);
+    const std::wstring& Kind = Checked(Fields[2]);
     if (Kind == L"Name")
         AddName(Request.Profile, Key, Reason);
-    else if (!IsValidIp(Key) || !StoreBannedIp(BanFiles(Request.Profile), Key, TimeStamp()))
+    else if (IsValidIp(Key))
+        AddIp(Request.Profile, Key);
+    else
         return false;
     WriteAdminLog(Request.HostData, L"Add Banned " + Kind + L" (" + Key);
     return true;
@@ -214,17 +206,17 @@ bool AddBanned(const RemoteRequest& Request, const std::wstring& Text) {
 // --- Slap messages
 
 void Slap(const RemoteRequest& Request, const std::wstring& Message) {
-    SendServerMessage(Request.Profile, Message, 1);
+    SendServerMessage(Request.Profile, Checked(Message), 1);
     WriteAdminLog(Request.HostData, L"Slap Player (Message: " + Message);
 }
 
 void AppendSlap(const RemoteRequest& Request, const std::wstring& Message) {
-    if (!Message.empty()) AddSlap(Request.Profile, Message);
+    AddSlap(Request.Profile, CheckedName(Message, L"The message is empty."));
     WriteAdminLog(Request.HostData, L"Add Slap Message (Message: " + Message);
 }
 
 void RemoveSlap(const RemoteRequest& Request, const std::wstring& Message) {
-    DeleteSlap(Request.Profile, Message);
+    DeleteSlap(Request.Profile, Checked(Message));
     WriteAdminLog(Request.HostData, L"Delete Slap Message (Message: " + Message);
 }
 
@@ -233,7 +225,7 @@ void ReplaceSlap(const RemoteRequest& Request, const std::wstring& Text) {
     if (Bar == std::wstring::npos) Fail(ErrorNumber::SubscriptOutOfRange);
     const std::wstring Old = Text.substr(0, Bar);
     const std::wstring New = Text.substr(Bar + 1);
-    if (!New.empty()) EditSlap(Request.Profile, Old, New);
+    EditSlap(Request.Profile, Checked(Old), CheckedName(New, L"The message is empty."));
     WriteAdminLog(Request.HostData, L"Edit Slap Message (Old Message: " + Old + L", New Message: " + New);
 }
 
@@ -261,14 +253,14 @@ void StoreIdleMax(const RemoteRequest& Request, const std::wstring& Value) {
 } // namespace
 
 constinit const RemoteMember<std::wstring> GetPlayersRem{L"GetPlayersRem", SendPlayers};
-constinit const RemoteMember<Long> PuntPlayerRem{L"PuntPlayerRem", Telling<Punt>};
-constinit const RemoteMember<Long> ArmPlayerRem{L"ArmPlayerRem", Telling<Arm>};
-constinit const RemoteMember<Long> RemoveBannedRem{L"RemoveBannedRem", Telling<RemoveBanned>};
-constinit const RemoteMember<Long> AddBannedRem{L"AddBannedRem", Telling<AddBanned>};
-constinit const RemoteMember<Long> SlapPlayerRem{L"SlapPlayerRem", Silent<Slap>};
-constinit const RemoteMember<Long> AddSlapRem{L"AddSlapRem", Silent<AppendSlap>};
-constinit const RemoteMember<Long> DeleteSlapRem{L"DeleteSlapRem", Silent<RemoveSlap>};
-constinit const RemoteMember<Long> EditSlapRem{L"EditSlapRem", Silent<ReplaceSlap>};
-constinit const RemoteMember<Long> SetBanMethod{L"SetBanMethod", Silent<StoreBanMethod>};
-constinit const RemoteMember<Long> SetIdlePunt{L"SetIdlePunt", Silent<StoreIdlePunt>};
-constinit const RemoteMember<Long> SetIdleMax{L"SetIdleMax", Silent<StoreIdleMax>};
+constinit const RemoteMember<Long> PuntPlayerRem{L"PuntPlayerRem", WithResult<Punt>};
+constinit const RemoteMember<Long> ArmPlayerRem{L"ArmPlayerRem", WithResult<Arm>};
+constinit const RemoteMember<Long> RemoveBannedRem{L"RemoveBannedRem", WithResult<RemoveBanned>};
+constinit const RemoteMember<Long> AddBannedRem{L"AddBannedRem", WithResult<AddBanned>};
+constinit const RemoteMember<Long> SlapPlayerRem{L"SlapPlayerRem", WithoutResult<Slap>};
+constinit const RemoteMember<Long> AddSlapRem{L"AddSlapRem", WithoutResult<AppendSlap>};
+constinit const RemoteMember<Long> DeleteSlapRem{L"DeleteSlapRem", WithoutResult<RemoveSlap>};
+constinit const RemoteMember<Long> EditSlapRem{L"EditSlapRem", WithoutResult<ReplaceSlap>};
+constinit const RemoteMember<Long> SetBanMethod{L"SetBanMethod", WithoutResult<StoreBanMethod>};
+constinit const RemoteMember<Long> SetIdlePunt{L"SetIdlePunt", WithoutResult<StoreIdlePunt>};
+constinit const RemoteMember<Long> SetIdleMax{L"SetIdleMax", WithoutResult<StoreIdleMax>};

@@ -4,6 +4,8 @@
 #pragma once
 
 #include "game/show_msg.h"
+#include "host/work.h"
+#include "plugin/lifecycle.h"
 #include "plugin/pdat.h"
 
 struct RemoteRequest {
@@ -18,11 +20,30 @@ template <class T> struct RemoteMember {
     void (*Run)(const RemoteRequest& Request, T& Result);
 };
 
-// Runs a member on the request that MakeRequest returns. A failure of either is reported under the member's
-// name; Result is then what the member had set.
+// Runs a member for the server that the request names. When the host gives the index to another one
+// meanwhile, inside a call of ours, the request is refused: error 5 and an empty result.
+template <class T> void RunForServer(const RemoteMember<T>& Member, const RemoteRequest& Request, T& Result) {
+    const Work Own(Work::Kind::Request, Request.Profile);
+    try {
+        Member.Run(Request, Result);
+    } catch (...) {
+        if (Own.ItsFate() == Work::Fate::Runs) throw;
+    }
+    if (Own.ItsFate() == Work::Fate::Runs) return;
+    Result = {};
+    if (Own.ItsFate() == Work::Fate::Exchanged)
+        Fail(ErrorNumber::InvalidCall, L"The profile has changed meanwhile.");
+}
+
+// Runs a member on the request that MakeRequest returns, after the profile has been refreshed from it. A
+// failure of either is reported under the member's name; Result is then what the member had set.
 template <class T, class F>
 void CallMember(const RemoteMember<T>& Member, Long Profile, T& Result, F&& MakeRequest) noexcept {
-    Trapped(Member.Name, Profile, [&] { Member.Run(std::forward<F>(MakeRequest)(), Result); });
+    const Work Call(Work::Kind::RemoteCall, Profile);
+    Trapped(Member.Name, Profile, [&] {
+        const RemoteRequest& Request = std::forward<F>(MakeRequest)();
+        if (SetProfileData(Request.Profile, Request.HostData)) RunForServer(Member, Request, Result);
+    });
 }
 
 // The bundle of players, lists and settings, or "Failed" while no game runs; empty after a failure.

@@ -5,6 +5,7 @@
 #include "game/settings.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
+#include "host/work.h"
 #include "lists/ban_lists.h"
 
 namespace {
@@ -24,11 +25,11 @@ void AppendFileBytes(Platform::Bytes& Bundle, Platform::Bytes& Buffer, const std
     Bundle.insert(Bundle.end(), Buffer.begin(), Buffer.end());
 }
 
-std::wstring SettingText(Long Profile, const Setting& Sent) {
-    const std::wstring Text = ReadSetting(Profile, Sent);
+std::wstring SettingText(Long Profile, const Setting& Kind) {
+    const std::wstring Text = ReadSetting(Profile, Kind);
     // No separator between name and value: the consoles cut by the length of the name.
-    return L"\r\n" + std::wstring(Sent.Name) +
-           (Sent.IsValidForConsoles(Text) ? Text : std::wstring(Sent.Default));
+    return L"\r\n" + std::wstring(Kind.Name) +
+           (Kind.IsValidForConsoles(Text) ? Text : std::wstring(Kind.Default));
 }
 
 std::wstring SettingsText(Long Profile) {
@@ -36,13 +37,12 @@ std::wstring SettingsText(Long Profile) {
            SettingText(Profile, Settings::IdlePunt) + SettingText(Profile, Settings::IdleMax);
 }
 
-void WriteBundle(Long Profile, const std::wstring& PlayersFile, const std::wstring& BundleFile) {
+void WriteBundle(const BanFiles& Files, const std::wstring& PlayersFile, const std::wstring& BundleFile) {
     Platform::Bytes Bundle;
     Platform::Bytes Buffer;
-    const BanFiles Files(Profile);
-    for (const std::wstring& Path : {PlayersFile, Files.Names, Files.Ips, mdlVNT::SlapsPath(Profile)})
+    for (const std::wstring& Path : {PlayersFile, Files.Names, Files.Ips, mdlVNT::SlapsPath(Files.Profile)})
         AppendFileBytes(Bundle, Buffer, Path);
-    const Platform::Bytes Tail = Platform::SingleByteText(SettingsText(Profile));
+    const Platform::Bytes Tail = Platform::SingleByteText(SettingsText(Files.Profile));
     Bundle.insert(Bundle.end(), Tail.begin(), Tail.end());
     Platform::WriteBytes(BundleFile, Bundle);
 }
@@ -50,14 +50,16 @@ void WriteBundle(Long Profile, const std::wstring& PlayersFile, const std::wstri
 } // namespace
 
 void BuildReply(Long Profile, std::wstring& Reply) {
+    const BanFiles Files(Profile);
+    const Work OneAtATime(Work::Kind::Reply, Profile, Files.Folder); // two would share the temporary files
     // Send the players that could be read; a failed read is reported already.
     const PlayerTable Players = GetPlayerList(Profile, L"REMOTE");
     if (Players.BySlot.empty()) return;
-    EnsureSettingsFolder(Profile);
-    const std::wstring PlayersFile = mdlVNT::SettingsFolder(Profile) + L"\\tmpplayerlist.txt";
-    const std::wstring BundleFile = mdlVNT::SettingsFolder(Profile) + L"\\tmpplayerlistzip.txt";
+    EnsureFolder(Files.Folder);
+    const std::wstring PlayersFile = Files.Folder + L"\\tmpplayerlist.txt";
+    const std::wstring BundleFile = Files.Folder + L"\\tmpplayerlistzip.txt";
     FileHelper::WriteFile(PlayersFile, Join(Players.BySlot, CrLf));
-    WriteBundle(Profile, PlayersFile, BundleFile);
+    WriteBundle(Files, PlayersFile, BundleFile);
     const std::wstring Text = Join(FileHelper::ReadFile(BundleFile), CrLf);
     Reply = std::to_wstring(Text.size()) + std::wstring(LengthMark) + FileHelper::CompressString(Text);
     Platform::DeleteFileAt(PlayersFile);

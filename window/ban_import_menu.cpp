@@ -11,8 +11,7 @@
 
 namespace {
 
-void ShowAdded(const BanFiles& Files, const std::vector<ImportedEntry>& Added) {
-    if (!BanListsShow(Files)) return;
+void ShowAdded(const std::vector<ImportedEntry>& Added) {
     Lines Names, Ips;
     for (const ImportedEntry& Entry : Added) (Entry.IsName ? Names : Ips).push_back(Entry.Item);
     AppendBannedNames(Names);
@@ -30,7 +29,7 @@ std::optional<std::wstring> Import(const BanFiles& Files, TextView Path) {
         Summary = ImportSummary(Counts) + Work.Note();
     } catch (...) { // NOLINT(bugprone-empty-catch): a malformed line ends the import silently
     }
-    ShowAdded(Files, Added);
+    ShowAdded(Added);
     return Summary;
 }
 
@@ -39,7 +38,7 @@ std::optional<std::wstring> Import(const BanFiles& Files, TextView Path) {
 void mnuMerrow300_Click() {
     try {
         const BanFiles Files(mdlVNT::CurrentProfile);
-        EnsureSettingsFolder(Files.Profile);
+        EnsureFolder(Files.Folder);
         const std::optional<std::wstring> Path =
             Platform::AskOpenFile(L"Locate Merrows OstraSM Ban File", L"Text Documents (*.txt)|*.txt");
         if (!Path || Path->empty()) return;

@@ -14,17 +14,8 @@ void FillList(const DetailedList& List, const std::optional<Lines>& Items) {
 
 } // namespace
 
-void ShowBannedNames(Long Profile) {
-    const BanFiles Files(Profile);
-    const std::optional<Lines> Items = GetBannedNames(Profile);
-    if (BanListsShow(Files)) FillList(BannedNamesList, Items);
-}
-
-void ShowBannedIps(Long Profile) {
-    const BanFiles Files(Profile);
-    const std::optional<Lines> Items = GetBannedIps(Profile);
-    if (BanListsShow(Files)) FillList(BannedIpsList, Items);
-}
+void ShowBannedNames(Long Profile) { FillList(BannedNamesList, GetBannedNames(Profile)); }
+void ShowBannedIps(Long Profile) { FillList(BannedIpsList, GetBannedIps(Profile)); }
 
 void ClearBanLists() {
     for (const DetailedList& List : {BannedNamesList, BannedIpsList}) FillList(List, Lines());
@@ -39,15 +30,10 @@ void AppendBannedNames(const Lines& Items) {
 
 void AppendBannedIps(const Lines& Addresses) { lstBannedIps.Append(Addresses); }
 
-bool BanListsShow(const BanFiles& Files) {
-    return Files.Profile == mdlVNT::CurrentProfile && Files.Folder == mdlVNT::SettingsFolder(Files.Profile);
-}
-
-void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip) {
-    if (!BanListsShow(BanFiles(Profile))) return;
-    if (!HasItem(lstBannedNames, Banned.Item()) && !BannedNameDetails(Profile, Banned).Date.empty())
-        AppendBannedNames({Banned.Item()});
-    if (!HasItem(lstBannedIps, Ip) && !BannedIpDate(Profile, Ip).empty()) AppendBannedIps({Ip});
+void ShowNewBan(const BanOutcome& Stored) {
+    if (Stored.Name && !HasItem(lstBannedNames, Stored.Name->Item()))
+        AppendBannedNames({Stored.Name->Item()});
+    if (!Stored.Ip.empty() && !HasItem(lstBannedIps, Stored.Ip)) AppendBannedIps({Stored.Ip});
 }
 
 void lstBannedNames_Click() {

@@ -4,6 +4,7 @@
 #include "host/failure.h"
 #include "lists/ban_lists.h"
 #include "lists/banned_name.h"
+#include "lists/store_ban.h"
 #include "window/controls.h"
 #include "window/list_editing.h"
 
@@ -18,12 +19,8 @@ void ClearBanLists();
 void AppendBannedNames(const Lines& Items);
 void AppendBannedIps(const Lines& Addresses);
 
-// Whether the boxes still show the profile with these files: another one, or one with the same index, may
-// have been loaded while a box was open.
-bool BanListsShow(const BanFiles& Files);
-
-// Append what a ban has stored for a player, unless the lists have it already or show another profile.
-void ShowNewBan(Long Profile, const BannedName& Banned, const std::wstring& Ip);
+// Appends what a ban has stored for a player, unless the lists have it already.
+void ShowNewBan(const BanOutcome& Stored);
 
 // Show date and reason of the selected item; empty if none is selected.
 void lstBannedNames_Click();

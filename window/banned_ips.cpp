@@ -14,8 +14,7 @@ namespace {
 
 void RemoveNameWithItem(const BanFiles& Files, const std::wstring& Name) {
     // The list loses what FindListItem finds, the file exactly the name.
-    if (BanListsShow(Files))
-        DropItem(lstBannedNames, FindListItem(lstBannedNames, BannedName::Whole(Trim(Name)).Item()));
+    DropItem(lstBannedNames, FindListItem(lstBannedNames, BannedName::Whole(Trim(Name)).Item()));
     RemoveLinkedName(Files, Name);
 }
 
@@ -32,37 +31,45 @@ std::wstring RemoveLinkedNames(const BanFiles& Files, const std::wstring& Addres
     return Work.Note();
 }
 
+// The sweep behind a box must know of the change already.
+bool Store(Long Profile, const std::wstring& Address) {
+    const IpListChange Change(Profile);
+    return StoreBannedIp(BanFiles(Profile), Address, TimeStamp());
+}
+
+void Remove(const BanFiles& Files, const std::wstring& Address) {
+    const IpListChange Change(Files.Profile);
+    RemoveBannedIp(Files, Address);
+}
+
 } // namespace
 
 void cmdAddIp_MouseUp() {
     const Long Profile = mdlVNT::CurrentProfile;
     if (txtAddIp.Text().empty()) return;
     const std::wstring Address = Trim(txtAddIp.Text()); // as it will be stored
-    if (!IsValidIp(Address) || !StoreBannedIp(BanFiles(Profile), Address, TimeStamp())) {
-        ShowMsg(MsgKind::Failed, L"IP Address format is invalid.", Profile);
-        return;
-    }
+    if (!IsValidIp(Address)) return ShowMsg(MsgKind::Failed, L"IP Address format is invalid.", Profile);
+    if (!Store(Profile, Address)) return ShowMsg(MsgKind::Failed, IpNotStored, Profile);
     AppendBannedIps({Address});
     txtAddIp.SetText(L"");
-    // Before the box: a sweep behind it must know already.
-    mdlVNT::IpListChanged(Profile) = true;
     ShowMsg(MsgKind::Success, L"IP Address added successfully.", Profile);
 }
 
 void cmdRemoveIp_MouseUp() {
-    const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstBannedIps.Selected();
     if (Selected < 0) return;
-    const BanFiles Files(Profile); // also after the question, whatever the host has loaded meanwhile
+    const BanFiles Files(mdlVNT::CurrentProfile);
     const std::wstring Address = lstBannedIps.Item(Selected);
-    RemoveBannedIp(Files, Address);
-    mdlVNT::IpListChanged(Profile) = true;
-    RemoveItem(BannedIpsList, Selected);
+    Remove(Files, Address);
+    lstBannedIps.Remove(Selected);
+    // The details say what the question is about until it is answered.
+    const bool WithNames =
+        Platform::AskYesNo(L"Would you like to remove all associated names with this IP Address aswell?",
+                           L"Remove Banned IP Address", Platform::Answer::No);
+    SelectFirst(BannedIpsList);
     std::wstring Message = L"IP Address Removed Successfully.";
-    if (Platform::AskYesNo(L"Would you like to remove all associated names with this IP Address aswell?",
-                           L"Remove Banned IP Address", Platform::Answer::No))
-        Message += RemoveLinkedNames(Files, Address);
-    ShowMsg(MsgKind::Success, Message, Profile);
+    if (WithNames) Message += RemoveLinkedNames(Files, Address);
+    ShowMsg(MsgKind::Success, Message, Files.Profile);
 }
 
 void cmdSearchIp_MouseUp() { SearchList(BannedIpsList, txtSearchIp.Text(), L"IP Address not found!"); }

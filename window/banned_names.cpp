@@ -16,7 +16,7 @@ namespace {
 void RemoveIpWithItem(const BanFiles& Files, const std::wstring& Address) {
     if (Address.empty()) return; // a damaged link: every item begins with nothing
     // The list loses what FindListItem finds, the file exactly the address.
-    if (BanListsShow(Files)) DropItem(lstBannedIps, FindListItem(lstBannedIps, Address));
+    DropItem(lstBannedIps, FindListItem(lstBannedIps, Address));
     RemoveLinkedIp(Files, Address);
 }
 
@@ -35,46 +35,42 @@ std::wstring RemoveLinkedIps(const BanFiles& Files, const std::wstring& Name) {
 
 BannedName TypedName() {
     const std::wstring Name = txtBannedName.Text();
-    if (optBanned.Chosen() == 1) return BannedName::Part(Name);
-    const std::wstring Part = AskForPartOf(Name, L"Add Name");
-    return Part.empty() ? BannedName::Whole(Name) : BannedName::Part(Part);
+    return optBanned.Chosen() == 1 ? BannedName::Part(Name) : BannedName::Whole(Name);
 }
 
 } // namespace
 
 void cmdAddName_MouseUp() {
-    const Long Profile = mdlVNT::CurrentProfile;
     if (txtBannedName.Text().empty()) return;
-    const BanFiles Files(Profile); // also after the question, whatever the host has loaded meanwhile
-    if (txtBanReason.Text().empty()) txtBanReason.SetText(L"None");
-    const std::wstring Reason = txtBanReason.Text();
-    const BannedName Banned = TypedName();
-    if (!StoreBannedName(Files, Banned, TimeStamp(), Reason)) {
-        ShowMsg(MsgKind::Failed, L"The name could not be stored in the ban list.", Profile);
-        return;
-    }
-    if (BanListsShow(Files)) {
-        AppendBannedNames({Banned.Item()});
-        txtBannedName.SetText(L"");
-        txtBanReason.SetText(L"");
-        optBanned.Choose(0);
-    }
-    ShowMsg(MsgKind::Success, L"Name added successfully.", Profile);
+    const BanFiles Files(mdlVNT::CurrentProfile);
+    const std::wstring Reason = txtBanReason.Text().empty() ? L"None" : txtBanReason.Text();
+    const std::optional<BannedName> Banned = AskForEntry(TypedName(), L"Add Name");
+    if (!Banned) return;
+    txtBanReason.SetText(Reason);
+    if (!StoreBannedName(Files, *Banned, TimeStamp(), Reason))
+        return ShowMsg(MsgKind::Failed, NameNotStored, Files.Profile);
+    AppendBannedNames({Banned->Item()});
+    txtBannedName.SetText(L"");
+    txtBanReason.SetText(L"");
+    optBanned.Choose(0);
+    ShowMsg(MsgKind::Success, L"Name added successfully.", Files.Profile);
 }
 
 void cmdRemoveName_MouseUp() {
-    const Long Profile = mdlVNT::CurrentProfile;
     const int Selected = lstBannedNames.Selected();
     if (Selected < 0) return;
     const BannedName Banned = BannedName::OfItem(lstBannedNames.Item(Selected));
-    const BanFiles Files(Profile); // also after the question, whatever the host has loaded meanwhile
+    const BanFiles Files(mdlVNT::CurrentProfile);
     RemoveBannedName(Files, Banned);
-    RemoveItem(BannedNamesList, Selected);
+    lstBannedNames.Remove(Selected);
+    // The details say what the question is about until it is answered.
+    const bool WithIps =
+        Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
+                           L"Remove Banned Name", Platform::Answer::No);
+    SelectFirst(BannedNamesList);
     std::wstring Message = L"Name Removed Successfully.";
-    if (Platform::AskYesNo(L"Would you like to remove all associated IP Addresses with this name aswell?",
-                           L"Remove Banned Name", Platform::Answer::No))
-        Message += RemoveLinkedIps(Files, Banned.Name);
-    ShowMsg(MsgKind::Success, Message, Profile);
+    if (WithIps) Message += RemoveLinkedIps(Files, Banned.Name);
+    ShowMsg(MsgKind::Success, Message, Files.Profile);
 }
 
 void cmdSearchName_MouseUp() { SearchList(BannedNamesList, txtSearch.Text(), L"Name not found!"); }

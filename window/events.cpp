@@ -4,6 +4,7 @@
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
+#include "host/work.h"
 #include "window/ban_import_menu.h"
 #include "window/ban_list_boxes.h"
 #include "window/banned_ips.h"
@@ -20,8 +21,8 @@ namespace {
 
 int ChooseFrom(int Menu) {
     // The administrator has a player under the pointer: no refresh may put another one there.
-    const GridHold WhileItIsOpen;
-    return ChooseFromMenu(Menu, HasPlayerRows());
+    const Work WhileItIsOpen(Work::Kind::GridHold, 0);
+    return ChooseFromMenu(Menu, HasPlayerRows(), LastingEntries());
 }
 
 void PopUp(int Menu) {
@@ -46,22 +47,24 @@ struct EventRow {
     const wchar_t* Name; // in error reports
     void (*Run)(int Detail);
     int Count = 1; // elements of a control array; Detail is the element
+    Work::Kind Kind = Work::Kind::Click;
 };
+constexpr auto Edit = Work::Kind::Edit;
 
 constexpr EventRow EventRows[] = {
     {ID_mfg, Event::Click, L"mfg_MouseDown", mfg_MouseDown},
     {ID_mfg, Event::RightClick, L"mfg_MouseDown", PopUpGridMenu},
     {ID_mfg, Event::ColumnClick, L"mfg_MouseUp", SortByColumn},
-    {ID_tmrRefresh, Event::Tick, L"tmrRefresh", Plain<tmrRefresh_Timer>},
+    {ID_tmrRefresh, Event::Tick, L"tmrRefresh", Plain<tmrRefresh_Timer>, 1, Work::Kind::Refresh},
     {ID_tmrVN, Event::Tick, L"tmrVN", tmrVN_Timer, ID_tmrVNCount},
 
-    {ID_cmdAddName, Event::Click, L"cmdAddName", Plain<cmdAddName_MouseUp>},
-    {ID_cmdRemoveName, Event::Click, L"cmdRemoveName", Plain<cmdRemoveName_MouseUp>},
+    {ID_cmdAddName, Event::Click, L"cmdAddName", Plain<cmdAddName_MouseUp>, 1, Edit},
+    {ID_cmdRemoveName, Event::Click, L"cmdRemoveName", Plain<cmdRemoveName_MouseUp>, 1, Edit},
     {ID_cmdSearchName, Event::Click, L"cmdSearchName", Plain<cmdSearchName_MouseUp>},
     {ID_lstBannedNames, Event::Click, L"lstBannedNames", Plain<lstBannedNames_Click>},
     {ID_lstBannedNames, Event::RightClick, L"lstBannedNames", Plain<PopUpListMenu>},
     {ID_cmdAddIp, Event::Click, L"cmdAddIp", Plain<cmdAddIp_MouseUp>},
-    {ID_cmdRemoveIp, Event::Click, L"cmdRemoveIp", Plain<cmdRemoveIp_MouseUp>},
+    {ID_cmdRemoveIp, Event::Click, L"cmdRemoveIp", Plain<cmdRemoveIp_MouseUp>, 1, Edit},
     {ID_cmdSearchIp, Event::Click, L"cmdSearchIp", Plain<cmdSearchIp_MouseUp>},
     {ID_lstBannedIps, Event::Click, L"lstBannedIps", Plain<lstBannedIps_Click>},
     {ID_lstBannedIps, Event::RightClick, L"lstBannedIps", Plain<PopUpListMenu>},
@@ -87,7 +90,7 @@ constexpr EventRow EventRows[] = {
     {ID_mnuRearm, Event::Click, L"mnuRearm", Plain<mnuRearm_Click>},
     {ID_mnuRefresh, Event::Click, L"mnuRefresh", Plain<mnuRefresh_Click>},
     {ID_mnuSlapItem, Event::Click, L"mnuSlapItemClick", mnuSlapItem_Click, ID_mnuSlapItemCount},
-    {ID_mnuMerrow300, Event::Click, L"mnuMerrow300", Plain<mnuMerrow300_Click>},
+    {ID_mnuMerrow300, Event::Click, L"mnuMerrow300", Plain<mnuMerrow300_Click>, 1, Edit},
 };
 
 // What Enter and Delete stand for. On a push button Enter stands for a click.
@@ -119,18 +122,25 @@ void RaiseKey(int Id, Event Key) noexcept {
         if (Row.Id == Id && Row.What == Kind::Push && Key == Event::Enter) Raise(Id, Event::Click);
 }
 
+// A click on what is not the current profile's is refused: it would go to the other one's files.
+void RunRow(const EventRow& Row, int Argument) noexcept {
+    if (Work::Runs(Work::Kind::Reload)) return;
+    if (!frmVNT::ShowsCurrentProfile()) return frmVNT::FormReload();
+    const Work Own(Row.Kind, mdlVNT::CurrentProfile);
+    Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Argument); });
+}
+
 } // namespace
 
 void Raise(int Id, Event What, int Detail) noexcept {
     if (What == Event::Enter || What == Event::Delete) return RaiseKey(Id, What);
     for (const EventRow& Row : EventRows) {
         if (Row.What != What || Id < Row.Id || Id >= Row.Id + Row.Count) continue;
-        const bool IsSweep = Row.Run == tmrVN_Timer; // it shows nothing
-        const long Noted = frmVNT::Reloads();
-        // A click on what is not the current profile's is not done: it would go to the other one's files.
-        if (!IsSweep && !frmVNT::ShowsCurrentProfile()) return frmVNT::FormReload();
-        Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Row.Count > 1 ? Id - Row.Id : Detail); });
-        if (!IsSweep) frmVNT::CatchUpReload(Noted);
-        return;
+        const int Argument = Row.Count > 1 ? Id - Row.Id : Detail;
+        if (Row.Run == tmrVN_Timer)
+            tmrVN_Timer(Argument); // it needs nothing that the window shows
+        else
+            RunRow(Row, Argument);
+        return frmVNT::CatchUpReload();
     }
 }

@@ -7,6 +7,8 @@
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
 #include "game/show_msg.h"
+#include "host/platform.h"
+#include "host/work.h"
 #include "window/ban_list_boxes.h"
 #include "window/controls.h"
 #include "window/menus.h"
@@ -22,13 +24,16 @@ constexpr Long Top = 30;
 constexpr Long LessHeight = 28;
 constexpr std::int64_t TwipsPerInch = 1440;
 
-long ReloadCount;
+// A host that loads another profile in each call of a reload is followed no further; the next event goes on.
+constexpr int MostReloads = 3;
+
+bool ReloadIsDue;
 bool IsHidden;              // by the host, since it last asked for a place in its area
 Long ShownProfile;          // whose lists are shown; 0 for none
 std::wstring ShownFolder;   // of that profile: the host may give an index to another profile
 std::set<Long> SweepTimers; // the elements of tmrVN
 
-// Rounded down; a host that asks for less than nothing gets nothing.
+// Rounded down; negative sizes count as 0.
 Long Pixels(Long Twips, int PerInch) {
     return static_cast<Long>(std::max<std::int64_t>(Twips, 0) * PerInch / TwipsPerInch);
 }
@@ -56,25 +61,32 @@ void ClearForOtherProfile() {
     optBanned.Choose(0);
 }
 
-void ShowCurrentProfile(long Begun) {
-    // What another profile, loaded inside a call, has shown meanwhile stays: clicks go to that one already.
-    const auto IsOvertaken = [&] { return ReloadCount != Begun; };
+bool Shows(Long Profile) {
+    return Profile == ShownProfile &&
+           Platform::IsSamePath(mdlVNT::Profiles(Profile).ProfileFolder, ShownFolder);
+}
+
+void ShowCurrentProfile() {
     const Long Profile = mdlVNT::CurrentProfile;
-    const std::wstring Folder = mdlVNT::Profiles(Profile).ProfileFolder;
-    if (Profile != ShownProfile || Folder != ShownFolder) ClearForOtherProfile();
+    if (!Shows(Profile)) ClearForOtherProfile();
     ShownProfile = Profile;
-    ShownFolder = Folder;
+    ShownFolder = mdlVNT::Profiles(Profile).ProfileFolder;
     RefreshGrid();
-    if (!IsOvertaken()) ShowBannedNames(Profile);
-    if (!IsOvertaken()) ShowBannedIps(Profile);
-    if (!IsOvertaken()) GetSlaps(Profile);
-    if (!IsOvertaken()) LoadSlapMenu(Profile);
-    if (IsOvertaken()) return;
+    ShowBannedNames(Profile);
+    ShowBannedIps(Profile);
+    GetSlaps(Profile);
+    LoadSlapMenu(Profile);
     ShowSettings(Profile);
     if (chkRefresh.Checked() && !IsHidden)
         StartRefreshTimer();
     else
         tmrRefresh.Stop();
+    StoreMissingBanMethod(Profile); // last: the tab is right, whether or not it can be written
+}
+
+bool IsAtWork() {
+    return Work::Runs(Work::Kind::Click) || Work::Runs(Work::Kind::Edit) || Work::Runs(Work::Kind::Refresh) ||
+           Work::Runs(Work::Kind::Reload);
 }
 
 } // namespace
@@ -102,23 +114,25 @@ void ShowFirstPage() { stMain.Turn(0); }
 void SetParent(HostWindow Host) { Frame::SetParent(Host); }
 
 void FormReload() {
-    const long Begun = ++ReloadCount;
-    if (!IsLoaded()) return;
-    Trapped(L"FormReload", mdlVNT::CurrentProfile, [&] { ShowCurrentProfile(Begun); });
-    CatchUpReload(Begun);
+    ReloadIsDue = true;
+    if (IsLoaded() && !Shows(mdlVNT::CurrentProfile)) {
+        // What the interrupted work still fills in goes with the reload that follows.
+        ClearForOtherProfile();
+        ShownProfile = 0;
+    }
+    CatchUpReload();
 }
 
-void CatchUpReload(long Noted) {
-    if (ReloadCount == Noted) return;
-    ClearPlayerRows();
-    FormReload();
+void CatchUpReload() {
+    for (int Round = 0; Round < MostReloads && ReloadIsDue && IsLoaded() && !IsAtWork(); ++Round) {
+        ReloadIsDue = false;
+        const Work Own(Work::Kind::Reload, mdlVNT::CurrentProfile);
+        Trapped(L"FormReload", mdlVNT::CurrentProfile, ShowCurrentProfile);
+    }
 }
-
-long Reloads() noexcept { return ReloadCount; }
 
 bool ShowsCurrentProfile() {
-    const Long Profile = mdlVNT::CurrentProfile;
-    return Profile == ShownProfile && mdlVNT::Profiles(Profile).ProfileFolder == ShownFolder;
+    return !ReloadIsDue && !Work::Runs(Work::Kind::Reload) && Shows(mdlVNT::CurrentProfile);
 }
 
 void Show() {
@@ -144,6 +158,7 @@ void UnloadSweepTimer(Long Profile) {
 }
 
 void Gone() noexcept {
+    ReloadIsDue = false;
     ShownProfile = 0;
     ShownFolder.clear();
     SweepTimers.clear();

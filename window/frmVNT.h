@@ -23,14 +23,12 @@ void ShowFirstPage();
 // Makes the window a child of the host's; if that is no window, it shows by itself.
 void SetParent(HostWindow Host);
 // Shows the current profile: players, lists and settings; arms the refresh timer. Reports under "FormReload".
+// Inside other work on the window it only notes that this is due.
 void FormReload();
-// A host that pumps messages inside a helper call may load another profile there, and what was read for the
-// one before is still shown after it. Work on the window therefore notes how many reloads there have been,
-// and lets CatchUpReload show everything anew if there were more.
-long Reloads() noexcept;
-void CatchUpReload(long Noted);
-// Whether what the window shows is the current profile's. A request of a console may have given the index to
-// another profile's folder.
+// Carries out a reload that is due, unless work on the window still runs.
+void CatchUpReload();
+// Whether what the window shows is the current profile's: not while it is being read, and not when a
+// console's request has given the index to another profile's folder. Clicks on anything else are refused.
 bool ShowsCurrentProfile();
 void Show();
 // Hides the window and stops tmrRefresh; the sweep timers go on.

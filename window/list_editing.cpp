@@ -38,15 +38,12 @@ void SelectAndShow(const DetailedList& List, int Item) {
     Trapped(List.Procedure, mdlVNT::CurrentProfile, List.ShowDetails);
 }
 
-bool DropItem(const ListBox& List, int Item) {
+void SelectFirst(const DetailedList& List) { SelectAndShow(List, std::min(0, List.Box.Count() - 1)); }
+
+void DropItem(const ListBox& List, int Item) {
     const bool WasSelected = Item >= 0 && Item == List.Selected();
     List.Remove(Item);
-    if (WasSelected) List.Select(std::min(Item, List.Count() - 1));
-    return WasSelected;
-}
-
-void RemoveItem(const DetailedList& List, int Item) {
-    if (DropItem(List.Box, Item)) SelectAndShow(List, List.Box.Selected());
+    if (WasSelected) List.Select(std::min(0, List.Count() - 1));
 }
 
 int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }

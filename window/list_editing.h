@@ -14,11 +14,11 @@ struct DetailedList {
 // Selects an item (-1: none) and shows its details, as a click on it would. A failure to show them is
 // reported and ends here.
 void SelectAndShow(const DetailedList& List, int Item);
-// Takes an item out of the list (-1: none); if it was the selected one, selects the one that takes its place,
-// or the last. Returns whether it was. RemoveItem shows the details of the new one; where many items go,
-// DropItem saves reading those of each.
-bool DropItem(const ListBox& List, int Item);
-void RemoveItem(const DetailedList& List, int Item);
+// Selects the first item, if there is one.
+void SelectFirst(const DetailedList& List);
+// Takes an item out of the list (-1: none); if it was the selected one, the first is selected. Use
+// SelectAndShow afterwards: where many items go, the details of each are not worth reading.
+void DropItem(const ListBox& List, int Item);
 // The first item that begins with the text, without regard to case; -1 for none. A longer item that comes
 // first is found too, on purpose: "[1] Bob" finds "[1] Bobby".
 int FindListItem(const ListBox& List, TextView Text);

@@ -1,6 +1,8 @@
 // The menu table, and the slap messages in it.
 #include "window/menus.h"
 
+#include <algorithm>
+
 #include "window/ids.h"
 #include "window/toolkit.h"
 
@@ -41,27 +43,28 @@ std::vector<MenuEntry> SlapEntries() {
     int Id = ID_mnuSlapItem;
     for (const std::wstring& Caption : SlapCaptions) {
         if (Id == ID_mnuSlapItem + ID_mnuSlapItemCount) break;
-        Entries.push_back({Id++, false, Caption, {}});
+        Entries.push_back({Id++, false, Caption, {}, false});
     }
     return Entries;
 }
 
-std::vector<MenuEntry> EntriesOf(int Menu, bool WithPlayers) {
+std::vector<MenuEntry> EntriesOf(int Menu, bool WithPlayers, const std::vector<int>& Checked) {
     std::vector<MenuEntry> Entries;
     for (const MenuRow& Row : Rows) {
         if (Row.Menu != Menu || (Row.When == Shown::WithPlayers && !WithPlayers)) continue;
         if (Row.Id == ID_mnuSlap && SlapCaptions.empty()) continue;
         Entries.push_back({Row.Id, Row.Caption == nullptr, Row.Caption != nullptr ? Row.Caption : L"",
-                           Row.Id == ID_mnuSlap ? SlapEntries() : EntriesOf(Row.Id, WithPlayers)});
+                           Row.Id == ID_mnuSlap ? SlapEntries() : EntriesOf(Row.Id, WithPlayers, Checked),
+                           std::ranges::find(Checked, Row.Id) != Checked.end()});
     }
     return Entries;
 }
 
 } // namespace
 
-int ChooseFromMenu(int Menu, bool WithPlayers) {
+int ChooseFromMenu(int Menu, bool WithPlayers, const std::vector<int>& Checked) {
     const Lines Offered = SlapCaptions;
-    const int Chosen = PopUpMenu(EntriesOf(Menu, WithPlayers));
+    const int Chosen = PopUpMenu(EntriesOf(Menu, WithPlayers, Checked));
     const bool IsSlap = Chosen >= ID_mnuSlapItem && Chosen < ID_mnuSlapItem + ID_mnuSlapItemCount;
     // A message that was changed behind the menu has another's number by now.
     return IsSlap && SlapCaptions != Offered ? 0 : Chosen;

@@ -1,8 +1,11 @@
-// The question about a name that no file can hold as a whole.
+// The questions before a name is banned by a part of it.
 #pragma once
 
-#include "host/text.h"
+#include <optional>
 
-// For a name that begins with "[", ";" or a blank: asks whether everybody shall be banned whose name contains
-// the rest of it. Returns that rest, or nothing on No (the default) and for every other name.
-std::wstring AskForPartOf(TextView Name, TextView Title);
+#include "lists/banned_name.h"
+
+// The entry for a name as it was typed or chosen: the same one or, where no file can hold it as it is because
+// it begins with "[", ";" or a blank, the rest of it as a part, if the administrator wants that. Nothing when
+// he wants nothing to be done. With an address he may also want that alone: the entry is then empty.
+std::optional<BannedName> AskForEntry(const BannedName& Name, TextView Title, TextView Address = {});

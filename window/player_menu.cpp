@@ -1,13 +1,17 @@
 // The actions of the grid's pop-up menu.
 #include "window/player_menu.h"
 
+#include <algorithm>
+
 #include "game/game_state.h"
 #include "game/mdlVNT.h"
 #include "game/player_actions.h"
 #include "game/show_msg.h"
 #include "host/platform.h"
+#include "host/work.h"
 #include "lists/slap_messages.h"
 #include "window/ban_list_boxes.h"
+#include "window/ids.h"
 #include "window/menus.h"
 #include "window/part_question.h"
 #include "window/player_rows.h"
@@ -24,38 +28,30 @@ template <class F> void OnSelectedPlayer(F&& Action) {
     Action(Chosen->Profile, Chosen->Player);
 }
 
-// Whether a read by slot still shows this text for the slot. A failed read shows nothing and has been
-// reported.
-bool SlotShows(Long Profile, TextView Mode, Long Slot, TextView Text) {
-    const Lines BySlot = GetPlayerList(Profile, Mode).BySlot;
-    const auto Element = static_cast<std::size_t>(Slot);
-    return Element < BySlot.size() && BySlot[Element] == Text;
+// Whether the slot still holds the player: two may have the same name, and an address may not be known yet.
+bool StandsIn(const PlayerTable& Table, const ListedPlayer& Player) {
+    return std::ranges::any_of(Table.Rows, [&](const ListedPlayer& Present) {
+        return Present.Slot == Player.Slot && Present.Name == Player.Name &&
+               (Present.Ip == Player.Ip || !IsKnownIp(Present.Ip) || !IsKnownIp(Player.Ip));
+    });
 }
 
-// A slot number outlives its player. The address is compared, too, because two players may bear one name.
-bool IsStillThere(Long Profile, const ListedPlayer& Player) {
-    const ServerRef Meant(Profile);
-    const TextView Name = Trim(Player.Name).empty() ? NamelessPlayer : TextView(Player.Name);
-    return SlotShows(Profile, L"ARRAY", Player.Slot, Name) &&
-           SlotShows(Profile, L"IPARRAY", Player.Slot, Player.Ip) && Meant.IsStillThere();
-}
-
-void PuntFromSlot(Long Profile, const ListedPlayer& Player, bool Ban, TextView Reason, TextView Part) {
+// A slot number outlives its player, so look again, after all questions. Returns what became of the punt.
+PuntOutcome PuntFromSlot(const PuntRequest& Request, const ListedPlayer& Player) {
     const Hourglass AfterTheBoxes;
-    const bool There = IsStillThere(Profile, Player);
-    const PuntRequest Punt{.Profile = Profile,
-                           .Name = Player.Name,
-                           .Ip = Player.Ip,
-                           .Slot = Player.Slot,
-                           .Ban = Ban,
-                           .Part = Part,
-                           .Reason = Reason};
-    if (There && PuntPlayer(Punt) && Ban) {
-        const std::wstring Name = WithoutLineBreaks(Player.Name);
-        ShowNewBan(Profile, Part.empty() ? BannedName::Whole(Name) : BannedName::Part(Part), Player.Ip);
-    }
+    const PlayerTable Present = GetPlayerList(Request.Profile, L"LIST");
+    const bool There = StandsIn(Present, Player);
+    PuntOutcome Outcome;
+    if (There) Outcome = PuntPlayer(Request);
+    ShowNewBan(Outcome.Ban);
     RefreshGrid();
-    if (!There) ShowMsg(MsgKind::Failed, L"The selected player is no longer in this slot!", Profile);
+    if (!There && Present.Complete) // a failed read has been reported
+        ShowMsg(MsgKind::Failed, L"The selected player is no longer in this slot!", Request.Profile);
+    return Outcome;
+}
+
+PuntRequest RequestFor(Long Profile, const ListedPlayer& Player) {
+    return {.Profile = Profile, .Name = Player.Name, .Ip = Player.Ip, .Slot = Player.Slot};
 }
 
 // Before any question: the answers would be lost.
@@ -68,13 +64,35 @@ bool GameRuns(Long Profile) {
 std::wstring BanTitle(const ListedPlayer& Player) { return L"Ban Player: " + Player.Name; }
 
 std::wstring AskForReason(const ListedPlayer& Player) {
-    const GridHold WhileItIsOpen;
+    const Work WhileItIsOpen(Work::Kind::GridHold, 0);
     return Platform::AskText(L"Enter a reason why you have banned this player!", BanTitle(Player));
 }
 
-std::wstring AskForPart(const ListedPlayer& Player) {
-    const GridHold WhileItIsOpen;
-    return AskForPartOf(Player.Name, BanTitle(Player));
+std::optional<BannedName> AskForEntry(const ListedPlayer& Player) {
+    const Work WhileItIsOpen(Work::Kind::GridHold, 0);
+    return AskForEntry(BannedName::Whole(WithoutControls(Player.Name)), BanTitle(Player),
+                       IsKnownIp(Player.Ip) ? Player.Ip : std::wstring());
+}
+
+// What the questions have led to, where it is not just the name and the address.
+std::wstring BanSummary(const BanOutcome& Stored) {
+    std::wstring Text;
+    if (Stored.Name) Text = L"Everybody is banned whose name contains \"" + Stored.Name->Name + L"\".";
+    if (!Stored.Ip.empty())
+        Text += (Text.empty() ? L"The address " : L"\r\nThe address ") + Stored.Ip + L" is banned.";
+    return Text;
+}
+
+void BanFromSlot(Long Profile, const ListedPlayer& Player, TextView Reason) {
+    const std::optional<BannedName> Entry = AskForEntry(Player);
+    if (!Entry) return CatchUpRefresh();
+    PuntRequest Request = RequestFor(Profile, Player);
+    Request.Ban = true;
+    Request.Entry = Entry;
+    Request.Reason = Reason;
+    const BanOutcome Stored = PuntFromSlot(Request, Player).Ban;
+    if (Entry->Tag != BannedName::Whole({}).Tag && Stored.IsBan())
+        ShowMsg(MsgKind::Success, BanSummary(Stored), Profile);
 }
 
 void AddToPermanentList(PerProfile<NameList>& List, Long Profile, const std::wstring& Name) {
@@ -86,7 +104,7 @@ void AddToPermanentList(PerProfile<NameList>& List, Long Profile, const std::wst
 
 void mnuPunt_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
-        if (GameRuns(Profile)) PuntFromSlot(Profile, Player, false, {}, {});
+        if (GameRuns(Profile)) PuntFromSlot(RequestFor(Profile, Player), Player);
     });
 }
 
@@ -97,13 +115,13 @@ void mnuBan1_Click() {
         if (Trim(Reason).empty())
             CatchUpRefresh();
         else
-            PuntFromSlot(Profile, Player, true, Reason, AskForPart(Player));
+            BanFromSlot(Profile, Player, Reason);
     });
 }
 
 void mnuBan2_Click() {
     OnSelectedPlayer([](Long Profile, const ListedPlayer& Player) {
-        if (GameRuns(Profile)) PuntFromSlot(Profile, Player, true, {}, AskForPart(Player));
+        if (GameRuns(Profile)) BanFromSlot(Profile, Player, {});
     });
 }
 
@@ -112,7 +130,7 @@ void mnuSwitch_Click() {
         if (Player.Team != 1 && Player.Team != 2) return;
         if (ReadGameState(Profile) != GameState::NoGame) {
             SwitchTeam(Profile, Player.Name);
-            return;
+            return RefreshGrid(); // or a second try would switch back
         }
         // No game: the sweep switches the player as soon as the server is between games.
         mdlVNT::SwitchQueue.Grow(Profile);
@@ -151,6 +169,19 @@ void mnuDisarmPerm_Click() {
 void mnuSlapItem_Click(int Message) {
     OnSelectedPlayer(
         [&](Long Profile, const ListedPlayer& Player) { SendSlap(Profile, Player.Name, SlapItem(Message)); });
+}
+
+std::vector<int> LastingEntries() {
+    const std::optional<ChosenPlayer> Chosen = SelectedPlayer();
+    std::vector<int> Entries;
+    const auto AddIfListed = [&](int Entry, PerProfile<NameList>& List) {
+        if (Chosen && List.Has(Chosen->Profile) && List(Chosen->Profile).Contains(Chosen->Player.Name))
+            Entries.push_back(Entry);
+    };
+    AddIfListed(ID_mnuKillPerm, mdlVNT::KillPermList);
+    AddIfListed(ID_mnuDisarmPerm, mdlVNT::DisarmPermList);
+    AddIfListed(ID_mnuSwitch, mdlVNT::SwitchQueue);
+    return Entries;
 }
 
 void mnuRefresh_Click() {

@@ -1,6 +1,11 @@
 // What the grid's pop-up menu does with the player in the selected row. Without one, nothing happens.
 #pragma once
 
+#include <vector>
+
+// The entries that still have an effect on the selected player: the permanent ones, and a switch that waits.
+std::vector<int> LastingEntries();
+
 void mnuPunt_Click();
 void mnuBan1_Click(); // asks for the reason; an empty one bans nobody
 void mnuBan2_Click();

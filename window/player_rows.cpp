@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "game/mdlVNT.h"
+#include "host/work.h"
 #include "window/controls.h"
 #include "window/row_order.h"
 
@@ -39,7 +40,6 @@ Long ShownProfile;    // whose players
 int SelectedRow = -1; // of the chosen player; -1 for none
 int SortColumn;       // of the last sort
 Direction SortedBy;   // its direction
-int Holds;            // how many hold the grid
 bool RefreshIsWanted; // asked for while it was held
 
 void SortRows(Rows& Players) {
@@ -110,6 +110,11 @@ std::optional<ChosenPlayer> SelectedPlayer() {
 
 bool HasPlayerRows() { return !Shown.empty(); }
 
+Long PlayersWith(TextView Part) {
+    return static_cast<Long>(std::ranges::count_if(
+        Shown, [&](const ListedPlayer& Player) { return Player.Name.find(Part) != std::wstring::npos; }));
+}
+
 void SelectPlayerRow(int Row) {
     SelectedRow = Row;
     ShowSelectedRow();
@@ -118,9 +123,9 @@ void SelectPlayerRow(int Row) {
 void ShowSelectedRow() { mfg.Select(SelectedPlayer() ? SelectedRow : -1); }
 
 void RefreshGrid() {
-    RefreshIsWanted = Holds > 0;
+    RefreshIsWanted = Work::Runs(Work::Kind::GridHold);
     if (RefreshIsWanted) return;
-    const GridHold WhileItIsRead;
+    const Work WhileItIsRead(Work::Kind::GridHold, 0);
     ShownProfile = mdlVNT::CurrentProfile;
     PlayerTable Table = GetPlayerList(ShownProfile, L"LIST");
     ShowTable(Table);
@@ -129,9 +134,6 @@ void RefreshGrid() {
 void CatchUpRefresh() {
     if (RefreshIsWanted) RefreshGrid();
 }
-
-GridHold::GridHold() noexcept { ++Holds; }
-GridHold::~GridHold() { --Holds; }
 
 void ClearPlayerRows() { ShowRows({}); }
 

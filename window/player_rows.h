@@ -14,6 +14,8 @@ struct ChosenPlayer {
 std::optional<ChosenPlayer> SelectedPlayer();
 
 bool HasPlayerRows();
+// How many of the players have the text in their names, with regard to case.
+Long PlayersWith(TextView Part);
 // -1 selects none.
 void SelectPlayerRow(int Row);
 // Highlights the selected row again.
@@ -21,19 +23,11 @@ void ShowSelectedRow();
 
 // Empties the grid, also while it is held: its rows are another profile's.
 void ClearPlayerRows();
-// Reads the current profile's players into the grid. While the grid is held the refresh waits.
+// Reads the current profile's players into the grid. While the grid is held (Work::Kind::GridHold) it keeps
+// its rows, so that what the administrator points at stays what it is, and the refresh waits.
 void RefreshGrid();
 // Carries out a refresh that waited.
 void CatchUpRefresh();
-
-// While one lives the grid keeps its rows: what the administrator points at stays what it is.
-class GridHold {
-public:
-    GridHold() noexcept;
-    ~GridHold();
-    GridHold(const GridHold&) = delete;
-    GridHold& operator=(const GridHold&) = delete;
-};
 
 // Sorts by a column (from 0), in the other direction if it was the last one.
 void SortByColumn(int Column);

@@ -11,22 +11,21 @@ namespace {
 
 constexpr double LongestMilliseconds = 2147483647; // of a system timer
 
-std::wstring StoredBanMethod(Long Profile) {
-    std::wstring Method = ReadSetting(Profile, Settings::BanMethod);
-    if (Method.empty()) {
-        Method = L"0";
-        WriteSetting(Profile, Settings::BanMethod, Method);
+void Save(const Setting& Kind, TextView Value) {
+    const Long Profile = mdlVNT::CurrentProfile;
+    try {
+        WriteSetting(Profile, Kind, Value);
+    } catch (...) {
+        ShowSettings(Profile);
+        throw;
     }
-    return Method;
 }
 
-void SaveSwitch(const Setting& Saved, const CheckBox& Box) {
-    WriteSetting(mdlVNT::CurrentProfile, Saved, Box.Checked() ? L"1" : L"0");
-}
+void SaveSwitch(const Setting& Kind, const CheckBox& Box) { Save(Kind, Box.Checked() ? L"1" : L"0"); }
 
-void SaveNumber(const Setting& Saved, const TextBox& Box) {
+void SaveNumber(const Setting& Kind, const TextBox& Box) {
     const std::wstring Text = Box.Text();
-    if (IsNumeric(Text)) WriteSetting(mdlVNT::CurrentProfile, Saved, Text);
+    if (IsNumeric(Text)) Save(Kind, Text);
 }
 
 } // namespace
@@ -44,17 +43,19 @@ void StartRefreshTimer(Place Where) {
 
 void ShowSettings(Long Profile) {
     const bool Stored = PlayersIniExists();
-    // As the sweep reads it: every text but "1" bans by the command line.
-    optMethod.Choose(Stored && StoredBanMethod(Profile) == L"1" ? 1 : 0);
+    optMethod.Choose(KernelMethodIsSet(Profile) ? 1 : 0);
     chkIdlePunt.Check(ReadValidSetting(Profile, Settings::IdlePunt) == L"1");
     txtIdleMax.SetText(ReadValidSetting(Profile, Settings::IdleMax));
     chkRefresh.Check(ReadValidSetting(Profile, Settings::AutoRefresh) == L"1");
     txtRefreshInterval.SetText(Stored ? ReadValidSetting(Profile, Settings::RefreshInterval) : L"30");
 }
 
-void optMethod_Click(int Method) {
-    WriteSetting(mdlVNT::CurrentProfile, Settings::BanMethod, ToText(Method));
+void StoreMissingBanMethod(Long Profile) {
+    if (PlayersIniExists() && ReadSetting(Profile, Settings::BanMethod).empty())
+        WriteSetting(Profile, Settings::BanMethod, Settings::BanMethod.Default);
 }
+
+void optMethod_Click(int Method) { Save(Settings::BanMethod, ToText(Method)); }
 
 void chkIdlePunt_Click() { SaveSwitch(Settings::IdlePunt, chkIdlePunt); }
 

@@ -4,10 +4,13 @@
 #include "host/failure.h"
 #include "host/text.h"
 
-// Shows the stored settings of the profile. Writes nothing but a missing "BanMethod".
+// Shows the stored settings of the profile.
 void ShowSettings(Long Profile);
+// Writes the default of a "BanMethod" that is missing from a Players.ini. Fails as WriteSetting does.
+void StoreMissingBanMethod(Long Profile);
 
-// Each stores what its control shows now; a number box with another text stores nothing.
+// Each stores what its control shows now; a number box with another text stores nothing. One that cannot be
+// stored (errors 5, 75) shows what holds again.
 void optMethod_Click(int Method); // 0 command line, 1 kernel driver
 void chkIdlePunt_Click();
 void txtIdleMax_Change();

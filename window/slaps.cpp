@@ -14,15 +14,10 @@ namespace {
 
 constexpr DetailedList SlapsList{lstSlaps, L"lstSlaps", lstSlaps_Click};
 
-// Whether the window still shows the profile with this file.
-bool SlapTabShows(const std::wstring& File) { return File == mdlVNT::SlapsPath(mdlVNT::CurrentProfile); }
-
 // The list as the file has it now: what was typed may be stored otherwise (blanks at its ends are lost), and
 // remote consoles change it, too. Past the end the last message is selected.
 void ShowStoredSlaps(Long Profile, int Selected) {
-    const std::wstring File = mdlVNT::SlapsPath(Profile);
     const std::optional<Lines> Messages = ReadSlaps(Profile);
-    if (!SlapTabShows(File)) return;
     if (Messages) lstSlaps.Fill(*Messages);
     lstSlaps.Select(std::min(Selected, lstSlaps.Count() - 1));
 }
@@ -31,9 +26,8 @@ void ShowStoredSlaps(Long Profile, int Selected) {
 
 void GetSlaps(Long Profile) noexcept {
     Trapped(L"GetSlaps", Profile, [&] {
-        const std::wstring File = mdlVNT::SlapsPath(Profile);
         const std::optional<Lines> Messages = ReadSlaps(Profile);
-        if (!Messages || !SlapTabShows(File)) return;
+        if (!Messages) return;
         lstSlaps.Fill(*Messages);
         SelectAndShow(SlapsList, Messages->empty() ? -1 : 0);
     });
@@ -41,9 +35,8 @@ void GetSlaps(Long Profile) noexcept {
 
 void LoadSlapMenu(Long Profile) noexcept {
     Trapped(L"LoadSlapMenu", Profile, [&] {
-        const std::wstring File = mdlVNT::SlapsPath(Profile);
         std::optional<Lines> Messages = ReadSlaps(Profile);
-        if (Messages && SlapTabShows(File)) SetSlapItems(std::move(*Messages));
+        if (Messages) SetSlapItems(std::move(*Messages));
     });
 }
 
@@ -83,10 +76,7 @@ void cmdSlapEdit_MouseUp() {
     if (!Message.empty() && Selected >= 0) {
         const std::wstring Old = lstSlaps.Item(Selected);
         // One that a remote console has deleted meanwhile is written again.
-        const std::wstring File = mdlVNT::SlapsPath(Profile);
-        if (!EditSlap(Profile, Old, Message, static_cast<std::size_t>(Selected)) &&
-            File == mdlVNT::SlapsPath(Profile))
-            AddSlap(Profile, Message);
+        if (!EditSlap(Profile, Old, Message, static_cast<std::size_t>(Selected))) AddSlap(Profile, Message);
         ShowStoredSlaps(Profile, Selected);
         LoadSlapMenu(Profile);
     }

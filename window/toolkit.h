@@ -127,6 +127,7 @@ struct MenuEntry {
     bool IsSeparator;
     std::wstring Caption;
     std::vector<MenuEntry> Items; // not empty: a sub-menu
+    bool IsChecked;
 };
 // Pops a menu up where the mouse or the keyboard asked for it. Returns the chosen entry, 0 for none.
 int PopUpMenu(const std::vector<MenuEntry>& Entries);

@@ -34,7 +34,9 @@ public:
 
     [[noreturn]] void Throw(Place Where) {
         if (Info.pfnDeferredFillIn != nullptr) Info.pfnDeferredFillIn(&Info);
-        const Long Number = Info.wCode != 0 ? Info.wCode : ErrorNumberOf(Info.scode);
+        Long Number = Info.wCode != 0 ? Info.wCode : ErrorNumberOf(Info.scode);
+        if (Number == 0)
+            Number = ErrorNumber::InternalError; // a failure without a number is one all the same
         std::wstring Description = TextOf(Info.bstrDescription);
         if (Description.empty())
             Description = Info.wCode != 0 ? ErrorDescription(Number) : SystemText(Info.scode);
@@ -90,6 +92,8 @@ std::wstring ToWideText(const VARIANT& Value, Place Where) {
     return TextOf(V_BSTR(&Text.Value));
 }
 
+bool IsRecord(const VARIANT& Value) noexcept { return (V_VT(&Value) & VT_TYPEMASK) == VT_RECORD; }
+
 ArrayView ArrayIn(const VARIANT& Value) noexcept {
     const VARIANT* At = &Value;
     if (V_VT(At) == (VT_BYREF | VT_VARIANT)) At = V_VARIANTREF(At);
@@ -103,10 +107,13 @@ ArrayView ArrayIn(const VARIANT& Value) noexcept {
 }
 
 Variant ElementOf(const ArrayView& Elements, LONG At, Place Where) {
+    if (Elements.Type == VT_RECORD) Fail(ErrorNumber::TypeMismatch, {}, Where); // no value of ours
     // By reference, because an array that does not know its type would give a BSTR away that stays its own.
     VARIANT Reference;
     V_VT(&Reference) = Elements.Type | VT_BYREF;
     HRESULT Result = SafeArrayPtrOfIndex(Elements.Array, &At, &V_BYREF(&Reference));
+    if (SUCCEEDED(Result) && Elements.Type == VT_VARIANT && IsRecord(*V_VARIANTREF(&Reference)))
+        Fail(ErrorNumber::TypeMismatch, {}, Where);
     Variant Element;
     if (SUCCEEDED(Result)) Result = VariantCopyInd(&Element.Value, &Reference);
     if (FAILED(Result)) FailWith(Result, Where);
@@ -213,18 +220,20 @@ DISPID HelperObject::IdOf(Member& Called, Place Where) const {
 }
 
 Variant HelperObject::Call(Member& Called, Arguments&& With, Place Where) {
+    Work::RequireServer(Where);
     if (!Object)
         Fail(ErrorNumber::ObjectNotSet, ErrorDescription(ErrorNumber::ObjectNotSet) + L": " + ProgId, Where);
     const DISPID Id = IdOf(Called, Where);
     // The call may let the host release us; the object must outlive it.
     const ComPointer<IDispatch> Kept = Object.Share();
-    const Module::Entry Guard;
+    const Module::FloatingPoint AsWeNeedIt;
     DISPPARAMS Parameters{With.First(), nullptr, With.Number(), 0};
     Variant Result;
     ExceptionInfo Exception;
     const HRESULT Outcome =
         Kept->Invoke(Id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &Parameters,
                      &Result.Value, &Exception.Info, nullptr);
+    Work::RequireServer(Where);
     if (Outcome == DISP_E_EXCEPTION) Exception.Throw(Where);
     if (FAILED(Outcome)) FailWith(Outcome, Where);
     if ((V_VT(&Result.Value) & VT_BYREF) != 0) {

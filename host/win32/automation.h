@@ -29,6 +29,8 @@ struct ArrayView {
     VARTYPE Type = VT_EMPTY;
 };
 ArrayView ArrayIn(const VARIANT& Value) noexcept;
+// Whether it is a record or an array of records, which is no value of ours (error 13).
+bool IsRecord(const VARIANT& Value) noexcept;
 // A copy of the element with the index; error 9 when there is none.
 Variant ElementOf(const ArrayView& Elements, LONG At, Place Where = Place::current());
 // The elements of a one-dimensional array as texts; error 13 for what is none.

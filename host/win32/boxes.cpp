@@ -103,6 +103,11 @@ bool AskYesNo(TextView Text, TextView Title, Answer Default) {
     return Show(Owner(), Text, Title, MB_YESNO | MB_ICONQUESTION | DefaultButton) == IDYES;
 }
 
+Answer AskYesNoCancel(TextView Text, TextView Title) {
+    const int Pressed = Show(Owner(), Text, Title, MB_YESNOCANCEL | MB_ICONQUESTION | MB_DEFBUTTON3);
+    return Pressed == IDYES ? Answer::Yes : Pressed == IDNO ? Answer::No : Answer::Cancel;
+}
+
 std::wstring AskText(TextView Prompt, TextView Title) {
     const StyledBox WhileItIsOpen;
     return InputBox(Owner(), Prompt, Title);
@@ -111,7 +116,7 @@ std::wstring AskText(TextView Prompt, TextView Title) {
 std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place Where) {
     const StyledBox WhileItIsOpen;
     // Shell extensions of other makers run inside the dialog.
-    const Module::Entry Guard;
+    const Module::FloatingPoint AsWeNeedIt;
     // "description|pattern" becomes two strings that end with NUL, and an empty one.
     std::wstring Pairs(Filter);
     for (wchar_t& C : Pairs)
@@ -134,7 +139,7 @@ std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place W
     return std::nullopt;
 }
 
-void PostErrorBox(TextView Text, TextView Title) noexcept {
+void PostErrorBox(TextView Text, TextView Title, bool) noexcept {
     if (BoxIsDue) return;
     try {
         if (!MakePoster()) return;

@@ -8,10 +8,14 @@
 
 namespace {
 
-constexpr const wchar_t* SourceName = L"qrvVNT";
-
 // Dispatch identifiers are the positions plus one.
 constexpr const wchar_t* Properties[] = {L"Number", L"Description", L"Source"};
+
+// "qrvVNT.player_table.cpp": the line number alone does not say where it happened.
+std::wstring SourceOf(const Failure& Error) {
+    const std::string_view File = Error.File;
+    return File.empty() ? L"qrvVNT" : L"qrvVNT." + std::wstring(File.begin(), File.end());
+}
 
 class ErrorObject final : public IDispatch {
 public:
@@ -59,7 +63,7 @@ public:
             return S_OK;
         }
         V_VT(Result) = VT_BSTR;
-        V_BSTR(Result) = SysAllocString(Id == 2 ? Reported.Description.c_str() : SourceName);
+        V_BSTR(Result) = SysAllocString(Id == 2 ? Reported.Description.c_str() : SourceOf(Reported).c_str());
         return V_BSTR(Result) == nullptr ? E_OUTOFMEMORY : S_OK;
     }
 

@@ -3,6 +3,8 @@
 
 #include <atomic>
 
+#include "host/work.h"
+
 namespace Module {
 
 namespace {
@@ -30,6 +32,6 @@ std::wstring Path() {
 
 void AddLock() noexcept { ++Locks; }
 void RemoveLock() noexcept { --Locks; }
-bool IsLocked() noexcept { return Locks != 0; }
+bool IsLocked() noexcept { return Locks != 0 || Work::Depth() != 0; }
 
 } // namespace Module

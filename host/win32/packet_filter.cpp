@@ -8,6 +8,7 @@
 
 #include "host/platform.h"
 #include "host/win32/single_byte.h"
+#include "host/work.h"
 
 namespace PacketFilter {
 
@@ -77,27 +78,48 @@ const Exports& Bind(Place Where) {
     return Bound;
 }
 
+// The door: the library may let the host come back into the plug-in.
+template <class F> auto Call(Place Where, F&& Export) {
+    Work::RequireServer(Where);
+    const Long Result = std::forward<F>(Export)(Bind(Where));
+    Work::RequireServer(Where);
+    return Result;
+}
+
 } // namespace
 
 Long IsServiceRunning(TextView Service, Place Where) {
-    return Bind(Where).IsServiceRunning(SingleByte(Service).c_str());
+    return Call(Where, [&](const Exports& Of) { return Of.IsServiceRunning(SingleByte(Service).c_str()); });
 }
 
 void LoadFWDriver(TextView Device, TextView Service, TextView DriverFile, Place Where) {
-    Bind(Where).LoadFWDriver(SingleByte(Device).c_str(), SingleByte(Service).c_str(),
-                             SingleByte(DriverFile).c_str());
+    Call(Where, [&](const Exports& Of) {
+        return Of.LoadFWDriver(SingleByte(Device).c_str(), SingleByte(Service).c_str(),
+                               SingleByte(DriverFile).c_str());
+    });
 }
 
-void StartFW(TextView Device, Place Where) { Bind(Where).StartFW(SingleByte(Device).c_str()); }
+void StartFW(TextView Device, Place Where) {
+    Call(Where, [&](const Exports& Of) { return Of.StartFW(SingleByte(Device).c_str()); });
+}
 
 void SetFilters(TextView Device, Long Address, std::int16_t Port, Place Where) {
     // What the two zeros stand for is the library's own affair.
-    Bind(Where).SetFilters(SingleByte(Device).c_str(), Address, 0, 0, Port);
+    Call(Where,
+         [&](const Exports& Of) { return Of.SetFilters(SingleByte(Device).c_str(), Address, 0, 0, Port); });
 }
 
-void ClearFilters(TextView Device, Place Where) { Bind(Where).ClearFilters(SingleByte(Device).c_str()); }
-void StopDriver(TextView Service, Place Where) { Bind(Where).StopDriver(SingleByte(Service).c_str()); }
-void UnloadDriver(TextView Service, Place Where) { Bind(Where).UnloadDriver(SingleByte(Service).c_str()); }
+void ClearFilters(TextView Device, Place Where) {
+    Call(Where, [&](const Exports& Of) { return Of.ClearFilters(SingleByte(Device).c_str()); });
+}
+
+void StopDriver(TextView Service, Place Where) {
+    Call(Where, [&](const Exports& Of) { return Of.StopDriver(SingleByte(Service).c_str()); });
+}
+
+void UnloadDriver(TextView Service, Place Where) {
+    Call(Where, [&](const Exports& Of) { return Of.UnloadDriver(SingleByte(Service).c_str()); });
+}
 
 void Release() noexcept {
     if (Library != nullptr) FreeLibrary(std::exchange(Library, nullptr));

@@ -61,6 +61,11 @@ bool FolderExists(TextView Path) {
     return Attributes != INVALID_FILE_ATTRIBUTES && (Attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+bool IsSamePath(TextView A, TextView B) noexcept {
+    return CompareStringOrdinal(A.data(), static_cast<int>(A.size()), B.data(), static_cast<int>(B.size()),
+                                TRUE) == CSTR_EQUAL;
+}
+
 void CreateFolder(TextView Path, Place Where) {
     if (!CreateDirectoryW(std::wstring(Path).c_str(), nullptr)) FailWithLastError(Path, Where);
 }

@@ -211,6 +211,8 @@ bool FileExists(TextView Path) {
 
 bool FolderExists(TextView Path) { return Folders.count(Lower(Path)) != 0; }
 
+bool IsSamePath(TextView A, TextView B) noexcept { return Lower(A) == Lower(B); }
+
 void CreateFolder(TextView Path, Place Where) {
     if (Enter(L"CreateFolder", true, Where)) return;
     if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);

@@ -7,7 +7,7 @@
 #include "tests/fakes/faults.h"
 #include "tests/fakes/outside.h"
 
-using Outside::Enter;
+using Outside::EnterHost;
 using Outside::Keep;
 
 namespace {
@@ -70,26 +70,26 @@ void Create(Place) {}
 void Release() noexcept {}
 
 Long ReadLong(Long Process, Long Address, Place Where) {
-    if (Enter(L"ReadLong", true, Where)) return 0;
+    if (EnterHost(L"ReadLong", true, Where)) return 0;
     Keep([=] { ReadLong(Process, Address); });
     return Read<Long>(Process, Address, Where);
 }
 
 std::uint8_t ReadByte(Long Process, Long Address, Place Where) {
-    if (Enter(L"ReadByte", true, Where)) return 0;
+    if (EnterHost(L"ReadByte", true, Where)) return 0;
     Keep([=] { ReadByte(Process, Address); });
     return Read<std::uint8_t>(Process, Address, Where);
 }
 
 std::wstring ReadStr(Long Process, Long Address, Place Where) {
-    if (Enter(L"ReadStr", true, Where)) return {};
+    if (EnterHost(L"ReadStr", true, Where)) return {};
     Keep([=] { ReadStr(Process, Address); });
     Read<std::uint8_t>(Process, Address, Where);
     return Wide(Simulation::ReadText(MemoryOf(Process, Where), static_cast<std::uint32_t>(Address)));
 }
 
 void WriteLong(Long Process, Long Address, Long Value, Place Where) {
-    if (Enter(L"WriteLong", true, Where)) return;
+    if (EnterHost(L"WriteLong", true, Where)) return;
     if (!Simulation::WriteGameMemory(MemoryOf(Process, Where), static_cast<std::uint32_t>(Address), &Value,
                                      sizeof Value))
         Unreadable(Where);
@@ -98,7 +98,7 @@ void WriteLong(Long Process, Long Address, Long Value, Place Where) {
 
 void AddMsg(Long Index, Long MessageRef, TextView Text, bool IsAffiliate, TextView Channel, Long Kind,
             Place Where) {
-    if (Enter(L"AddMsg", true, Where)) return;
+    if (EnterHost(L"AddMsg", true, Where)) return;
     Outside::Record(std::wstring(Channel) + L" " + ToText(Kind) + L" " + std::wstring(Text) +
                     (IsAffiliate ? L" (affiliate)" : L""));
     const auto Found = Games.find(MessageRef);
@@ -110,7 +110,7 @@ void AddMsg(Long Index, Long MessageRef, TextView Text, bool IsAffiliate, TextVi
 }
 
 std::wstring Enc64(TextView Text, Place Where) {
-    if (Enter(L"Enc64", true, Where)) return {};
+    if (EnterHost(L"Enc64", true, Where)) return {};
     Keep([T = std::wstring(Text)] { Enc64(T); });
     std::wstring Encoded;
     const std::string Bytes = Narrow(Text);
@@ -125,7 +125,7 @@ std::wstring Enc64(TextView Text, Place Where) {
 }
 
 std::wstring Dec64(TextView Text, Place Where) {
-    if (Enter(L"Dec64", true, Where)) return {};
+    if (EnterHost(L"Dec64", true, Where)) return {};
     std::string Bytes;
     std::uint32_t Group = 0;
     int Bits = 0;

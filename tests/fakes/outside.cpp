@@ -5,6 +5,7 @@
 
 #include "game/mdlVNT.h"
 #include "game/sub_main.h"
+#include "host/work.h"
 #include "tests/fakes/faults.h"
 #include "tests/fakes/files.h"
 
@@ -53,13 +54,19 @@ std::wstring FaultyCall() { return FaultyName; }
 // Counts one outside call; true when it is to answer empty.
 bool Enter(TextView Name, bool CanFail, Place Where) {
     ++Calls;
-    if (BeforeCall) BeforeCall(Name);
     if (Calls != FaultDue) return false;
     FaultyName = Name;
     if (FaultKind == Fault::OutOfMemory) throw std::bad_alloc();
     if (!CanFail || FaultKind == Fault::Empty) return true;
     if (FaultKind == Fault::WrongType) Fail(ErrorNumber::TypeMismatch, {}, Where);
     Fail(1004, L"made to fail: " + std::wstring(Name), Where);
+}
+
+bool EnterHost(TextView Name, bool CanFail, Place Where) {
+    Work::RequireServer(Where);
+    if (BeforeCall) BeforeCall(Name);
+    Work::RequireServer(Where);
+    return Enter(Name, CanFail, Where);
 }
 
 void Reset() {

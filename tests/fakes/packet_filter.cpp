@@ -9,7 +9,7 @@ namespace PacketFilter {
 namespace {
 
 void Called(TextView Name, std::wstring Arguments, Place Where) {
-    if (Outside::Enter(Name, true, Where)) return;
+    if (Outside::EnterHost(Name, true, Where)) return;
     if (Outside::FilterMissing) Fail(ErrorNumber::LoadingDll, {}, Where);
     Outside::Record(std::wstring(Name) + L" " + std::move(Arguments));
 }

@@ -39,6 +39,12 @@ bool AskYesNo(TextView Text, TextView Title, Answer Default) {
     return TakeFirst(Outside::YesNoAnswers).value_or(false);
 }
 
+Answer AskYesNoCancel(TextView Text, TextView Title) {
+    BoxOpens(L"AskCancel " + std::wstring(Title) + L" " + std::wstring(Text));
+    const std::optional<bool> Yes = TakeFirst(Outside::YesNoAnswers);
+    return !Yes ? Answer::Cancel : *Yes ? Answer::Yes : Answer::No;
+}
+
 std::wstring AskText(TextView Prompt, TextView Title) {
     BoxOpens(L"AskText " + std::wstring(Title) + L" " + std::wstring(Prompt));
     return TakeFirst(Outside::TextAnswers).value_or(std::wstring());
@@ -50,9 +56,9 @@ std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place W
     return Outside::OpenFileAnswer;
 }
 
-void PostErrorBox(TextView Text, TextView) noexcept {
+void PostErrorBox(TextView Text, TextView, bool ToFront) noexcept {
     try {
-        Outside::Record(L"ErrorBox " + std::wstring(Text));
+        Outside::Record((ToFront ? L"ErrorBoxToFront " : L"ErrorBox ") + std::wstring(Text));
     } catch (...) { // NOLINT(bugprone-empty-catch)
     }
 }

@@ -82,12 +82,21 @@ std::wstring CallGetPlayersRem(const RemoteRequest& Sent) {
     return Reply;
 }
 
-void Load(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
-    Trapped(L"LoadInterface", Index, [&] { LoadInterface(Index, pHwnd, Data); });
+namespace {
+
+template <class F> void CallFromHost(TextView Name, Long Index, F&& Member) {
+    const Work Call(Work::Kind::HostCall, Index);
+    Trapped(Name, Index, std::forward<F>(Member));
 }
-void UnLoad() { Trapped(L"UnLoadInterface", mdlVNT::CurrentProfile, UnLoadInterface); }
+
+} // namespace
+
+void Load(Long Index, std::intptr_t pHwnd, const Pdat& Data) {
+    CallFromHost(L"LoadInterface", Index, [&] { LoadInterface(Index, pHwnd, Data); });
+}
+void UnLoad() { CallFromHost(L"UnLoadInterface", mdlVNT::CurrentProfile, UnLoadInterface); }
 void Disable(Long Index) {
-    Trapped(L"DisableProfile", Index, [&] { DisableProfile(Index); });
+    CallFromHost(L"DisableProfile", Index, [&] { DisableProfile(Index); });
 }
 
 std::wstring SettingsFile(TextView Name) {

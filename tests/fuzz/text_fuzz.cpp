@@ -178,7 +178,7 @@ void Rules(Input& From) {
             "a whole number fails in two ways only");
     Require(ToWhole(ToText(Whole)) == Whole, "a number's text is its number");
     Require(Join(Split(Text, L"|"), L"|") == Text, "what is split is joined again");
-    Require(!HoldsBreak(WithoutLineBreaks(Text)), "line breaks are taken out");
+    Require(!HoldsBreak(WithoutControls(Text)), "line breaks are taken out");
 
     const std::wstring Dotted = ConvertIP(Text, TestProfile);
     Long Packed = 0;

@@ -20,7 +20,7 @@ PuntRequest BanBob(TextView Reason = {}, bool Quiet = true) {
 TEST(Punt, NothingHappensWhileNoGameRuns) {
     for (const Long State : {0, 1, -1}) {
         Server Game({.State = State});
-        EXPECT_TRUE(PuntPlayer(BanBob(L"why", false)));
+        EXPECT_TRUE(PuntPlayer(BanBob(L"why", false)).Done);
         EXPECT_TRUE(Outside::Journal.empty());
     }
 }
@@ -37,7 +37,7 @@ TEST(Punt, AnnouncesUnlessQuiet) {
 TEST(Ban, WritesLinkNameAndAddressThenPunts) {
     Server Game;
     Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
-    EXPECT_TRUE(PuntPlayer(BanBob(L"aimbot", false)));
+    EXPECT_TRUE(PuntPlayer(BanBob(L"aimbot", false)).Done);
     EXPECT_EQ(Outside::Journal,
               (Lines{L"CreateFolder C:\\Host\\profiles\\Server1\\settings", L"WriteIniKey [Bob] 0=10.0.0.7",
                      L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]aimbot",
@@ -54,43 +54,56 @@ TEST(Ban, WritesLinkNameAndAddressThenPunts) {
               L"2024-05-06 7:08:09[-]None");
 }
 
-TEST(Ban, ABareKeyInTheNamesFileStopsIt) {
-    Server Game;
-    Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", L"Bob", L"by hand");
-    EXPECT_TRUE(PuntPlayer(BanBob({}, false)));
-    EXPECT_TRUE(Commands().empty());
-    EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"0"), L"10.0.0.7");
+TEST(Ban, ABareKeyInTheNamesFileStopsItAndSaysSo) {
+    const std::wstring Said = L"Bob stands in the ban list without a tag; nothing was done.";
+    for (const bool Quiet : {true, false}) {
+        Server Game;
+        Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", L"Bob", L"by hand");
+        EXPECT_TRUE(PuntPlayer(BanBob({}, Quiet)).Done);
+        EXPECT_TRUE(Commands().empty());
+        EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), L"Bob", L"0"), L"10.0.0.7");
+        EXPECT_EQ(Outside::Recorded(L"Box Failed! " + Said).size(), Quiet ? 0u : 1u);
+        EXPECT_EQ(Outside::Reports, Quiet ? Lines{L"PuntPlayer: 5 " + Said} : Lines{});
+        // The key of Bob's own ban is no bare key of somebody with that name.
+        BanName(L"Bob[1]");
+        PuntRequest Namesake = BanBob();
+        Namesake.Name = L"Bob[1]";
+        EXPECT_TRUE(PuntPlayer(Namesake).Done);
+        EXPECT_FALSE(Outside::IniValue(SettingsFile(L"BannedNames.ini"), L"Players", L"Bob[1][1]").empty());
+        EXPECT_EQ(Commands(), Lines{L"punt 07"});
+    }
 }
 
 // Half a ban is a ban. What can be stored is, with a link where name and address are both there.
 struct HalfBan {
     const char* What;
-    TextView Name, Ip, Part;
+    TextView Name, Ip;
+    std::optional<BannedName> Entry;
     Lines Entries; // of the three files
     TextView Missing;
 };
 
 TEST(Ban, StoresWhatCanBeStoredAndTellsTheRest) {
     const TextView NoName = L"The name could not be stored in the ban list.";
-    const TextView NoIp = L"The address could not be stored in the ban list.";
-    const TextView Neither = L"Neither the name nor the address could be stored in the ban list.";
+    const std::wstring LongName(1000, L'x');
     const HalfBan Table[] = {
-        {"clan tag", L"[a]b=c", L"10.0.0.7", {}, {L"[a]b=c 10.0.0.7", L"10.0.0.7"}, NoName},
-        {"comment", L";Bob", L"10.0.0.7", {}, {L";Bob 10.0.0.7", L"10.0.0.7"}, NoName},
-        {"not in the code page", L"\x416", L"10.0.0.7", {}, {L"\x416 10.0.0.7", L"10.0.0.7"}, NoName},
+        {"no key", L"[a]b=c", L"10.0.0.7", {}, {L"10.0.0.7"}, NoName},
+        {"comment", L";Bob", L"10.0.0.7", {}, {L"10.0.0.7"}, NoName},
+        {"not in the code page", L"\x416", L"10.0.0.7", {}, {L"10.0.0.7"}, NoName},
         {"part instead",
          L"[ABC]Bob",
          L"10.0.0.7",
-         L"ABC]Bob",
+         BannedName::Part(L"ABC]Bob"),
          {L"ABC]Bob 10.0.0.7", L"ABC]Bob[2]", L"10.0.0.7"},
          {}},
+        {"address alone", L"[ABC]Bob", L"10.0.0.7", BannedName(), {L"10.0.0.7"}, {}},
         {"blank name", L" ", L"10.0.0.7", {}, {L"10.0.0.7"}, NoName},
+        {"too long a name", LongName, L"10.0.0.7", {}, {L"10.0.0.7"}, NoName},
         {"no address", L"Bob", L"", {}, {L"Bob[1]"}, {}},
         {"blank address", L"Bob", L" ", {}, {L"Bob[1]"}, {}},
         {"address not known", L"Bob", L"0.0.0.0", {}, {L"Bob[1]"}, {}},
-        {"address that is no key", L"Bob", L"5.*=", {}, {L"Bob[1]"}, NoIp},
-        {"neither", L"a=b", L"5.*=", {}, {}, Neither},
-        {"neither, not known", L"a=b", L"0.0.0.0", {}, {}, NoName},
+        {"no address at all", L"Bob", L"300.1.1.1", {}, {L"Bob[1]"}, {}},
+        {"no key, not known", L"a=b", L"0.0.0.0", {}, {}, NoName},
     };
     for (const HalfBan& Row : Table) {
         for (const bool Quiet : {true, false}) {
@@ -98,12 +111,13 @@ TEST(Ban, StoresWhatCanBeStoredAndTellsTheRest) {
             PuntRequest Ban = BanBob({}, Quiet);
             Ban.Name = Row.Name;
             Ban.Ip = Row.Ip;
-            Ban.Part = Row.Part;
+            Ban.Entry = Row.Entry;
             const bool IsBan = !Row.Entries.empty();
-            EXPECT_EQ(PuntPlayer(Ban), IsBan) << Row.What;
-            EXPECT_EQ(Commands(), IsBan ? Lines{L"punt 07"} : Lines{}) << Row.What;
+            EXPECT_EQ(PuntPlayer(Ban).Done, IsBan) << Row.What;
+            EXPECT_EQ(Commands(), Lines{L"punt 07"}) << Row.What; // whoever bans wants him gone
+            EXPECT_EQ(Outside::Recorded(L"MSG").size(), IsBan && !Quiet ? 1u : 0u) << Row.What;
             Lines Entries;
-            for (const std::wstring& Name : Lines{std::wstring(Row.Name), std::wstring(Row.Part)})
+            for (const std::wstring& Name : Lines{std::wstring(Row.Name), L"ABC]Bob"})
                 if (!Outside::IniValue(SettingsFile(L"BannedReference.ini"), Name, L"0").empty())
                     Entries.push_back(Name + L" 10.0.0.7");
             for (const std::wstring& Written : Outside::Recorded(L"WriteIniKey [Players] "))
@@ -123,25 +137,35 @@ TEST(Ban, StoresWhatCanBeStoredAndTellsTheRest) {
 }
 
 TEST(Ban, AWriteThatFailsLeavesTheOtherHalf) {
-    const std::pair<int, TextView> Table[] = {{1, {}}, // the link alone: reported under its own name
-                                              {2, L"The name could not be stored in the ban list."},
-                                              {3, L"The address could not be stored in the ban list."}};
-    for (const auto& [Failing, Missing] : Table) {
-        Server Game;
-        int Writes = 0;
-        Outside::BeforeCall = [&](TextView Name) {
-            if (Name == L"WriteIniKey" && ++Writes == Failing) Fail(1004, L"locked");
-        };
-        EXPECT_TRUE(PuntPlayer(BanBob()));
-        Outside::BeforeCall = nullptr;
-        EXPECT_EQ(Commands(), Lines{L"punt 07"});
-        EXPECT_EQ(Outside::Recorded(L"WriteIniKey").size(), 2u);
-        EXPECT_EQ(Outside::Reports, Lines{Failing == 1 ? L"AddBanReference: 1004 locked"
-                                                       : L"PuntPlayer: 5 " + std::wstring(Missing)});
-    }
+    struct Row {
+        int First, Last; // writes that fail, or are lost without a word
+        TextView Report, WhenLost;
+    };
+    const Row Table[] = {
+        {1, 1, L"AddBanReference: 1004 locked", {}},
+        {2, 2, L"PuntPlayer: 5 The name could not be stored in the ban list.", L"same"},
+        {3, 3, L"PuntPlayer: 5 The address could not be stored in the ban list.", L"same"},
+        {2, 3, L"PuntPlayer: 1004 locked",
+         L"PuntPlayer: 5 Neither the name nor the address could be stored in the ban list."}};
+    for (const auto& [First, Last, Report, WhenLost] : Table)
+        for (const bool IsLost : {false, true}) {
+            Server Game;
+            int Writes = 0;
+            Outside::BeforeCall = [&, From = First, To = Last](TextView Name) {
+                const bool Fails = Name == L"WriteIniKey" && ++Writes >= From && Writes <= To;
+                Outside::SetReadOnly(Fails);
+                if (Fails && !IsLost) Fail(1004, L"locked");
+            };
+            EXPECT_EQ(PuntPlayer(BanBob()).Done, First == Last);
+            Outside::BeforeCall = nullptr;
+            EXPECT_EQ(Commands(), Lines{L"punt 07"});
+            const TextView Wanted = IsLost && WhenLost != L"same" ? WhenLost : Report;
+            EXPECT_EQ(Outside::Reports, Wanted.empty() ? Lines{} : Lines{std::wstring(Wanted)})
+                << First << IsLost;
+        }
 }
 
-TEST(Ban, LineBreaksInANameDoNotReachTheFiles) {
+TEST(Ban, ControlCharactersInANameDoNotReachTheFiles) {
     Server Game;
     PuntRequest Ban = BanBob();
     Ban.Name = L"Bob\r\n[Players]";

@@ -84,7 +84,7 @@ const Scenario Scenarios[] = {
            ID_mnuBan1),
     ForBob("mnuBan2", L"mnuBan2 GetPlayerList GetPing GetPlayerExtras PuntPlayer AddBanReference",
            ID_mnuBan2),
-    ForBob("mnuSwitch", L"mnuSwitch SwitchTeam", ID_mnuSwitch),
+    ForBob("mnuSwitch", L"mnuSwitch SwitchTeam GetPlayerList GetPing GetPlayerExtras", ID_mnuSwitch),
     ForBob("mnuKill", L"KillPlayer", ID_mnuKill),
     ForBob("mnuDisarm", L"ArmPlayer", ID_mnuDisarm),
     ForBob("mnuRearm", L"ArmPlayer", ID_mnuRearm),

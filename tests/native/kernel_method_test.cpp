@@ -62,7 +62,7 @@ TEST(KernelMethod, AnAddressThatIsNoneEndsTheTickAndIsTriedAgain) {
     EXPECT_EQ(Game.Tick(), First);
     EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
     EXPECT_EQ(Game.Tick(), First);
-    EXPECT_EQ(Outside::Reports, (Lines{L"tmrVN: 6 Overflow", L"tmrVN: 6 Overflow"}));
+    EXPECT_EQ(Outside::Reports, Lines(2, L"tmrVN: 6 Overflow [300.1.1.1]"));
 }
 
 TEST(KernelMethod, AnAddressAddedWhileTheRulesAreSentIsNotForgotten) {

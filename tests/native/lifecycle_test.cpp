@@ -42,11 +42,12 @@ TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
     Short.resize(4);
     Pdat NoNumber = HostData(L"Other");
     NoNumber[PdatElement::MessageRef].Number.reset();
-    const Case Table[] = {{"empty", TestProfile, {}, L"SetProfileData: 9 Subscript out of range"},
-                          {"too short", TestProfile, Short, L"SetProfileData: 9 Subscript out of range"},
-                          {"no number", TestProfile, NoNumber, L"SetProfileData: 13 Type mismatch"},
-                          {"negative", -1, HostData(), L"SetProfileData: 9 Subscript out of range"},
-                          {"huge", 32768, HostData(), L"SetProfileData: 9 Subscript out of range"}};
+    const Case Table[] = {
+        {"empty", TestProfile, {}, L"SetProfileData: 9 Subscript out of range: PDAT(2)"},
+        {"too short", TestProfile, Short, L"SetProfileData: 9 Subscript out of range: PDAT(4)"},
+        {"no number", TestProfile, NoNumber, L"SetProfileData: 13 Type mismatch: PDAT(6)"},
+        {"negative", -1, HostData(), L"SetProfileData: 9 Subscript out of range"},
+        {"huge", 32768, HostData(), L"SetProfileData: 9 Subscript out of range"}};
     for (const Case& Tried : Table) {
         Server Game;
         Load(Tried.Index, HostWindow, Tried.Data);

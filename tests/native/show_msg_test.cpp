@@ -16,7 +16,7 @@ TEST(Reports, CarryLineNumberDescriptionAndProcedure) {
         Line = __LINE__ + 1;
         Fail(13);
     });
-    const std::wstring Details = L"ErrorBox Error Line: " + std::to_wstring(Line) +
+    const std::wstring Details = L"ErrorBoxToFront Server: Server1\r\nError Line: " + std::to_wstring(Line) +
                                  L"\r\nError 13: Type mismatch\r\nDLL: qrvVNT.dll\r\nFunction/Sub: GetPing";
     EXPECT_EQ(Outside::Journal, Lines{Details + L"\r\n\r\nError Report Sent: No"});
     EXPECT_EQ(Outside::Reports, Lines{L"GetPing: 13 Type mismatch"});

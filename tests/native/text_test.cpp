@@ -73,20 +73,14 @@ TEST(Addresses, PackedWithTheFirstPartLowest) {
 }
 
 TEST(Addresses, ConvertIpReversesThePairs) {
-    Server Game;
     const std::pair<TextView, TextView> Table[] = {{L"C0A80001", L"1.0.168.192"},
                                                    {L"0", L"0.0.0.0"},
                                                    {L" 0 ", L"0.0.0.0"},
                                                    {L" c0a80001 ", L"1.0.168.192"},
                                                    {L"0102030405", L"4.3.2.1"}};
-    for (const auto& [Raw, Dotted] : Table) EXPECT_EQ(ConvertIP(Raw, TestProfile), Dotted);
-    EXPECT_TRUE(Outside::Reports.empty());
-    // A pair that is none ends it; what came before stays and is no address.
-    EXPECT_EQ(ConvertIP(L"xx0B0C0D", TestProfile), L"");
-    EXPECT_EQ(ConvertIP(L"zzzzzzzz", TestProfile), L"");
-    EXPECT_EQ(ConvertIP(L"1234", TestProfile), L"");
-    EXPECT_EQ(Outside::Reports, (Lines{L"ConvertIP: 13 Type mismatch", L"ConvertIP: 13 Type mismatch",
-                                       L"ConvertIP: 13 Type mismatch"}));
+    for (const auto& [Raw, Dotted] : Table) EXPECT_EQ(ConvertIP(Raw), Dotted);
+    for (const TextView Garbage : {L"xx0B0C0D", L"0A0B0Cxx", L"1234"})
+        EXPECT_THROW(ConvertIP(Garbage), Failure);
 }
 
 TEST(StartUp, BaseFolderIsWhatLiesAboveThePluginsFolders) {
@@ -127,9 +121,11 @@ TEST(Settings, AcceptedTexts) {
     }
     Outside::SetReadOnly(true);
     EXPECT_THROW(WriteSetting(TestProfile, Settings::IdleMax, L"1"), Failure);
-    Outside::RemoveAll(PlayersIni);
-    WriteSetting(TestProfile, Settings::IdleMax, L"1"); // lost silently: the file cannot be made
+    Outside::RemoveAll(PlayersIni); // it cannot even be made
+    EXPECT_THROW(WriteSetting(TestProfile, Settings::IdleMax, L"1"), Failure);
     Outside::SetReadOnly(false);
+    for (const std::wstring& Text : {std::wstring(1001, L'1'), std::wstring(L"1\x1A")})
+        EXPECT_THROW(WriteSetting(TestProfile, Settings::IdleMax, Text), Failure);
     mdlVNT::Profiles(TestProfile).ProfileFolder = L"[1]"; // Players.ini cannot hold it as a key
     EXPECT_THROW(WriteSetting(TestProfile, Settings::IdleMax, L"1"), Failure);
 }

@@ -12,7 +12,7 @@ TEST_F(Window, NamesAreAddedWithTheirTagAndReason) {
         TextView Entry, Item;
     } Table[] = {
         {L"Bob", L"", 0, L"Bob[1]=2024-05-06 7:08:09[-]None", L"[1] Bob"},
-        {L"[clan", L"team killing", 1, L"", L""}, // the file takes this key for a section
+        {L"[x", L"team killing", 1, L"", L""}, // the file takes this key for a section
         {L"clan", L"team killing", 1, L"clan[2]=2024-05-06 7:08:09[-]team killing", L"[2] clan"},
     };
     Open();
@@ -37,17 +37,20 @@ TEST_F(Window, NamesAreAddedWithTheirTagAndReason) {
         EXPECT_EQ(Boxes(), Lines{L"Box Success Name added successfully."});
     }
     // A clan tag that no file holds: the part that one can hold, if that is wanted.
-    for (const bool Yes : {false, true}) {
-        Outside::Journal.clear();
-        Outside::YesNoAnswers = {Yes};
-        FakeWindow::Type(ID_txtBannedName, L"[ABC]Bob");
-        FakeWindow::Click(ID_cmdAddName);
-        EXPECT_EQ(Boxes().front(),
-                  L"AskNo Add Name \"[ABC]Bob\" cannot be stored as a whole name. Ban everybody "
-                  L"whose name contains \"ABC]Bob\" instead?");
-        EXPECT_EQ(Boxes().back(), Yes ? L"Box Success Name added successfully."
-                                      : L"Box Failed! The name could not be stored in the ban list.");
-    }
+    const std::wstring Question =
+        L"AskNo Add Name \"[ABC]Bob\" cannot be stored as it is. Ban everybody whose name "
+        L"contains \"ABC]Bob\" instead?";
+    for (const int Option : {0, 1})
+        for (const bool Yes : {false, true}) {
+            Outside::Journal.clear();
+            Outside::YesNoAnswers = {Yes};
+            FakeWindow::Type(ID_txtBannedName, L"[ABC]Bob");
+            FakeWindow::Click(ID_optBanned + Option);
+            FakeWindow::Click(ID_cmdAddName);
+            EXPECT_EQ(Boxes(),
+                      Yes ? (Lines{Question, L"Box Success Name added successfully."}) : Lines{Question});
+            EXPECT_EQ(FakeWindow::Text(ID_txtBannedName), Yes ? L"" : L"[ABC]Bob");
+        }
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames).back(), L"[2] ABC]Bob");
     Outside::Journal.clear();
     FakeWindow::Click(ID_cmdAddName);
@@ -115,7 +118,7 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
     for (const TextView Entry : {L"Bob[1]", L"Cid[1]"}) BanName(Entry);
     frmVNT::FormReload();
     FakeWindow::ChooseItem(ID_lstBannedNames, 1);
-    for (const TextView Neighbour : {L"Cid", L"Ann", L""}) {
+    for (const TextView Neighbour : {L"Ann", L"Cid", L""}) {
         FakeWindow::PressDelete(ID_lstBannedNames);
         EXPECT_EQ(FakeWindow::Text(ID_lblName), Neighbour);
     }

@@ -218,23 +218,66 @@ TEST_F(PlayerList, WithoutAGameNobodyIsAskedForAReason) {
     }
 }
 
-TEST_F(PlayerList, AClanTagThatNoFileHoldsIsBannedAsAPartOrByItsAddress) {
+TEST_F(PlayerList, AClanTagThatNoFileHoldsIsBannedAsAPartOrByItsAddressIfThatIsWanted) {
     const std::wstring Question =
-        L"AskNo Ban Player: [ABC]Eve \"[ABC]Eve\" cannot be stored as a whole name. "
-        L"Ban everybody whose name contains \"ABC]Eve\" instead?";
-    for (const bool Yes : {true, false}) {
-        Game.Join(5, "[ABC]Eve", "10.0.0.5");
-        Refresh();
-        Outside::Journal.clear();
-        Outside::YesNoAnswers = {Yes};
+        L"\"[ABC]Eve\" cannot be stored as it is. Ban everybody whose name contains "
+        L"\"ABC]Eve\" instead?";
+    const std::wstring ByName = L"Everybody is banned whose name contains \"ABC]Eve\".";
+    struct Row {
+        const char* Address;
+        std::vector<bool> Answers; // none: Cancel
+        Lines Names, Ips;
+        std::wstring Summary;
+    };
+    const Row Table[] = {
+        {"10.0.0.5",
+         {true},
+         {L"[2] ABC]Eve"},
+         {L"10.0.0.5"},
+         ByName + L"\r\nThe address 10.0.0.5 is banned."},
+        {"10.0.0.5", {false}, {}, {L"10.0.0.5"}, L"The address 10.0.0.5 is banned."},
+        {"10.0.0.5", {}, {}, {}, {}},
+        {"0.0.0.0", {true}, {L"[2] ABC]Eve"}, {}, ByName},
+        {"0.0.0.0", {false}, {}, {}, {}},
+    };
+    for (const Row& Case : Table) {
+        Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
+        FakeWindow::Reset();
+        Game.Leave(5);
+        Game.Join(5, "[ABC]Eve", Case.Address);
+        Open();
+        Outside::YesNoAnswers = Case.Answers;
         FakeWindow::ChooseForRow(0, ID_mnuBan2);
-        EXPECT_EQ(Boxes().front(), Question);
-        EXPECT_EQ(Commands(), Lines{L"punt 05"});
-        EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.5"});
-        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[2] ABC]Eve"});
-        EXPECT_EQ(Boxes().size(), Yes ? 1u : 2u) << "on No the box tells that the name is missing";
+        const bool HasAddress = std::string_view(Case.Address) != "0.0.0.0";
+        Lines Expected{(HasAddress ? L"AskCancel" : L"AskNo") + (L" Ban Player: [ABC]Eve " + Question) +
+                       (HasAddress ? L"\r\n\r\nNo bans only the address 10.0.0.5." : L"")};
+        if (!Case.Summary.empty()) Expected.push_back(L"Box Success " + Case.Summary);
+        EXPECT_EQ(Boxes(), Expected);
+        EXPECT_EQ(Commands(), Case.Summary.empty() ? Lines{} : Lines{L"punt 05"});
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Case.Ips);
+        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Case.Names);
     }
     EXPECT_EQ(Outside::Reports, Lines());
+}
+
+TEST_F(PlayerList, APartThatManyHaveIsAskedAbout) {
+    JoinBobAndRita();
+    Game.Join(4, "Bobby");
+    Refresh();
+    for (const auto& [Part, Answer, Asked] : {std::tuple<TextView, bool, bool>{L"Rit", false, false},
+                                              {L"Bob", false, true},
+                                              {L"Bob", true, true}}) {
+        Outside::Journal.clear();
+        Outside::YesNoAnswers = {Answer};
+        FakeWindow::Type(ID_txtBannedName, Part);
+        FakeWindow::Click(ID_optBanned + 1);
+        FakeWindow::Click(ID_cmdAddName);
+        EXPECT_EQ(Boxes().front() ==
+                      L"AskNo Add Name \"Bob\" is part of the names of 2 players who are here now. "
+                      L"Ban everybody whose name contains it?",
+                  Asked);
+        EXPECT_EQ(FakeWindow::Text(ID_txtBannedName).empty(), Answer || !Asked);
+    }
 }
 
 // The rows stay as they were, but nobody counts the teams of a server that is gone.

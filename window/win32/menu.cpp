@@ -42,8 +42,8 @@ void AppendEntry(HMENU Menu, const MenuEntry& Entry) {
         FillMenu(Sub.Get(), Entry.Items);
         if (AppendMenuW(Menu, MF_POPUP, reinterpret_cast<UINT_PTR>(Sub.Get()), Text.c_str())) Sub.Release();
     } else {
-        AppendMenuW(Menu, Entry.IsSeparator ? MF_SEPARATOR : MF_STRING, static_cast<UINT_PTR>(Entry.Id),
-                    Text.c_str());
+        const UINT Look = Entry.IsSeparator ? MF_SEPARATOR : Entry.IsChecked ? MF_CHECKED : MF_STRING;
+        AppendMenuW(Menu, Look, static_cast<UINT_PTR>(Entry.Id), Text.c_str());
     }
 }
 
