@@ -63,7 +63,7 @@ TEST(Ban, ABareKeyInTheNamesFileStopsIt) {
 // The keys of the entries that were written into a section.
 Lines Written(TextView Section) {
     Lines Keys;
-    for (std::wstring Entry : Outside::Recorded(L"WriteIniKey " + std::wstring(Section)))
+    for (const std::wstring& Entry : Outside::Recorded(L"WriteIniKey " + std::wstring(Section)))
         Keys.push_back(Entry.substr(13 + Section.size(), Entry.find(L'=') - 13 - Section.size()));
     return Keys;
 }
@@ -101,7 +101,7 @@ TEST(Ban, StoresWhatCanBeStoredAndTellsTheRest) {
             const bool IsBan = !Row.Key.empty() || !Row.Address.empty();
             EXPECT_EQ(PuntPlayer(Ban), IsBan);
             EXPECT_EQ(Commands(), One(IsBan ? L"punt 07" : L""));
-            for (const std::wstring Name : {std::wstring(Row.Name), std::wstring(Row.Part)})
+            for (const std::wstring& Name : {std::wstring(Row.Name), std::wstring(Row.Part)})
                 EXPECT_EQ(Outside::IniValue(SettingsFile(L"BannedReference.ini"), Name, L"0"),
                           !Name.empty() && Name == Row.Link ? Known : L"");
             EXPECT_EQ(Written(L"[Players]"), One(Row.Key));

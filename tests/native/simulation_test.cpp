@@ -122,7 +122,7 @@ TEST(Simulation, NoticesWhatToolsWrite) {
     EXPECT_EQ(ReadByte(Game.Memory.Memory, Game.Pointer(0x0096C290) + 0xC8 + 7 * 0x29C + 0x2E), 2);
     Game.Write(Record + 0xADE28, 1);
     AdvanceTo(Game.Play, 4001);
-    EXPECT_EQ(Game.Events(), "armed(1) respawned ");
+    EXPECT_EQ(Game.Events(), "respawned armed(1) ");
 }
 
 TEST(Simulation, TakesTextsPieceByPiece) {

@@ -5,12 +5,6 @@ namespace {
 
 // --- The player list
 
-TEST_F(PlayerList, ShowsThePlayersAndCountsTheTeams) {
-    JoinBobAndRita();
-    EXPECT_EQ(FakeWindow::Rows(), (Lines{L"03|Bob|10.0.0.7|50|1", L"12|Rita|10.0.0.9|140|2"}));
-    EXPECT_EQ(FakeWindow::Text(ID_lblTeams), L"Blue Team: 1, Red Team: 1");
-}
-
 TEST_F(PlayerList, ARefreshWritesOnlyWhatChanged) {
     for (int Slot = 1; Slot <= 15; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot), "10.0.0.7");
     FakeWindow::PressHeader(1);
@@ -60,6 +54,8 @@ TEST_F(PlayerList, SortsByWhatAColumnHolds) {
 
 TEST_F(PlayerList, TheSelectionFollowsItsPlayer) {
     JoinBobAndRita();
+    EXPECT_EQ(FakeWindow::Rows(), (Lines{L"03|Bob|10.0.0.7|50|1", L"12|Rita|10.0.0.9|140|2"}));
+    EXPECT_EQ(FakeWindow::Text(ID_lblTeams), L"Blue Team: 1, Red Team: 1");
     FakeWindow::Click(ID_chkRefresh);
     FakeWindow::ChooseRow(1);
     FakeWindow::PressHeader(1);
@@ -91,19 +87,11 @@ TEST_F(PlayerList, TheSelectionFollowsItsPlayer) {
 
 // --- The pop-up menus
 
-const Lines PlayerEntries{L"Punt Player",
-                          L"Ban Player (With Reason)",
-                          L"Ban Player (Without Reason)",
-                          L"-",
-                          L"Switch Teams",
-                          L"-",
-                          L"Kill Player (Once)",
-                          L"Disarm Player (Once)",
-                          L"Kill Player (Permanently)",
-                          L"Disarm Player (Permanently)",
-                          L"Rearm Player",
-                          L"-",
-                          L"Refresh Player List"};
+const Lines PlayerEntries = Split(
+    L"Punt Player/Ban Player (With Reason)/Ban Player (Without Reason)/-/Switch Teams/-/Kill Player (Once)/"
+    L"Disarm Player (Once)/Kill Player (Permanently)/Disarm Player (Permanently)/Rearm Player/-/"
+    L"Refresh Player List",
+    L"/");
 
 TEST_F(PlayerList, TheMenuFollowsWhereTheMouseIs) {
     FakeWindow::RightClickRow(-1);
@@ -131,38 +119,34 @@ TEST_F(PlayerList, TheMenuFollowsWhereTheMouseIs) {
 
 TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
     const std::wstring Ask = L"AskText Ban Player: Rita Enter a reason why you have banned this player!";
+    const auto Ban = [](const std::wstring& Reason) {
+        return Lines{L"WriteIniKey [Rita] 0=10.0.0.9",
+                     L"WriteIniKey [Players] Rita[1]=2024-05-06 7:08:09[-]" + Reason,
+                     L"WriteIniKey [IpAddresses] 10.0.0.9=2024-05-06 7:08:09", L"CMD 1 punt 12",
+                     L"MSG 3 Rita has been banned by the Server Admin!"};
+    };
+    Lines BanWithReason = Ban(L" aimbot ");
+    BanWithReason.insert(BanWithReason.begin(), Ask);
     const struct {
         int Entry;
-        Lines Answers;
-        Lines Journal;
-    } Table[] = {
-        {ID_mnuPunt, {}, {L"CMD 1 punt 12", L"MSG 3 Rita has been punted by the Server Admin!"}},
-        {ID_mnuBan1, {}, {Ask}},
-        {ID_mnuBan1, {L"   "}, {Ask}},
-        {ID_mnuBan1,
-         {L" aimbot "},
-         {Ask, L"WriteIniKey [Rita] 0=10.0.0.9",
-          L"WriteIniKey [Players] Rita[1]=2024-05-06 7:08:09[-] aimbot ",
-          L"WriteIniKey [IpAddresses] 10.0.0.9=2024-05-06 7:08:09", L"CMD 1 punt 12",
-          L"MSG 3 Rita has been banned by the Server Admin!"}},
-        {ID_mnuBan2,
-         {},
-         {L"WriteIniKey [Rita] 0=10.0.0.9", L"WriteIniKey [Players] Rita[1]=2024-05-06 7:08:09[-]None",
-          L"WriteIniKey [IpAddresses] 10.0.0.9=2024-05-06 7:08:09", L"CMD 1 punt 12",
-          L"MSG 3 Rita has been banned by the Server Admin!"}},
-        {ID_mnuKill,
-         {},
-         {L"WriteLong 1", L"MSG 3 Rita has been 'Killed' by the Server Admin!",
-          L"Box Success Player Killed."}},
-        {ID_mnuDisarm,
-         {},
-         {L"WriteLong 0", L"MSG 3 Rita has been 'Disarmed' by the Server Admin!",
-          L"Box Success Player Disarmed."}},
-        {ID_mnuRearm, {}, {L"Box Failed! The selected player is already armed!"}},
-        {ID_mnuSwitch, {}, {L"WriteLong 1"}},
-        {ID_mnuKillPerm, {}, {}},
-        {ID_mnuDisarmPerm, {}, {}},
-    };
+        Lines Answers, Journal;
+    } Table[] = {{ID_mnuPunt, {}, {L"CMD 1 punt 12", L"MSG 3 Rita has been punted by the Server Admin!"}},
+                 {ID_mnuBan1, {}, {Ask}},
+                 {ID_mnuBan1, {L"   "}, {Ask}},
+                 {ID_mnuBan1, {L" aimbot "}, BanWithReason},
+                 {ID_mnuBan2, {}, Ban(L"None")},
+                 {ID_mnuKill,
+                  {},
+                  {L"WriteLong 1", L"MSG 3 Rita has been 'Killed' by the Server Admin!",
+                   L"Box Success Player Killed."}},
+                 {ID_mnuDisarm,
+                  {},
+                  {L"WriteLong 0", L"MSG 3 Rita has been 'Disarmed' by the Server Admin!",
+                   L"Box Success Player Disarmed."}},
+                 {ID_mnuRearm, {}, {L"Box Failed! The selected player is already armed!"}},
+                 {ID_mnuSwitch, {}, {L"WriteLong 1"}},
+                 {ID_mnuKillPerm, {}, {}},
+                 {ID_mnuDisarmPerm, {}, {}}};
     for (const auto& Row : Table) {
         Game.Leave(3);
         Game.Leave(12);
