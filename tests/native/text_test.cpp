@@ -165,7 +165,17 @@ TEST(MemoryMap, BothBuildsHoldThirteenAddressesHoweverOftenTheyAreSet) {
         Server Game({.Build = Build});
         SetMemory(TestProfile, Build == Layout::Build::Affiliate);
         EXPECT_EQ(mdlVNT::MemoryMap(TestProfile).Count(), 13u);
-        EXPECT_EQ(AddressOf(TestProfile, L"GamePort"), static_cast<Long>(Layout::MapOf(Build).GamePort));
+        const Layout::MemoryMap& Map = Layout::MapOf(Build);
+        const std::pair<const wchar_t*, std::uint32_t> Table[] = {
+            {L"GameState", Map.GameState},         {L"GameType", Map.GameType},
+            {L"MsgTypeAdd", Map.MsgTypeAdd},       {L"MsgTitleAdd", Map.MsgTitleAdd},
+            {L"MsgDisplayAdd", Map.MsgDisplayAdd}, {L"MsgStrAdd", Map.MsgStrAdd},
+            {L"PlayerList", Map.PlayerList},       {L"IpList", Map.IpList},
+            {L"MaxPlayers", Map.MaxPlayers},       {L"SerDedi", Map.SerDedi},
+            {L"PlyrStats", Map.PlyrStats},         {L"GamePort", Map.GamePort},
+            {L"WpnNameAdd", Map.WpnNameAdd}};
+        for (const auto& [Key, Address] : Table)
+            EXPECT_EQ(static_cast<std::uint32_t>(AddressOf(TestProfile, Key)), Address);
     }
     EXPECT_TRUE(IsAffiliateGame(L"DF_AFF"));
     for (const TextView Other : {L"DF_aff", L"DF", L"", L"AFF", L"_AFF "})
