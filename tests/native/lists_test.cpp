@@ -17,19 +17,6 @@ namespace {
 
 std::wstring References() { return Outside::FileText(SettingsFile(L"BannedReference.ini")); }
 
-TEST(BanLists, OnlyWellFormedNamesAreListed) {
-    Server Game;
-    EXPECT_FALSE(GetBannedNames(TestProfile).has_value());
-    EXPECT_FALSE(GetBannedIps(TestProfile).has_value());
-    Outside::PutFile(SettingsFile(L"BannedNames.ini"),
-                     L"[Players]\r\nBob[1]=x[-]y\r\nfrag[2]=x[-]\r\nno "
-                     L"tag=x[-]y\r\nNoValue[1]=x\r\n[Other]\r\nEve[1]=x[-]y\r\n");
-    EXPECT_EQ(GetBannedNames(TestProfile), (Lines{L"[1] Bob", L"[2] frag"}));
-    BanIp(L"10.0.0.7");
-    BanIp(L"10.*");
-    EXPECT_EQ(GetBannedIps(TestProfile), (Lines{L"10.0.0.7", L"10.*"}));
-}
-
 TEST(BanLists, ItemsAndKeys) {
     for (const TextView Name : {L"Bob", L"", L" Bob ", L"[1] Bob", L"a=b", L"%s|;"}) {
         const BannedName Banned = BannedName::Part(Name);

@@ -46,17 +46,17 @@ TEST(PlayerTable, ModesOfBothBuilds) {
 
 TEST(PlayerTable, WhoIsListed) {
     Server Game;
-    PutEntry(Game, 0, L"First", 1, 0);    // a leading slot 0
-    PutEntry(Game, 1, L"Two", 1, 2);      //
-    PutEntry(Game, 2, L"Again", 1, 2);    // the same slot once more
-    PutEntry(Game, 3, L"Free", 0, 3);     // no team: no player
-    PutEntry(Game, 4, L"Host", 1, 4);     // the server's own
-    PutEntry(Game, 5, L"host", 1, 5);     // somebody of that name
-    PutEntry(Game, 6, L"Far", 1, 40);     // a slot above MaxPlayers
-    PutEntry(Game, 7, L"Zero", 2, 0);     // slot 0 behind others
-    PutEntry(Game, 8, L"Last", 2, 16);    //
-    PutEntry(Game, 9, L"Wrong", 1, 51);   // ends the scan
-    PutEntry(Game, 10, L"Behind", 1, 10); // never seen
+    const std::tuple<TextView, int, int> Entries[] = {
+        {L"First", 1, 0},                     // a leading slot 0
+        {L"Two", 1, 2},    {L"Again", 1, 2},  // one slot twice
+        {L"Free", 0, 3},                      // no team: no player
+        {L"Host", 1, 4},   {L"host", 1, 5},   // the server's own, and somebody of that name
+        {L"Far", 1, 40},                      // a slot above MaxPlayers
+        {L"Zero", 2, 0},                      // slot 0 behind others
+        {L"Last", 2, 16},  {L"Wrong", 1, 51}, // ends the scan
+        {L"Behind", 1, 10}};
+    int Number = 0;
+    for (const auto& [Name, Team, Slot] : Entries) PutEntry(Game, Number++, Name, Team, Slot);
     EXPECT_EQ(Present(GetPlayerList(TestProfile, L"ARRAY")),
               (Lines{L"0=Zero", L"2=Two", L"5=host", L"16=Last"}));
     EXPECT_EQ(GetPlayerList(TestProfile, L"IPARRAY").BySlot[0], L"0.0.0.0");
@@ -90,19 +90,6 @@ TEST(PlayerTable, RowsCountersAndExtrasOfAList) {
     const PlayerTable Gone = GetPlayerList(TestProfile, L"LIST");
     EXPECT_FALSE(Gone.Begun || Gone.Complete);
     EXPECT_EQ(mdlVNT::BlueCount, 5);
-}
-
-// Records are read up to the match, and each only once.
-TEST(PlayerTable, PingsReadOnlyAsFarAsTheyMust) {
-    long Reads[2] = {};
-    for (const int Slot : {1, 15}) {
-        Server Game;
-        Game.Join(Slot, "Alice");
-        Outside::BeforeCall = [&](TextView Name) { Reads[Slot == 15] += Name == L"ReadStr"; };
-        GetPlayerList(TestProfile, L"REMOTE");
-        Outside::BeforeCall = nullptr;
-    }
-    EXPECT_EQ(Reads[1] - Reads[0], 14);
 }
 
 TEST(PlayerTable, ExtrasByNameAndSlot) {

@@ -217,31 +217,4 @@ TEST_F(Window, TwipsBecomePixelsExactly) {
     }
 }
 
-// --- Odd names
-
-TEST_F(Window, OddNamesArriveEverywhereAsTheyAre) {
-    std::wstring High;
-    for (wchar_t Letter = 128; Letter < 256; ++Letter) High += Letter;
-    for (const std::wstring& Name : Lines{L"50% R&B", L"\"quoted\"", L"a[1]b", L"x|y;z", L"tab\there",
-                                          High.substr(0, 40), High.substr(88)}) {
-        FakeWindow::Reset();
-        Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
-        Game.Join(3, std::string(Name.begin(), Name.end()), "10.0.0.7");
-        Open();
-        FakeWindow::ChooseForRow(0, ID_mnuBan2);
-        EXPECT_EQ(Outside::Recorded(L"MSG"),
-                  Lines{L"MSG 3 " + Name + L" has been banned by the Server Admin!"});
-        EXPECT_TRUE(Outside::Recorded(L"Box").empty());
-        frmVNT::FormReload();
-        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[1] " + Name});
-        EXPECT_EQ(FakeWindow::Text(ID_lblName), Name);
-        Outside::YesNoAnswers = {true};
-        FakeWindow::Click(ID_cmdRemoveName);
-        EXPECT_EQ(FileOf(L"BannedNames.ini"), L"[Players]\r\n");
-        EXPECT_EQ(FileOf(L"BannedIps.ini"), L"[IpAddresses]\r\n");
-        EXPECT_TRUE(FakeWindow::Items(ID_lstBannedIps).empty());
-    }
-    EXPECT_EQ(Outside::Reports, Lines());
-}
-
 } // namespace
