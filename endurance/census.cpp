@@ -112,29 +112,14 @@ const std::vector<Kind> Kinds = {
     {"blocks of a label's size", [] { return WalkHeaps().Labels; }, 100, 28, 14},
 };
 
-void RequireCounting() {
-    const std::vector<long> Before = Take();
-    const HANDLE Event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-    const HWND Window =
-        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-    const HMENU Menu = CreatePopupMenu();
-    const HBRUSH Brush = CreateSolidBrush(RGB(1, 2, 3));
-    void* const Blocks[] = {HeapAlloc(GetProcessHeap(), 0, 1000), HeapAlloc(GetProcessHeap(), 0, LabelSize)};
-    const std::vector<long> With = Take();
-    for (void* const Block : Blocks) HeapFree(GetProcessHeap(), 0, Block);
-    DeleteObject(Brush);
-    DestroyMenu(Menu);
-    DestroyWindow(Window);
-    CloseHandle(Event);
-    for (std::size_t At = 0; At < Kinds.size(); ++At)
-        if (With[At] <= Before[At]) throw std::runtime_error(std::string(Kinds[At].Name) + " do not count");
-}
-
 long CountOf(const std::string& Name) { return std::ranges::find(Kinds, Name, &Kind::Name)->Count(); }
 
 std::vector<long> Take() {
     std::vector<long> Counts;
-    for (const Kind& Counter : Kinds) Counts.push_back(Counter.Count());
+    for (const Kind& Counter : Kinds) {
+        Counts.push_back(Counter.Count());
+        if (Counts.back() == 0) throw std::runtime_error(std::string(Counter.Name) + " are not counted");
+    }
     return Counts;
 }
 

@@ -16,13 +16,11 @@ struct Kind {
 
 extern const std::vector<Kind> Kinds;
 
-// Throws when the system counts a kind only in name, as Wine does for some: it would hide every leak.
-void RequireCounting();
-
 // How much there is of one kind.
 long CountOf(const std::string& Name);
 
-// One number for each kind, in their order.
+// One number for each kind, in their order. Throws at a 0: Wine leaves some of its counters there, which
+// would hide every leak.
 std::vector<long> Take();
 
 } // namespace Census

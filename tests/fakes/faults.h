@@ -13,6 +13,9 @@ namespace Outside {
 // that the real platform never fails (CanFail false) gives an empty answer instead.
 bool Enter(TextView Name, bool CanFail = true, Place Where = Place::current());
 
+// No file and no folder.
+void ResetFiles();
+
 // Where the calls of a tick are kept with their arguments, so that a benchmark can make the very same calls
 // without the plug-in's logic; null while nothing is kept.
 extern std::vector<std::function<void()>>* Kept;

@@ -6,7 +6,6 @@
 #include "game/mdlVNT.h"
 #include "game/sub_main.h"
 #include "tests/fakes/faults.h"
-#include "tests/fakes/files.h"
 
 namespace Outside {
 
@@ -63,7 +62,7 @@ bool Enter(TextView Name, bool CanFail, Place Where) {
 }
 
 void Reset() {
-    Files::Reset();
+    ResetFiles();
     DetachAll();
     Journal.clear();
     Reports.clear();
