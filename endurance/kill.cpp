@@ -102,7 +102,7 @@ State Read(const fs::path& Base) {
 
 struct Change {
     int Milliseconds;      // about how long it takes
-    const wchar_t* Member; // of a request, with names and reasons in Base64; null for one in the window
+    const wchar_t* Member; // of a request, with names and reasons in Base64; InWindow otherwise
     const wchar_t* Data;
     Driver::Edit Edit;
     const char *Removes, *Adds; // entries, separated by ";"
@@ -111,45 +111,34 @@ struct Change {
 constexpr const char *NoName = "N One[1]=*[-]why;I 10.1.0.1=*;I 10.1.0.2=*;I 10.1.0.3=*;"
                                "L One=10.1.0.1;L One=10.1.0.2;L One=10.1.0.3",
                      *NoIp = "I 10.1.0.2=*;N One[1]=*[-]why;N Two[1]=*[-]why;L One=10.1.0.2;L Two=10.1.0.2",
-                     *Ban = "N New[1]=*[-]why;I 10.2.0.1=*;L New=10.2.0.1";
+                     *Ban = "N New[1]=*[-]why;I 10.2.0.1=*;L New=10.2.0.1",
+                     *BanBy = "N New[1]=*[-]why;I 10.2.0.1=*;L New=10.2.0.1;"
+                              "A Ban Player #2 (Name: New, IP: 10.2.0.1",
+                     *Edited = "S New.;A Edit Slap Message (Old Message: Bye., New Message: New.";
+constexpr const wchar_t *InWindow = nullptr, *None = nullptr;
 
 // New is TmV3, One T25l, why d2h5.
 const Change Changes[] = {
     {4, L"AddBannedRem", L"TmV3WzFd|d2h5|Name", {}, "", "N New[1]=*[-]why;A Add Banned Name (New[1]"},
     {4, L"AddBannedRem", L"MTAuMi4wLjE=|d2h5|Ip", {}, "", "I 10.2.0.1=*;A Add Banned Ip (10.2.0.1"},
-    {12,
-     L"PuntPlayerRem",
-     L"TmV3|10.2.0.1|2|Ban|d2h5",
-     {},
-     "",
-     "N New[1]=*[-]why;I 10.2.0.1=*;L New=10.2.0.1;A Ban Player #2 (Name: New, IP: 10.2.0.1"},
+    {12, L"PuntPlayerRem", L"TmV3|10.2.0.1|2|Ban|d2h5", {}, "", BanBy},
     {8, L"RemoveBannedRem", L"T25l|Name|1", {}, NoName, "A Remove Banned Name (One"},
     {8, L"RemoveBannedRem", L"MTAuMS4wLjI=|Ip|1", {}, NoIp, "A Remove Banned Ip (10.1.0.2"},
     {4, L"AddSlapRem", L"New.", {}, "", "S New.;A Add Slap Message (Message: New."},
-    {4,
-     L"EditSlapRem",
-     L"Play fair.|New.",
-     {},
-     "S Play fair.",
-     "S New.;A Edit Slap Message (Old Message: Play fair., New Message: New."},
+    {4, L"EditSlapRem", L"Bye.|New.", {}, "S Bye.", Edited},
     {8, L"DeleteSlapRem", L"Hello.", {}, "S Hello.", "A Delete Slap Message (Message: Hello."},
     {4, L"SetIdleMax", L"7", {}, "P IdleMax=5", "P IdleMax=7;A Set Idle Max Time (Minutes: 7"},
-    {60, nullptr, nullptr, {0, nullptr, ID_txtBannedName, L"New", ID_cmdAddName}, "", "N New[1]=*[-]why"},
-    {100, nullptr, nullptr, {ID_lstBannedNames, L"[1] One", 0, nullptr, ID_cmdRemoveName}, NoName, ""},
-    {60, nullptr, nullptr, {0, nullptr, ID_txtAddIp, L"10.2.0.1", ID_cmdAddIp}, "", "I 10.2.0.1=*"},
-    {100, nullptr, nullptr, {ID_lstBannedIps, L"10.1.0.2", 0, nullptr, ID_cmdRemoveIp}, NoIp, ""},
-    {20, nullptr, nullptr, {0, nullptr, ID_txtSlap, L"New.", ID_cmdSlapAdd}, "", "S New."},
-    {10,
-     nullptr,
-     nullptr,
-     {ID_lstSlaps, L"Mind", ID_txtSlap, L"New.", ID_cmdSlapEdit},
-     "S Mind your language.",
-     "S New."},
-    {10, nullptr, nullptr, {ID_lstSlaps, L"Play", 0, nullptr, ID_cmdSlapDelete}, "S Play fair.", ""},
+    {60, InWindow, None, {0, None, ID_txtBannedName, L"New", ID_cmdAddName}, "", "N New[1]=*[-]why"},
+    {100, InWindow, None, {ID_lstBannedNames, L"[1] One", 0, None, ID_cmdRemoveName}, NoName, ""},
+    {60, InWindow, None, {0, None, ID_txtAddIp, L"10.2.0.1", ID_cmdAddIp}, "", "I 10.2.0.1=*"},
+    {100, InWindow, None, {ID_lstBannedIps, L"10.1.0.2", 0, None, ID_cmdRemoveIp}, NoIp, ""},
+    {20, InWindow, None, {0, None, ID_txtSlap, L"New.", ID_cmdSlapAdd}, "", "S New."},
+    {10, InWindow, None, {ID_lstSlaps, L"Bye", ID_txtSlap, L"New.", ID_cmdSlapEdit}, "S Bye.", "S New."},
+    {10, InWindow, None, {ID_lstSlaps, L"Play", 0, None, ID_cmdSlapDelete}, "S Play fair.", ""},
     {400,
-     nullptr,
-     nullptr,
-     {0, nullptr, 0, L"10.2.0.1           New.                 why.", ID_mnuMerrow300},
+     InWindow,
+     None,
+     {0, None, 0, L"10.2.0.1           New.                 why.", ID_mnuMerrow300},
      "",
      Ban},
 };

@@ -30,7 +30,6 @@ constexpr Request Requests[] = {
     {L"ArmPlayerRem", L"U3RlYWR5|Kill"},
     {L"ArmPlayerRem", L"U3RlYWR5|Switch"},
     {L"ArmPlayerRem", L"U3RlYWR5|Disarm"},
-    {L"ArmPlayerRem", L"U3RlYWR5|Rearm"},
     {L"ArmPlayerRem", L"UGxheWVyMw==|KillPerm"},
     {L"ArmPlayerRem", L"UGxheWVyMQ==|DisarmPerm"},
     {L"PuntPlayerRem", L"UGxheWVyMw==|10.1.2.5|03"},
@@ -48,18 +47,19 @@ constexpr Request Requests[] = {
     {L"RemoveBannedRem", L"Q2hlYXRlcg==|Name|1"},
 };
 
+constexpr const wchar_t* None = nullptr;
 constexpr Driver::Edit Edits[] = {
-    {0, nullptr, ID_txtBannedName, L"Somebody", ID_cmdAddName},
-    {0, nullptr, ID_txtAddIp, L"10.3.*", ID_cmdAddIp},
-    {0, nullptr, ID_txtSlap, L"Calm down.", ID_cmdSlapAdd},
-    {ID_lstBannedNames, L"[1] Somebody", 0, nullptr, ID_cmdRemoveName},
-    {ID_lstBannedIps, L"10.3.*", 0, nullptr, ID_cmdRemoveIp},
-    {ID_lstSlaps, L"Calm down.", 0, nullptr, ID_cmdSlapDelete},
-    {0, nullptr, 0, nullptr, ID_chkRefresh},
-    {0, nullptr, 0, nullptr, ID_mnuRefresh},
-    {0, nullptr, 0, nullptr, ID_chkRefresh},
+    {0, None, ID_txtBannedName, L"Somebody", ID_cmdAddName},
+    {0, None, ID_txtAddIp, L"10.3.*", ID_cmdAddIp},
+    {0, None, ID_txtSlap, L"Calm down.", ID_cmdSlapAdd},
+    {ID_lstBannedNames, L"[1] Somebody", 0, None, ID_cmdRemoveName},
+    {ID_lstBannedIps, L"10.3.*", 0, None, ID_cmdRemoveIp},
+    {ID_lstSlaps, L"Calm down.", 0, None, ID_cmdSlapDelete},
+    {0, None, 0, None, ID_chkRefresh},
+    {0, None, 0, None, ID_mnuRefresh},
+    {0, None, 0, None, ID_chkRefresh},
 };
-constexpr Driver::Edit Import{0, nullptr, 0, L"10.4.4.4           Imported 4           reason 4.",
+constexpr Driver::Edit Import{0, None, 0, L"10.4.4.4           Imported 4           reason 4.",
                               ID_mnuMerrow300};
 
 // Each time Wine's printing library is loaded, it makes a mutex that it never closes. The file dialogs bring

@@ -114,25 +114,6 @@ TEST(Ban, StoresWhatCanBeStoredAndTellsTheRest) {
         }
 }
 
-TEST(Ban, AWriteThatFailsLeavesTheOtherHalf) {
-    const std::pair<int, TextView> Table[] = {{1, {}}, // the link alone: reported under its own name
-                                              {2, L"The name could not be stored in the ban list."},
-                                              {3, L"The address could not be stored in the ban list."}};
-    for (const auto& [Failing, Missing] : Table) {
-        Server Game;
-        int Writes = 0;
-        Outside::BeforeCall = [&](TextView Name) {
-            if (Name == L"WriteIniKey" && ++Writes == Failing) Fail(1004, L"locked");
-        };
-        EXPECT_TRUE(PuntPlayer(BanBob()));
-        Outside::BeforeCall = nullptr;
-        EXPECT_EQ(Commands(), Lines{L"punt 07"});
-        EXPECT_EQ(Outside::Recorded(L"WriteIniKey").size(), 2u);
-        EXPECT_EQ(Outside::Reports, Lines{Failing == 1 ? L"AddBanReference: 1004 locked"
-                                                       : L"PuntPlayer: 5 " + std::wstring(Missing)});
-    }
-}
-
 TEST(Ban, LineBreaksInANameDoNotReachTheFiles) {
     Server Game;
     PuntRequest Ban = BanBob();

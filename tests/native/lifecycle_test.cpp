@@ -32,26 +32,19 @@ TEST(Lifecycle, LoadFillsTheRecordAndGrowsEveryArray) {
 }
 
 TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
-    struct Case {
-        const char* What;
-        Long Index;
-        Pdat Data;
-        TextView Report;
-    };
-    Pdat Short = HostData();
+    Pdat Short = HostData(), NoNumber = HostData(L"Other");
     Short.resize(4);
-    Pdat NoNumber = HostData(L"Other");
     NoNumber[PdatElement::MessageRef].Number.reset();
-    const Case Table[] = {{"empty", TestProfile, {}, L"SetProfileData: 9 Subscript out of range"},
-                          {"too short", TestProfile, Short, L"SetProfileData: 9 Subscript out of range"},
-                          {"no number", TestProfile, NoNumber, L"SetProfileData: 13 Type mismatch"},
-                          {"negative", -1, HostData(), L"SetProfileData: 9 Subscript out of range"},
-                          {"huge", 32768, HostData(), L"SetProfileData: 9 Subscript out of range"}};
-    for (const Case& Tried : Table) {
+    const std::tuple<Long, Pdat, TextView> Table[] = {{TestProfile, {}, L"9 Subscript out of range"},
+                                                      {TestProfile, Short, L"9 Subscript out of range"},
+                                                      {TestProfile, NoNumber, L"13 Type mismatch"},
+                                                      {-1, HostData(), L"9 Subscript out of range"},
+                                                      {32768, HostData(), L"9 Subscript out of range"}};
+    for (const auto& [Index, Data, Report] : Table) {
         Server Game;
-        Load(Tried.Index, HostWindow, Tried.Data);
-        EXPECT_EQ(Outside::Reports, Lines{std::wstring(Tried.Report)}) << Tried.What;
-        EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Server1") << Tried.What;
+        Load(Index, HostWindow, Data);
+        EXPECT_EQ(Outside::Reports, Lines{L"SetProfileData: " + std::wstring(Report)}) << Index;
+        EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Server1");
         EXPECT_FALSE(mdlVNT::Profiles.Has(32768));
         UnLoad();
     }

@@ -126,28 +126,23 @@ TEST(PlayerTable, HostCallsGrowWithTheEntriesAlone) {
 }
 
 TEST(PlayerTable, DamagedMemoryEndsSoonAndIsReported) {
-    struct Damage {
-        std::uint32_t Layout::MemoryMap::*Word;
-        Long Value;
-        TextView Report;
-    };
-    const Damage Table[] = {
-        {&Layout::MemoryMap::MaxPlayers, 1025, L"GetPlayerList: 6 Overflow"},
-        {&Layout::MemoryMap::MaxPlayers, -1, L"GetPlayerList: 6 Overflow"},
-        {&Layout::MemoryMap::MaxPlayers, 2147483647, L"GetPlayerList: 6 Overflow"},
-        {&Layout::MemoryMap::PlayerList, 0, L"GetPlayerList: 1299 The process could not be read."},
-        {&Layout::MemoryMap::PlayerList, -1, L"GetPlayerList: 1299 The process could not be read."},
-        {&Layout::MemoryMap::PlyrStats, 0x7FFFFFFF, L"GetPlayerList: 1299 The process could not be read."}};
-    for (const Damage& Case : Table) {
+    using Map = Layout::MemoryMap;
+    const std::wstring Overflow = L"GetPlayerList: 6 Overflow";
+    const std::wstring Unreadable = L"GetPlayerList: 1299 The process could not be read.";
+    const std::tuple<std::uint32_t Map::*, Long, std::wstring> Table[] = {
+        {&Map::MaxPlayers, 1025, Overflow},       {&Map::MaxPlayers, -1, Overflow},
+        {&Map::MaxPlayers, 2147483647, Overflow}, {&Map::PlayerList, 0, Unreadable},
+        {&Map::PlayerList, -1, Unreadable},       {&Map::PlyrStats, 0x7FFFFFFF, Unreadable}};
+    for (const auto& [Word, Value, Report] : Table) {
         Server Game;
         Game.Join(1, "Alice");
-        Game.SetWord(Game.Map().*Case.Word, Case.Value);
+        Game.SetWord(Game.Map().*Word, Value);
         for (const TextView Mode : {L"ARRAY", L"REMOTE", L"LIST"}) {
             // Names alone do not need the statistics.
-            if (Mode == L"ARRAY" && Case.Word == &Layout::MemoryMap::PlyrStats) continue;
+            if (Mode == L"ARRAY" && Word == &Map::PlyrStats) continue;
             Outside::Reports.clear();
             EXPECT_FALSE(GetPlayerList(TestProfile, Mode).Complete);
-            EXPECT_EQ(Outside::Reports.at(0), Case.Report);
+            EXPECT_EQ(Outside::Reports.at(0), Report);
         }
     }
 }
