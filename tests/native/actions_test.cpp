@@ -114,16 +114,6 @@ TEST(Ban, StoresWhatCanBeStoredAndTellsTheRest) {
         }
 }
 
-TEST(Ban, LineBreaksInANameDoNotReachTheFiles) {
-    Server Game;
-    PuntRequest Ban = BanBob();
-    Ban.Name = L"Bob\r\n[Players]";
-    PuntPlayer(Ban);
-    EXPECT_EQ(Outside::FileText(SettingsFile(L"BannedNames.ini")).find(L"\r\n[Players]\r\n"),
-              std::wstring::npos);
-    EXPECT_EQ(Commands(), Lines{L"punt 07"});
-}
-
 TEST(Kill, ByLifeState) {
     const std::wstring Sent = L"MSG 3 Bob has been 'Killed' by the Server Admin!";
     const std::wstring Refused =

@@ -17,20 +17,6 @@ TEST(Lifecycle, IndexZeroLoadsNothing) {
     EXPECT_TRUE(SetProfileData(0, HostData())); // a remote call may name it
 }
 
-TEST(Lifecycle, LoadFillsTheRecordAndGrowsEveryArray) {
-    Server Game;
-    Load(TestProfile, HostWindow, HostData(L"Folder", L"DF_AFF", ProcessRef));
-    EXPECT_TRUE(frmVNT::IsLoaded());
-    EXPECT_EQ(mdlVNT::CurrentProfile, TestProfile);
-    EXPECT_EQ(mdlVNT::LastProcessRef, ProcessRef);
-    EXPECT_TRUE(mdlVNT::Profiles(TestProfile).IsAffiliate);
-    EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Folder");
-    EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
-    EXPECT_TRUE(mdlVNT::IdleTables.Has(TestProfile) && mdlVNT::SwitchQueue.Has(TestProfile) &&
-                mdlVNT::ArmedFlags.Has(TestProfile));
-    UnLoad();
-}
-
 TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
     Pdat Short = HostData(), NoNumber = HostData(L"Other");
     Short.resize(4);
@@ -49,18 +35,6 @@ TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
         UnLoad();
     }
     EXPECT_TRUE(SetProfileData(MaxProfileIndex, HostData()));
-}
-
-TEST(Lifecycle, ASecondLoadKeepsTheTimerAndReportsIt) {
-    Server Game;
-    Load(TestProfile, HostWindow, HostData());
-    Load(TestProfile, HostWindow, HostData());
-    EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 360 Object already loaded"});
-    Outside::Reports.clear();
-    Disable(TestProfile);
-    Load(TestProfile, HostWindow, HostData());
-    EXPECT_TRUE(Outside::Reports.empty());
-    UnLoad();
 }
 
 TEST(Lifecycle, DisableClearsOneProfile) {

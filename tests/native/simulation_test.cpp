@@ -25,19 +25,10 @@ struct World {
         Play.Journal = [this](const JournalEntry& Entry) { Lines.push_back(Entry); };
         Start(Play);
     }
-    // The kinds and details of all lines since the last call.
-    std::string Events() {
-        std::string Result;
-        for (const auto& Line : Lines)
-            Result += Line.Kind + (Line.Detail.empty() ? "" : "(" + Line.Detail + ")") + ' ';
-        Lines.clear();
-        return Result;
-    }
     std::uint32_t Pointer(std::uint32_t Address) const {
         return static_cast<std::uint32_t>(ReadLong(Memory.Memory, Address));
     }
     std::int32_t Long(std::uint32_t Address) const { return ReadLong(Memory.Memory, Address); }
-    void Write(std::uint32_t Address, std::int32_t Value) const { WriteLong(Memory.Memory, Address, Value); }
 };
 
 // The numbers stand here a second time, as an administration tool has them.
@@ -75,75 +66,6 @@ TEST(Simulation, KeepsAPlayerWhereToolsLookInBothBuilds) {
         for (const std::uint32_t Freed : {Entry, Entry + 0x2E, Record + 0x3C})
             EXPECT_EQ(ReadByte(Memory, Freed), 0);
     }
-}
-
-TEST(Simulation, MemoryIsBounded) {
-    const PrivateMemory Memory;
-    std::uint8_t Bytes[8];
-    EXPECT_TRUE(ReadGameMemory(Memory.Memory, Layout::ImageEnd - 8, Bytes, 8));
-    EXPECT_FALSE(ReadGameMemory(Memory.Memory, Layout::ImageEnd - 7, Bytes, 8));
-    EXPECT_FALSE(ReadGameMemory(Memory.Memory, 0, Bytes, 1));
-    EXPECT_FALSE(WriteGameMemory(Memory.Memory, 0xFFFFFFFF, Bytes, 8));
-    EXPECT_THROW(ReadText(Memory.Memory, 4), std::out_of_range);
-}
-
-TEST(Simulation, RefusesJoinsThatCannotBe) {
-    World Game({.MaxPlayers = 10});
-    Join(Game.Play, 3, "Bob", "10.0.0.7");
-    SetFiltered(Game.Play, {"10.0.0.9"});
-    Game.Events();
-    const std::tuple<int, std::string, std::string, std::string> Table[] = {
-        {0, "A", "10.0.0.1", "server"},
-        {11, "A", "10.0.0.1", "slot"},
-        {3, "A", "10.0.0.1", "taken"},
-        {4, std::string(46, 'x'), "10.0.0.1", "name"},
-        {4, "A", std::string(52, '1'), "address"},
-        {4, "A", "10.0.0.9", "filtered"}};
-    for (const auto& [Slot, Name, Address, Why] : Table) {
-        EXPECT_FALSE(Join(Game.Play, Slot, Name, Address));
-        EXPECT_EQ(Game.Events(), "refused(" + Why + ") ");
-    }
-    EXPECT_TRUE(Join(Game.Play, 4, std::string(45, 'x'), std::string(51, '1')));
-    EXPECT_FALSE(Leave(Game.Play, 5));
-}
-
-TEST(Simulation, TakesTextsPieceByPiece) {
-    World Game;
-    const auto& Memory = Game.Memory.Memory;
-    const auto Send = [&](std::string_view Piece, std::int32_t More, Layout::Message::Channel Channel) {
-        WriteText(Memory, 0x00879A14, Piece, Layout::Message::PieceSize);
-        Game.Write(0x00879A0C + 4, More);
-        Game.Write(0x00879A0C, static_cast<std::int32_t>(Layout::Message::TypeWord(Channel, 1)));
-        TakeMessages(Game.Play);
-        EXPECT_EQ(Game.Long(0x00879A0C), 0);
-    };
-    Game.Events();
-    Send(std::string(99, 'a'), 1, Layout::Message::Channel::Display);
-    EXPECT_EQ(Game.Events(), "");
-    Send("punt 03", 0, Layout::Message::Channel::Display);
-    EXPECT_EQ(Game.Events(), "message(" + std::string(99, 'a') + "punt 03) ");
-    Send("punt 03", 0, Layout::Message::Channel::Command);
-    EXPECT_EQ(Game.Lines.at(0).Address, "CMD/1");
-    EXPECT_EQ(Game.Events(), "command(punt 03) ignored(punt 03) ");
-}
-
-TEST(Scenario, PlaysEventsAtTheirOwnTime) {
-    World Game;
-    Playback Script{ParseScenario("2000 leave 3 # early\r\n"
-                                  "0 join 3 \"B#b \\x80\\\"\" 10.0.0.7 red 45\n"
-                                  "+500 idle 3\n\n+0 move 3 every 250\n"
-                                  "1000 state 1\n9000 stop",
-                                  1)};
-    Play(Game.Play, Script, 20000);
-    EXPECT_EQ(Game.Lines.at(1).Name, "B#b \x80\"");
-    std::string Times;
-    for (const auto& Line : Game.Lines) Times += std::to_string(Line.Time) + ' ';
-    EXPECT_EQ(Times, "0 0 500 500 1000 2000 9000 ");
-    Game.Lines.erase(Game.Lines.begin());
-    EXPECT_EQ(Game.Events(),
-              "join(team=2 ping=45) move(idle) move(250) state(2 1) leave(2000) stop(script) ");
-    EXPECT_FALSE(Game.Play.Running);
-    EXPECT_EQ(Game.Play.Time, 9000U);
 }
 
 TEST(Scenario, RandomPlayersDependOnTheSeedAlone) {

@@ -160,17 +160,6 @@ TEST_F(Window, RemovingAnAddressCanTakeItsNamesAlong) {
     EXPECT_EQ(FileOf(L"BannedReference.ini"), L"[Bob]\r\n0=10.0.0.8\r\n");
 }
 
-TEST_F(Window, ABoxMayOutliveTheWindowAndTheProfile) {
-    for (const TextView Entry : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Entry);
-    Open();
-    Outside::YesNoAnswers = {true};
-    Outside::WhileBoxIsOpen = [] { UnLoad(); };
-    FakeWindow::Click(ID_cmdRemoveIp);
-    EXPECT_FALSE(frmVNT::IsLoaded());
-    EXPECT_TRUE(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.7").empty());
-    EXPECT_TRUE(Outside::Reports.empty());
-}
-
 // --- Search
 
 TEST_F(Window, SearchGoesOnFromTheSelectedItem) {

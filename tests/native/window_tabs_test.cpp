@@ -84,56 +84,53 @@ TEST_F(Window, TheRefreshTimerTakesANewIntervalAtItsNextTick) {
 
 // --- Slap messages
 
+// Its messages, the selected one, the text box, and whether it can be edited.
+std::wstring SlapTab() {
+    return Join(FakeWindow::Items(ID_lstSlaps), L"/") + L" " + ToText(FakeWindow::SelectedItem(ID_lstSlaps)) +
+           L" " + FakeWindow::Text(ID_txtSlap) + (FakeWindow::IsEnabled(ID_cmdSlapEdit) ? L"*" : L"");
+}
+
+void TypeSlap(TextView Text) {
+    FakeWindow::Type(ID_txtSlap, Text);
+    FakeWindow::PressEnter(ID_txtSlap);
+}
+
 TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
     Open();
-    for (const TextView Text : {L"one", L"50% & [1] = ;|", L"three "}) {
-        FakeWindow::Type(ID_txtSlap, Text);
-        FakeWindow::PressEnter(ID_txtSlap);
-    }
+    for (const TextView Text : {L"one", L"50% & [1] = ;|", L"three "}) TypeSlap(Text);
     EXPECT_EQ(Boxes(), Lines(3, L"Box Success Slap message added successfully."));
     EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=one\r\n1=50% & [1] = ;|\r\n2=three \r\n");
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    FakeWindow::DoubleClick(ID_lstSlaps, 0);
-    EXPECT_TRUE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"one");
-    FakeWindow::ChooseItem(ID_lstSlaps, 2);
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"");
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    FakeWindow::ChooseItem(ID_lstSlaps, 0);
-    FakeWindow::PressEnter(ID_lstSlaps); // stands for a double click
-    FakeWindow::Type(ID_txtSlap, L"first");
-    FakeWindow::PressEnter(ID_txtSlap);
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    FakeWindow::PressEnter(ID_txtSlap); // the box is empty again
-    EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=50% & [1] = ;|\r\n2=three\r\n");
-
     Game.Join(3, "Bob");
-    Outside::Journal.clear();
-    FakeWindow::RightClickRow(-1);
-    FakeWindow::MenuChoices = {ID_mnuRefresh};
-    FakeWindow::RightClickRow(-1);
-    for (const int Message : {0, 1}) FakeWindow::ChooseForRow(0, ID_mnuSlapItem + Message);
-    EXPECT_EQ(Outside::Journal, (Lines{L"MSG 3 Bob.....first", L"MSG 3 Bob.....50% & [1] = ;|"}));
-
-    FakeWindow::ChooseItem(ID_lstSlaps, 1);
-    FakeWindow::Type(ID_txtSlap, L"half typed");
-    FakeWindow::Click(ID_cmdSlapDelete);
-    EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=three\r\n");
-    EXPECT_EQ(FakeWindow::Items(ID_lstSlaps), (Lines{L"first", L"three"}));
-    EXPECT_EQ(FakeWindow::SelectedItem(ID_lstSlaps), 1);
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"half typed");
-    FakeWindow::DoubleClick(ID_lstSlaps, 1);
-    FakeWindow::PressDelete(ID_lstSlaps);
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit)) << "what was edited is gone";
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"");
-    EXPECT_EQ(FakeWindow::SelectedItem(ID_lstSlaps), 0);
-    FakeWindow::PressDelete(ID_lstSlaps);
-    EXPECT_TRUE(FakeWindow::Items(ID_lstSlaps).empty());
+    const auto Choose = [](int Item) { return [=] { FakeWindow::ChooseItem(ID_lstSlaps, Item); }; };
+    const auto DoubleClick = [](int Item) { return [=] { FakeWindow::DoubleClick(ID_lstSlaps, Item); }; };
+    const auto Delete = [] { FakeWindow::PressDelete(ID_lstSlaps); };
+    const std::pair<std::function<void()>, TextView> Steps[] = {
+        {DoubleClick(0), L"one/50% & [1] = ;|/three 0 one*"},
+        {Choose(2), L"one/50% & [1] = ;|/three 2 "},
+        {Choose(0), L"one/50% & [1] = ;|/three 0 "},
+        {[] { FakeWindow::PressEnter(ID_lstSlaps); },
+         L"one/50% & [1] = ;|/three 0 one*"}, // stands for a double click
+        {[] { TypeSlap(L"first"); }, L"first/50% & [1] = ;|/three 0 "},
+        {[] { FakeWindow::PressEnter(ID_txtSlap); },
+         L"first/50% & [1] = ;|/three 0 "}, // the box is empty again
+        {Choose(1), L"first/50% & [1] = ;|/three 1 "},
+        {[] { FakeWindow::Type(ID_txtSlap, L"half typed"); }, L"first/50% & [1] = ;|/three 1 half typed"},
+        {[] { FakeWindow::Click(ID_cmdSlapDelete); }, L"first/three 1 half typed"},
+        {DoubleClick(1), L"first/three 1 three*"},
+        {Delete, L"first 0 "}, // what was edited is gone
+        {Delete, L" -1 "},
+    };
+    for (const auto& [Do, Shown] : Steps) {
+        Do();
+        EXPECT_EQ(SlapTab(), Shown);
+    }
     EXPECT_EQ(Outside::Reports, Lines());
     FakeWindow::Click(ID_cmdSlapDelete); // nothing is left to delete
     EXPECT_EQ(Outside::Reports, Lines{L"cmdSlapDelete: 5 Invalid procedure call or argument"});
-    FakeWindow::RightClickRow(0);
-    EXPECT_EQ(FakeWindow::LastMenu()[0], L"Punt Player") << "without messages there is no sub-menu";
+    Outside::PutFile(SettingsFile(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=50% & [1] = ;|\r\n");
+    Open();
+    for (const int Message : {0, 1}) FakeWindow::ChooseForRow(0, ID_mnuSlapItem + Message);
+    EXPECT_EQ(Outside::Journal, (Lines{L"MSG 3 Bob.....first", L"MSG 3 Bob.....50% & [1] = ;|"}));
 }
 
 // --- The window's life

@@ -42,31 +42,19 @@ TEST_F(Client, DescriptorHasEveryField) {
     Values Name;
     Name.push_back(FromText(L"tests"));
     const std::wstring Version = Automation::AsText(*Late.Call(L"dllVersion", std::move(Name)));
-    const std::vector<std::pair<std::wstring, std::wstring>> Expected = {
-        {L"Name", L"Vantor"},
-        {L"File", L"qrvVNT.dll"},
-        {L"Version", Version},
-        {L"Author", L"the Vantor authors"},
-        {L"Description", L"This Plugin allows you to manage players that join your Ostra Server."},
-        {L"Game", L"Delta Force,  V1.5.0.5|Delta Force, NovaWorld Affiliate Server V1.5.0.11A"},
-        {L"HasInterface", L"True"},
-        {L"ProfileMenu", L"False"},
-        {L"ServerMenu", L"True"},
-        {L"MainMenu", L"False"},
-        {L"ProfileMenuItems", L"(empty)"},
-        {L"ServerMenuItems", L"Players|"},
-        {L"MainMenuItems", L"(empty)"},
-        {L"HasPrivis", L"True"},
-        {L"HelpFile", L"qrvVNT_help.chm"},
-        {L"MinRCVer", L"1201"},
-        {L"MinGMFVer", L"1104"},
-        {L"MinMFMVer", L"1309"},
-        {L"MinQRVVer", L"31105"},
-    };
+    const Lines Expected = Split(
+        L"Name=Vantor;File=qrvVNT.dll;Version=" + Version +
+            L";Author=the Vantor authors;"
+            L"Description=This Plugin allows you to manage players that join your Ostra Server.;"
+            L"Game=Delta Force,  V1.5.0.5|Delta Force, NovaWorld Affiliate Server V1.5.0.11A;"
+            L"HasInterface=True;ProfileMenu=False;ServerMenu=True;MainMenu=False;ProfileMenuItems=(empty);"
+            L"ServerMenuItems=Players|;MainMenuItems=(empty);HasPrivis=True;HelpFile=qrvVNT_help.chm;"
+            L"MinRCVer=1201;MinGMFVer=1104;MinMFMVer=1309;MinQRVVer=31105",
+        L";");
     const Value Record = Late.Call(L"GetData");
-    std::vector<std::pair<std::wstring, std::wstring>> Fields;
+    Lines Fields;
     for (const auto& [Field, Content] : Automation::RecordFields(*Record))
-        Fields.emplace_back(Field, Shown(*Content));
+        Fields.push_back(Field + L"=" + Shown(*Content));
     EXPECT_EQ(Fields, Expected);
 }
 
