@@ -15,27 +15,23 @@ TEST_F(Window, StoredSettingsAreShownAndNothingElseIsWritten) {
     Open();
     EXPECT_EQ(Shown(), L"0 0 5 0 30");
     EXPECT_FALSE(Outside::HasFile(PlayersIni));
-    const struct {
-        TextView Method, Idle, Minutes, Refresh, Seconds, Shown;
-    } Table[] = {
-        {L"1", L"1", L"10", L"1", L"60", L"1 1 10 1 60"}, {L"0", L"0", L"05", L"0", L"0.5", L"0 0 5 0 5"},
-        {L"2", L"yes", L"0", L"on", L"0", L"0 0 5 0 5"},  {L"", L"", L"", L"", L"", L"0 0 5 0 5"},
-        {L"0", L"1", L"x", L"0", L"1.5", L"0 1 5 0 1.5"},
-    };
-    for (const auto& Row : Table) {
-        for (const auto& [Name, Value] :
-             {std::pair(L"BanMethod", Row.Method), std::pair(L"IdlePunt", Row.Idle),
-              std::pair(L"IdleMax", Row.Minutes), std::pair(L"AutoRefresh", Row.Refresh),
-              std::pair(L"RefreshInterval", Row.Seconds)})
-            Outside::PutIni(PlayersIni, Name, L"Server1", Value);
+    // Method, idle punt, its minutes, refresh, its seconds; and what is shown.
+    const std::pair<TextView, TextView> Table[] = {{L"1/1/10/1/60", L"1 1 10 1 60"},
+                                                   {L"0/0/05/0/0.5", L"0 0 5 0 5"},
+                                                   {L"2/yes/0/on/0", L"0 0 5 0 5"},
+                                                   {L"////", L"0 0 5 0 5"},
+                                                   {L"0/1/x/0/1.5", L"0 1 5 0 1.5"}};
+    const Lines Keys{L"BanMethod", L"IdlePunt", L"IdleMax", L"AutoRefresh", L"RefreshInterval"};
+    for (const auto& [Stored, AsShown] : Table) {
+        const Lines Values = Split(Stored, L"/");
+        for (std::size_t At = 0; At < Keys.size(); ++At)
+            Outside::PutIni(PlayersIni, Keys[At], L"Server1", Values[At]);
         const std::wstring Before = Outside::FileText(PlayersIni);
         Open();
-        EXPECT_EQ(Shown(), Row.Shown);
-        if (!Row.Method.empty()) {
-            EXPECT_EQ(Outside::FileText(PlayersIni), Before);
-        }
+        EXPECT_EQ(Shown(), AsShown);
+        EXPECT_EQ(Outside::FileText(PlayersIni) == Before, !Values[0].empty());
         EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"),
-                  Row.Method.empty() ? L"0" : Row.Method);
+                  Values[0].empty() ? L"0" : Values[0]);
         EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrRefresh) != 0, FakeWindow::IsOn(ID_chkRefresh));
     }
 }
