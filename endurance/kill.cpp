@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -56,22 +57,19 @@ void WriteFirstFiles(const fs::path& Base) {
 }
 
 std::string LogEntry(const std::string& Line) {
-    constexpr std::string_view Head = "][Vantor] ", Tail = ") from tester (192.0.2.1)";
-    const std::size_t At = Line.find(Head);
-    if (!Line.starts_with('[') || At == std::string::npos || !Line.ends_with(Tail)) return "!" + Line;
-    return Line.substr(At + Head.size(), Line.size() - Tail.size() - At - Head.size());
+    static const std::regex Whole(R"(\[[0-9:]+\]\[Vantor\] (.*)\) from tester \(192\.0\.2\.1\))");
+    std::smatch Parts;
+    return std::regex_match(Line, Parts, Whole) ? Parts[1].str() : "!" + Line;
 }
 
 // A time stamp becomes "*"; what is none stays, and will not be what is expected.
 std::string IniEntry(char File, const std::string& Line, const std::string& Section) {
+    static const std::regex Stamp(R"(\d{4}-\d\d-\d\d \d+:\d\d:\d\d)");
     const std::size_t Equals = Line.find('=');
     if (Equals == std::string::npos || Section.empty()) return "!" + Line;
     const std::string Value = Line.substr(Equals + 1);
     if (File == Slaps) return Value;
-    if (File != Names && File != Ips) return Section + "=" + Value;
-    const std::string Stamp = Value.substr(0, Value.find_first_not_of("0123456789-: "));
-    const bool IsStamp = Stamp.size() >= 17 && std::count(Stamp.begin(), Stamp.end(), ':') == 2;
-    return Line.substr(0, Equals + 1) + (IsStamp ? "*" + Value.substr(Stamp.size()) : Value);
+    return File == Names || File == Ips ? std::regex_replace(Line, Stamp, "*") : Section + "=" + Value;
 }
 
 void ReadFile(char File, const fs::path& Path, State& Found) {

@@ -76,24 +76,22 @@ bool CanWrite(TextView Path) {
     return !ReadOnly && (Outside::HasFile(Path) || Platform::FolderExists(ParentOf(Path)));
 }
 
-// Replaces a section's lines in the text, or appends the section.
+// Replaces a section's lines in the text, or appends the section; without Keep it goes.
 void WriteSection(File& Written, TextView Section, const Lines& SectionLines, bool Keep) {
-    std::wstring Text;
-    bool Done = false;
-    const auto Append = [&](const std::wstring& Name, const Lines& Its) {
-        Text += L"[" + Name + L"]\r\n";
-        for (const std::wstring& Line : Its) Text += Line + L"\r\n";
-    };
-    for (const auto& [Name, Its] : Written.Sections) {
-        if (Done || Lower(Name) != Lower(Section)) {
-            Append(Name, Its);
-            continue;
-        }
-        Done = true;
-        if (Keep) Append(Name, SectionLines);
+    auto& All = Written.Sections;
+    const auto Its = std::find_if(All.begin(), All.end(),
+                                  [&](const auto& Item) { return Lower(Item.first) == Lower(Section); });
+    if (Its == All.end() && Keep)
+        All.emplace_back(Section, SectionLines);
+    else if (Keep)
+        Its->second = SectionLines;
+    else if (Its != All.end())
+        All.erase(Its);
+    Written.Text.clear();
+    for (const auto& [Name, Entries] : All) {
+        Written.Text.append(L"[").append(Name).append(L"]\r\n");
+        for (const std::wstring& Line : Entries) Written.Text.append(Line).append(L"\r\n");
     }
-    if (!Done && Keep) Append(std::wstring(Section), SectionLines);
-    Written.Text = Text;
     Written.Parsed = false;
 }
 

@@ -104,11 +104,10 @@ TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
         {DoubleClick(0), L"one/50% & [1] = ;|/three 0 one*"},
         {Choose(2), L"one/50% & [1] = ;|/three 2 "},
         {Choose(0), L"one/50% & [1] = ;|/three 0 "},
-        {[] { FakeWindow::PressEnter(ID_lstSlaps); },
-         L"one/50% & [1] = ;|/three 0 one*"}, // stands for a double click
+        // Enter stands for a double click, and does nothing when the box is empty.
+        {[] { FakeWindow::PressEnter(ID_lstSlaps); }, L"one/50% & [1] = ;|/three 0 one*"},
         {[] { TypeSlap(L"first"); }, L"first/50% & [1] = ;|/three 0 "},
-        {[] { FakeWindow::PressEnter(ID_txtSlap); },
-         L"first/50% & [1] = ;|/three 0 "}, // the box is empty again
+        {[] { FakeWindow::PressEnter(ID_txtSlap); }, L"first/50% & [1] = ;|/three 0 "},
         {Choose(1), L"first/50% & [1] = ;|/three 1 "},
         {[] { FakeWindow::Type(ID_txtSlap, L"half typed"); }, L"first/50% & [1] = ;|/three 1 half typed"},
         {[] { FakeWindow::Click(ID_cmdSlapDelete); }, L"first/three 1 half typed"},

@@ -70,10 +70,8 @@ TEST_F(Lifecycle, LoadHideLoadDisableUnloadLoad) {
 
 TEST_F(Lifecycle, HostWindowThatIsNone) {
     const Automation::Value Data = ProfileData({L"none"});
-    BSTR Nothing = SysAllocString(L"");
     for (const LONG Handle : {0L, 12345678L})
-        EXPECT_EQ(Early->LoadInterface(1, Handle, *Data, Nothing), S_OK);
-    SysFreeString(Nothing);
+        EXPECT_EQ(Early->LoadInterface(1, Handle, *Data, nullptr), S_OK);
     EXPECT_EQ(ReportsOf("LoadInterface"), 1) << "a timer that runs already";
     EXPECT_EQ(Frame(), nullptr);
     const HWND Window = FindWindowW(L"frmVNT", nullptr);
