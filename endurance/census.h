@@ -10,8 +10,8 @@ struct Kind {
     const char* Name;
     long (*Count)();
     long Slack; // how much more there may be after a long run
-    // What Wine 8 itself leaves behind each time the window is made, and each time its edits are played.
-    long PerWindow = 0, PerEdits = 0;
+    // What Wine 8 itself leaves behind for each window with its edits, and for each import with them.
+    long PerWindow = 0, PerImport = 0;
 };
 
 extern const std::vector<Kind> Kinds;
