@@ -2,12 +2,9 @@
 
 #include <windows.h>
 
-#include <psapi.h>
-
-#include <oleauto.h>
-
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 
 namespace Census {
 
@@ -81,48 +78,11 @@ long GdiObjects() {
         std::count_if(First, First + MostObjects, [](const Entry& Item) { return Item.Type != 0; }));
 }
 
-// --- COM's task memory, to which automation strings, arrays and the contents of Variants belong
-
-long TaskBlocks = 0;
-
-class Spy final : public IMallocSpy {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** Object) override {
-        *Object = static_cast<IMallocSpy*>(this);
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
-    void* STDMETHODCALLTYPE PostAlloc(void* Block) override {
-        if (Block != nullptr) ++TaskBlocks;
-        return Block;
-    }
-    // Blocks from before the watch were not counted and are not counted off.
-    void* STDMETHODCALLTYPE PreFree(void* Block, BOOL IsSpied) override {
-        if (Block != nullptr && IsSpied) --TaskBlocks;
-        return Block;
-    }
-
-    SIZE_T STDMETHODCALLTYPE PreAlloc(SIZE_T Size) override { return Size; }
-    void STDMETHODCALLTYPE PostFree(BOOL) override {}
-    SIZE_T STDMETHODCALLTYPE PreRealloc(void* Block, SIZE_T Size, void** New, BOOL) override {
-        *New = Block;
-        return Size;
-    }
-    void* STDMETHODCALLTYPE PostRealloc(void* Block, BOOL) override { return Block; }
-    void* STDMETHODCALLTYPE PreGetSize(void* Block, BOOL) override { return Block; }
-    SIZE_T STDMETHODCALLTYPE PostGetSize(SIZE_T Size, BOOL) override { return Size; }
-    void* STDMETHODCALLTYPE PreDidAlloc(void* Block, BOOL) override { return Block; }
-    int STDMETHODCALLTYPE PostDidAlloc(void*, BOOL, int Actual) override { return Actual; }
-    void STDMETHODCALLTYPE PreHeapMinimize() override {}
-    void STDMETHODCALLTYPE PostHeapMinimize() override {}
-};
-
-// --- Memory
+// Wine 8 keeps a block of this size for each label that was given a font.
+constexpr DWORD LabelSize = 12;
 
 struct HeapUse {
-    long Blocks = 0, Bytes = 0;
+    long Labels = 0, Blocks = 0, Bytes = 0; // blocks and bytes without those of labels
 };
 
 HeapUse WalkHeaps() {
@@ -133,76 +93,33 @@ HeapUse WalkHeaps() {
         PROCESS_HEAP_ENTRY Entry{};
         while (HeapWalk(Heaps[At], &Entry)) {
             if ((Entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) == 0) continue;
-            ++Found.Blocks;
-            Found.Bytes += static_cast<long>(Entry.cbData);
+            ++(Entry.cbData == LabelSize ? Found.Labels : Found.Blocks);
+            if (Entry.cbData != LabelSize) Found.Bytes += static_cast<long>(Entry.cbData);
         }
     }
     return Found;
 }
 
-long Committed() {
-    PROCESS_MEMORY_COUNTERS Memory{};
-    Memory.cb = sizeof Memory;
-    GetProcessMemoryInfo(GetCurrentProcess(), &Memory, sizeof Memory);
-    return static_cast<long>(Memory.PagefileUsage / 1024);
-}
-
-constexpr SIZE_T SomeBytes = 256 * 1024;
-
-void* MakePages() {
-    void* const Pages = VirtualAlloc(nullptr, SomeBytes, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    return std::memset(Pages, 1, SomeBytes);
-}
-
-void* MakeBlock() { return std::memset(HeapAlloc(GetProcessHeap(), 0, SomeBytes), 1, SomeBytes); }
-void DropBlock(void* Block) { HeapFree(GetProcessHeap(), 0, Block); }
-
-void* MakeWindow() {
-    return CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-}
-
 } // namespace
 
 const std::vector<Kind> Kinds = {
-    {"handles", Handles, 2, [] { return static_cast<void*>(CreateEventW(nullptr, FALSE, FALSE, nullptr)); },
-     [](void* Made) { CloseHandle(Made); }, 1},
-    {"windows", Windows, 0, MakeWindow, [](void* Made) { DestroyWindow(static_cast<HWND>(Made)); }, 1},
-    {"menus", Menus, 0, [] { return static_cast<void*>(CreatePopupMenu()); },
-     [](void* Made) { DestroyMenu(static_cast<HMENU>(Made)); }, 1},
-    {"GDI objects", GdiObjects, 2, [] { return static_cast<void*>(CreateSolidBrush(RGB(1, 2, 3))); },
-     [](void* Made) { DeleteObject(Made); }, 1},
-    {"USER objects", [] { return static_cast<long>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)); },
-     0, MakeWindow, [](void* Made) { DestroyWindow(static_cast<HWND>(Made)); }, 1},
-    {"task memory blocks", [] { return TaskBlocks; }, 0,
-     [] { return static_cast<void*>(SysAllocString(L"a string")); },
-     [](void* Made) { SysFreeString(static_cast<BSTR>(Made)); }, 1},
-    {"heap blocks", [] { return WalkHeaps().Blocks; }, 100, MakeBlock, DropBlock, 1},
-    {"heap bytes", [] { return WalkHeaps().Bytes; }, 64 * 1024, MakeBlock, DropBlock, SomeBytes},
-    {"committed KB", Committed, 2048, MakePages, [](void* Made) { VirtualFree(Made, 0, MEM_RELEASE); },
-     SomeBytes / 1024},
+    {"handles", Handles, 2, 0, 1}, // one for a file dialog
+    {"windows", Windows, 0},
+    {"menus", Menus, 0},
+    {"GDI objects", GdiObjects, 2},
+    {"heap blocks", [] { return WalkHeaps().Blocks; }, 100},
+    {"heap bytes", [] { return WalkHeaps().Bytes; }, 64 * 1024},
+    {"blocks of a label's size", [] { return WalkHeaps().Labels; }, 100, 42, 14},
 };
-
-void Begin() {
-    static Spy Only;
-    CoRegisterMallocSpy(&Only);
-}
-
-bool IsCounted(const Kind& Tried) {
-    constexpr long Pieces = 8;
-    void* Made[Pieces];
-    const long Before = Tried.Count();
-    for (void*& Item : Made) Item = Tried.Make();
-    const long With = Tried.Count();
-    for (void* const Item : Made) Tried.Drop(Item);
-    const long Allowed = Tried.Unit - 1; // pages and blocks also come and go by themselves
-    return With - Before >= Pieces * Tried.Unit - Allowed && Tried.Count() - Before <= Allowed;
-}
 
 long CountOf(const std::string& Name) { return std::ranges::find(Kinds, Name, &Kind::Name)->Count(); }
 
 std::vector<long> Take() {
     std::vector<long> Counts;
-    for (const Kind& Counter : Kinds) Counts.push_back(Counter.Count());
+    for (const Kind& Counter : Kinds) {
+        Counts.push_back(Counter.Count());
+        if (Counts.back() == 0) throw std::runtime_error(std::string(Counter.Name) + " are not counted");
+    }
     return Counts;
 }
 

@@ -17,4 +17,4 @@ trap 'stop_wine; rm -f build/bad-host' EXIT
 trap 'exit 130' INT TERM
 need_packages build wine && build_preset windows || exit 1
 start_display 1280x1024 && prepare_prefix "$PWD/build/bad-host-prefix" || exit 1
-(cd build/windows/bin && OANOCACHE=1 wine bad_host.exe --gtest_brief=1 "${1:-1000}")
+(cd build/windows/bin && OANOCACHE=1 wine soak.exe --gtest_brief=1 --gtest_filter='BadHost.*' "${1:-1000}")

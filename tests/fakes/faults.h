@@ -16,6 +16,9 @@ bool Enter(TextView Name, bool CanFail = true, Place Where = Place::current());
 // plug-in.
 bool EnterHost(TextView Name, bool CanFail = true, Place Where = Place::current());
 
+// No file and no folder.
+void ResetFiles();
+
 // Where the calls of a tick are kept with their arguments, so that a benchmark can make the very same calls
 // without the plug-in's logic; null while nothing is kept.
 extern std::vector<std::function<void()>>* Kept;

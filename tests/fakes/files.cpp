@@ -1,12 +1,18 @@
-#include "tests/fakes/files.h"
+// The files in memory, as the host's file helper, the platform and the tests see them.
 
 #include <algorithm>
 #include <map>
 #include <set>
 #include <unordered_map>
 
+#include "host/file_helper.h"
+#include "host/platform.h"
 #include "tests/fakes/faults.h"
 #include "tests/fakes/outside.h"
+
+using Outside::Enter;
+using Outside::EnterHost;
+using Outside::Keep;
 
 namespace {
 
@@ -71,24 +77,22 @@ bool CanWrite(TextView Path) {
     return !ReadOnly && (Outside::HasFile(Path) || Platform::FolderExists(ParentOf(Path)));
 }
 
-// Replaces a section's lines in the text, or appends the section.
+// Replaces a section's lines in the text, or appends the section; without Keep it goes.
 void WriteSection(File& Written, TextView Section, const Lines& SectionLines, bool Keep) {
-    std::wstring Text;
-    bool Done = false;
-    const auto Append = [&](const std::wstring& Name, const Lines& Its) {
-        Text += L"[" + Name + L"]\r\n";
-        for (const std::wstring& Line : Its) Text += Line + L"\r\n";
-    };
-    for (const auto& [Name, Its] : Written.Sections) {
-        if (Done || Lower(Name) != Lower(Section)) {
-            Append(Name, Its);
-            continue;
-        }
-        Done = true;
-        if (Keep) Append(Name, SectionLines);
+    auto& All = Written.Sections;
+    const auto Its = std::find_if(All.begin(), All.end(),
+                                  [&](const auto& Item) { return Lower(Item.first) == Lower(Section); });
+    if (Its == All.end() && Keep)
+        All.emplace_back(Section, SectionLines);
+    else if (Keep)
+        Its->second = SectionLines;
+    else if (Its != All.end())
+        All.erase(Its);
+    Written.Text.clear();
+    for (const auto& [Name, Entries] : All) {
+        Written.Text.append(L"[").append(Name).append(L"]\r\n");
+        for (const std::wstring& Line : Entries) Written.Text.append(Line).append(L"\r\n");
     }
-    if (!Done && Keep) Append(std::wstring(Section), SectionLines);
-    Written.Text = Text;
     Written.Parsed = false;
 }
 
@@ -98,28 +102,7 @@ Lines SectionOf(const File& From, TextView Section) {
     return {};
 }
 
-} // namespace
-
-namespace Files {
-
-void Reset() {
-    Stored.clear();
-    Folders.clear();
-    ReadOnly = false;
-}
-
-bool IsReadOnly() { return ReadOnly; }
-
-std::wstring IniValue(TextView Path, TextView Section, TextView Key) {
-    const File* const From = Find(Path);
-    if (From == nullptr) return {};
-    const auto Its = From->Keys.find(Lower(Section));
-    if (Its == From->Keys.end()) return {};
-    const auto Found = Its->second.find(Lower(Trim(Key)));
-    return Found == Its->second.end() ? std::wstring() : Found->second;
-}
-
-Lines IniSection(TextView Path, TextView Section) {
+Lines SectionLines(TextView Path, TextView Section) {
     const File* const From = Find(Path);
     Lines Listed;
     if (From == nullptr) return Listed;
@@ -128,7 +111,7 @@ Lines IniSection(TextView Path, TextView Section) {
     return Listed;
 }
 
-Lines IniSectionNames(TextView Path) {
+Lines SectionNames(TextView Path) {
     Lines Names;
     if (const File* const From = Find(Path))
         for (const auto& [Name, Its] : From->Sections) Names.push_back(Name);
@@ -157,9 +140,15 @@ void WriteIni(TextView Path, TextView Section, MaybeText Key, MaybeText Value) {
     WriteSection(Written, Section, Its, true);
 }
 
-} // namespace Files
+} // namespace
 
 namespace Outside {
+
+void ResetFiles() {
+    Stored.clear();
+    Folders.clear();
+    ReadOnly = false;
+}
 
 void PutFile(TextView Path, std::wstring Content) {
     PutFolder(ParentOf(Path));
@@ -187,12 +176,17 @@ void RemoveAll(TextView Folder) {
 void SetReadOnly(bool On) { ReadOnly = On; }
 
 std::wstring IniValue(TextView Path, TextView Section, TextView Key) {
-    return Files::IniValue(Path, Section, Key);
+    const File* const From = Find(Path);
+    if (From == nullptr) return {};
+    const auto Its = From->Keys.find(Lower(Section));
+    if (Its == From->Keys.end()) return {};
+    const auto Found = Its->second.find(Lower(Trim(Key)));
+    return Found == Its->second.end() ? std::wstring() : Found->second;
 }
 
 void PutIni(TextView Path, TextView Section, TextView Key, TextView Value) {
     PutFolder(ParentOf(Path));
-    Files::WriteIni(Path, Section, Key, Value);
+    WriteIni(Path, Section, Key, Value);
 }
 
 } // namespace Outside
@@ -201,11 +195,9 @@ void PutIni(TextView Path, TextView Section, TextView Key, TextView Value) {
 
 namespace Platform {
 
-using Outside::Enter;
-
 bool FileExists(TextView Path) {
     if (Enter(L"FileExists", false)) return false;
-    Outside::Keep([P = std::wstring(Path)] { FileExists(P); });
+    Keep([P = std::wstring(Path)] { FileExists(P); });
     return Outside::HasFile(Path);
 }
 
@@ -234,14 +226,14 @@ void DeleteFileAt(TextView Path, Place Where) {
 // A byte is one character 0 to 255.
 Bytes ReadBytes(TextView Path, Place Where) {
     if (Enter(L"ReadBytes", true, Where)) return {};
-    Outside::Keep([P = std::wstring(Path)] { ReadBytes(P); });
+    Keep([P = std::wstring(Path)] { ReadBytes(P); });
     if (!Outside::HasFile(Path)) Fail(ErrorNumber::FileNotFound, {}, Where);
     return SingleByteText(Outside::FileText(Path));
 }
 
 void WriteBytes(TextView Path, const Bytes& Content, Place Where) {
     if (Enter(L"WriteBytes", true, Where)) return;
-    Outside::Keep([P = std::wstring(Path), C = Content] { WriteBytes(P, C); });
+    Keep([P = std::wstring(Path), C = Content] { WriteBytes(P, C); });
     if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
     if (!FolderExists(ParentOf(Path))) Fail(ErrorNumber::PathNotFound, {}, Where);
     std::wstring Text;
@@ -262,17 +254,17 @@ bool SurvivesSingleByte(TextView Text) {
 
 std::wstring GetProfileText(TextView Section, TextView Key, TextView File) {
     if (Enter(L"GetProfileText", false)) return {};
-    Outside::Keep([S = std::wstring(Section), K = std::wstring(Key), F = std::wstring(File)] {
+    Keep([S = std::wstring(Section), K = std::wstring(Key), F = std::wstring(File)] {
         GetProfileText(S, K, F);
     });
-    return Files::IniValue(File, Section, Key).substr(0, 254);
+    return Outside::IniValue(File, Section, Key).substr(0, 254);
 }
 
 bool WriteProfileText(TextView Section, TextView Key, TextView Value, TextView File) {
     if (Enter(L"WriteProfileText", false)) return false;
     Outside::Record(L"WriteProfile [" + std::wstring(Section) + L"] " + std::wstring(Key) + L"=" +
                     std::wstring(Value));
-    if (CanWrite(File)) Files::WriteIni(File, Section, Key, Value);
+    if (CanWrite(File)) WriteIni(File, Section, Key, Value);
     return CanWrite(File);
 }
 
@@ -280,7 +272,114 @@ void DeleteProfileKey(TextView Section, TextView Key, TextView File, Place Where
     if (Enter(L"DeleteProfileKey", true, Where)) return;
     if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
     Outside::Record(L"DeleteProfileKey [" + std::wstring(Section) + L"] " + std::wstring(Key));
-    Files::WriteIni(File, Section, Key, std::nullopt);
+    WriteIni(File, Section, Key, std::nullopt);
 }
 
 } // namespace Platform
+
+// --- The host's file helper
+
+namespace FileHelper {
+
+namespace {
+
+std::wstring Shown(MaybeText Text) { return Text ? std::wstring(*Text) : std::wstring(L"(null)"); }
+
+// The helper's arrays end with one empty element.
+Lines WithEnd(Lines Elements) {
+    Elements.emplace_back();
+    return Elements;
+}
+
+} // namespace
+
+void Create(Place) {}
+void Release() noexcept {}
+
+std::wstring GetIniKey(TextView Section, TextView Key, TextView File, Place Where) {
+    if (EnterHost(L"GetIniKey", true, Where)) return {};
+    Keep([S = std::wstring(Section), K = std::wstring(Key), F = std::wstring(File)] { GetIniKey(S, K, F); });
+    return Outside::IniValue(File, Section, Key);
+}
+
+void WriteIniKey(TextView Section, MaybeText Key, MaybeText Value, TextView File, Place Where) {
+    if (EnterHost(L"WriteIniKey", true, Where)) return;
+    Outside::Record(L"WriteIniKey [" + std::wstring(Section) + L"] " + Shown(Key) + L"=" + Shown(Value));
+    WriteIni(File, Section, Key, Value);
+}
+
+Lines GetIniSection(TextView Section, TextView File, Place Where) {
+    if (EnterHost(L"GetIniSection", true, Where)) return {};
+    Keep([S = std::wstring(Section), F = std::wstring(File)] { GetIniSection(S, F); });
+    return WithEnd(SectionLines(File, Section));
+}
+
+Lines GetAllIniSections(TextView File, Place Where) {
+    if (EnterHost(L"GetAllIniSections", true, Where)) return {};
+    return WithEnd(SectionNames(File));
+}
+
+void ClearIniSection(TextView Section, TextView File, Place Where) {
+    if (EnterHost(L"ClearIniSection", true, Where)) return;
+    Outside::Record(L"ClearIniSection [" + std::wstring(Section) + L"]");
+    WriteIni(File, Section, std::nullopt, std::nullopt);
+}
+
+std::wstring ParseIniKey(TextView Line, Place Where) {
+    if (EnterHost(L"ParseIniKey", true, Where)) return {};
+    const auto Equals = Line.find(L'=');
+    return Equals == TextView::npos ? std::wstring() : std::wstring(Line.substr(Equals + 1));
+}
+
+std::pair<std::wstring, std::wstring> ParseIniEntry(TextView Line, Place Where) {
+    if (EnterHost(L"ParseIniKey", true, Where)) return {};
+    Keep([L = std::wstring(Line)] { ParseIniEntry(L); });
+    const auto Equals = Line.find(L'=');
+    if (Equals == TextView::npos) return {std::wstring(Line), std::wstring()};
+    return {std::wstring(Line.substr(0, Equals)), std::wstring(Line.substr(Equals + 1))};
+}
+
+void AppendFile(TextView Path, TextView Text, Place Where) {
+    if (EnterHost(L"AppendFile", true, Where)) return;
+    if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
+    Outside::PutFile(Path, Outside::FileText(Path) + std::wstring(Text) + L"\r\n");
+}
+
+void WriteFile(TextView Path, TextView Text, Place Where) {
+    if (EnterHost(L"WriteFile", true, Where)) return;
+    Keep([P = std::wstring(Path), T = std::wstring(Text)] { WriteFile(P, T); });
+    if (ReadOnly) Fail(ErrorNumber::PathAccess, {}, Where);
+    Outside::PutFile(Path, std::wstring(Text) + L"\r\n");
+}
+
+Lines ReadFile(TextView Path, Place Where) {
+    if (EnterHost(L"ReadFile", true, Where)) return {};
+    Keep([P = std::wstring(Path)] { ReadFile(P); });
+    if (!Outside::HasFile(Path)) Fail(ErrorNumber::FileNotFound, {}, Where);
+    Lines Read = Split(Outside::FileText(Path), L"\n");
+    if (Read.back().empty()) Read.pop_back();
+    for (std::wstring& Line : Read)
+        if (Line.ends_with(L'\r')) Line.pop_back();
+    return Read;
+}
+
+// Readable on purpose: what is compressed is the host's affair.
+std::wstring CompressString(TextView Text, Place Where) {
+    if (EnterHost(L"CompressString", true, Where)) return {};
+    Keep([T = std::wstring(Text)] { CompressString(T); });
+    return L"zip:" + std::wstring(Text);
+}
+
+// Not counted: a report of a failure is no step of the scenario that failed.
+void LogError(TextView, TextView Text, const Failure& Error, Long, Place) {
+    const auto Name = Text.rfind(L"Function/Sub: ");
+    Outside::Reports.push_back(std::wstring(Text.substr(Name + 14)) + L": " + ToText(Error.Number) + L" " +
+                               Error.Description);
+}
+
+bool SendErrorReport(const ErrorReport& Report, Place) {
+    Outside::Record(L"SendErrorReport " + Report.Number + L" " + Report.Version);
+    return Outside::ReportsArrive;
+}
+
+} // namespace FileHelper

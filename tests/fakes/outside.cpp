@@ -7,7 +7,6 @@
 #include "game/sub_main.h"
 #include "host/work.h"
 #include "tests/fakes/faults.h"
-#include "tests/fakes/files.h"
 
 namespace Outside {
 
@@ -70,7 +69,7 @@ bool EnterHost(TextView Name, bool CanFail, Place Where) {
 }
 
 void Reset() {
-    Files::Reset();
+    ResetFiles();
     DetachAll();
     Journal.clear();
     Reports.clear();

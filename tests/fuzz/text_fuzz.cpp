@@ -23,7 +23,7 @@ namespace {
 using Invariants::Require;
 using Invariants::Run;
 
-bool HoldsBreak(TextView Text) { return Text.find_first_of(TextView(L"\0\r\n", 3)) != TextView::npos; }
+bool HoldsBreak(TextView Text) { return Text.find_first_of(Invariants::Breaks) != TextView::npos; }
 
 // As the system's private profiles see a file: a line feed ends a line.
 std::wstring AsFile(const std::wstring& Text) {

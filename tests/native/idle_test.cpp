@@ -62,9 +62,9 @@ TEST(Idle, IdsAtTheEndsOfTheTable) {
 }
 
 TEST(Idle, OnlyWhenSwitchedOnWithExactlyOne) {
+    Server Game;
+    Game.Join(3, "Bob");
     for (const TextView On : {L"0", L"", L"True", L"2"}) {
-        Server Game;
-        Game.Join(3, "Bob");
         SetIdle(On, L"1");
         EXPECT_EQ(TickOfPunt(20), 0);
     }

@@ -17,58 +17,25 @@ TEST(Lifecycle, IndexZeroLoadsNothing) {
     EXPECT_TRUE(SetProfileData(0, HostData())); // a remote call may name it
 }
 
-TEST(Lifecycle, LoadFillsTheRecordAndGrowsEveryArray) {
-    Server Game;
-    Load(TestProfile, HostWindow, HostData(L"Folder", L"DF_AFF", ProcessRef));
-    EXPECT_TRUE(frmVNT::IsLoaded());
-    EXPECT_EQ(mdlVNT::CurrentProfile, TestProfile);
-    EXPECT_EQ(mdlVNT::LastProcessRef, ProcessRef);
-    EXPECT_TRUE(mdlVNT::Profiles(TestProfile).IsAffiliate);
-    EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Folder");
-    EXPECT_TRUE(mdlVNT::IpListChanged(TestProfile));
-    EXPECT_TRUE(mdlVNT::IdleTables.Has(TestProfile) && mdlVNT::SwitchQueue.Has(TestProfile) &&
-                mdlVNT::ArmedFlags.Has(TestProfile));
-    UnLoad();
-}
-
 TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
-    struct Case {
-        const char* What;
-        Long Index;
-        Pdat Data;
-        TextView Report;
-    };
-    Pdat Short = HostData();
+    Pdat Short = HostData(), NoNumber = HostData(L"Other");
     Short.resize(4);
-    Pdat NoNumber = HostData(L"Other");
     NoNumber[PdatElement::MessageRef].Number.reset();
-    const Case Table[] = {
-        {"empty", TestProfile, {}, L"SetProfileData: 9 Subscript out of range: PDAT(2)"},
-        {"too short", TestProfile, Short, L"SetProfileData: 9 Subscript out of range: PDAT(4)"},
-        {"no number", TestProfile, NoNumber, L"SetProfileData: 13 Type mismatch: PDAT(6)"},
-        {"negative", -1, HostData(), L"SetProfileData: 9 Subscript out of range"},
-        {"huge", 32768, HostData(), L"SetProfileData: 9 Subscript out of range"}};
-    for (const Case& Tried : Table) {
+    const std::tuple<Long, Pdat, TextView> Table[] = {
+        {TestProfile, {}, L"9 Subscript out of range: PDAT(2)"},
+        {TestProfile, Short, L"9 Subscript out of range: PDAT(4)"},
+        {TestProfile, NoNumber, L"13 Type mismatch: PDAT(6)"},
+        {-1, HostData(), L"9 Subscript out of range"},
+        {32768, HostData(), L"9 Subscript out of range"}};
+    for (const auto& [Index, Data, Report] : Table) {
         Server Game;
-        Load(Tried.Index, HostWindow, Tried.Data);
-        EXPECT_EQ(Outside::Reports, Lines{std::wstring(Tried.Report)}) << Tried.What;
-        EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Server1") << Tried.What;
+        Load(Index, HostWindow, Data);
+        EXPECT_EQ(Outside::Reports, Lines{L"SetProfileData: " + std::wstring(Report)}) << Index;
+        EXPECT_EQ(mdlVNT::Profiles(TestProfile).ProfileFolder, L"Server1");
         EXPECT_FALSE(mdlVNT::Profiles.Has(32768));
         UnLoad();
     }
     EXPECT_TRUE(SetProfileData(MaxProfileIndex, HostData()));
-}
-
-TEST(Lifecycle, ASecondLoadKeepsTheTimerAndReportsIt) {
-    Server Game;
-    Load(TestProfile, HostWindow, HostData());
-    Load(TestProfile, HostWindow, HostData());
-    EXPECT_EQ(Outside::Reports, Lines{L"LoadInterface: 360 Object already loaded"});
-    Outside::Reports.clear();
-    Disable(TestProfile);
-    Load(TestProfile, HostWindow, HostData());
-    EXPECT_TRUE(Outside::Reports.empty());
-    UnLoad();
 }
 
 TEST(Lifecycle, DisableClearsOneProfile) {

@@ -25,19 +25,10 @@ struct World {
         Play.Journal = [this](const JournalEntry& Entry) { Lines.push_back(Entry); };
         Start(Play);
     }
-    // The kinds and details of all lines since the last call.
-    std::string Events() {
-        std::string Result;
-        for (const auto& Line : Lines)
-            Result += Line.Kind + (Line.Detail.empty() ? "" : "(" + Line.Detail + ")") + ' ';
-        Lines.clear();
-        return Result;
-    }
     std::uint32_t Pointer(std::uint32_t Address) const {
         return static_cast<std::uint32_t>(ReadLong(Memory.Memory, Address));
     }
     std::int32_t Long(std::uint32_t Address) const { return ReadLong(Memory.Memory, Address); }
-    void Write(std::uint32_t Address, std::int32_t Value) const { WriteLong(Memory.Memory, Address, Value); }
 };
 
 // The numbers stand here a second time, as an administration tool has them.
@@ -51,220 +42,44 @@ TEST(Simulation, KeepsAPlayerWhereToolsLookInBothBuilds) {
                           Row{Build::Affiliate, 0x009DB300, 0x00A2B85C, 0x00A2B860, 0x00A2B864, 0x00A2B920,
                               0x0070CA40, 0x009E49B8, 0x00F79448}}) {
         World Game({.Build = At.Which, .MaxPlayers = 20, .GameType = 3, .Port = 4711, .State = 5});
-        EXPECT_EQ(Game.Long(At.State), 5);
-        EXPECT_EQ(Game.Long(At.Type), 3);
-        EXPECT_EQ(Game.Long(At.Players), 20);
-        EXPECT_EQ(Game.Long(At.Dedicated), 1);
-        EXPECT_EQ(Game.Long(At.Port), 4711);
-
-        ASSERT_TRUE(Join(Game.Play, 20,
-                         "B\xF6"
-                         "b",
-                         "10.0.0.7", 2, 45));
+        const std::string Name = "B\xF6"
+                                 "b";
+        ASSERT_TRUE(Join(Game.Play, 20, Name, "10.0.0.7", 2, 45));
         const auto& Memory = Game.Memory.Memory;
         const std::uint32_t Entry = Game.Pointer(At.List) + 0xC8 + 20 * 0x29C;
-        EXPECT_EQ(ReadText(Memory, Entry), "B\xF6"
-                                           "b");
-        EXPECT_EQ(ReadByte(Memory, Entry + 0x2E), 2);
-        EXPECT_EQ(ReadByte(Memory, Entry + 0x5C), 20);
         const std::uint32_t Record = Game.Pointer(At.Statistics) + 20 * 0xAF33C;
-        EXPECT_EQ(Game.Long(Record + 0x2C), 20);
-        EXPECT_EQ(ReadText(Memory, Record + 0x3C), "B\xF6"
-                                                   "b");
-        EXPECT_EQ(Game.Long(Record + 0xB0), 2);
-        EXPECT_EQ(Game.Long(Record + 0xADB60), 45);
-        EXPECT_EQ(Game.Long(Record + 0xADE28), 1);
-        EXPECT_EQ(Game.Long(Game.Pointer(Record + 0x38) + 0xE0), 2);
         const std::uint32_t Client =
             Game.Pointer(At.Clients) + 0x88 + ReadByte(Memory, Record + 0x30) * 0xBCU;
+        const std::pair<std::uint32_t, int> Words[] = {
+            {At.State, 5},         {At.Type, 3},
+            {At.Players, 20},      {At.Dedicated, 1},
+            {At.Port, 4711},       {Record + 0x2C, 20},
+            {Record + 0xB0, 2},    {Record + 0xADB60, 45},
+            {Record + 0xADE28, 1}, {Game.Pointer(Record + 0x38) + 0xE0, 2}};
+        for (const auto& [Address, Value] : Words) EXPECT_EQ(Game.Long(Address), Value) << Address;
+        EXPECT_EQ(ReadText(Memory, Entry), Name);
+        EXPECT_EQ(ReadByte(Memory, Entry + 0x2E), 2);
+        EXPECT_EQ(ReadByte(Memory, Entry + 0x5C), 20);
+        EXPECT_EQ(ReadText(Memory, Record + 0x3C), Name);
         EXPECT_EQ(ReadText(Memory, Client), "0700000A");
-
         ASSERT_TRUE(Leave(Game.Play, 20));
-        EXPECT_EQ(ReadByte(Memory, Entry), 0);
-        EXPECT_EQ(ReadByte(Memory, Entry + 0x2E), 0);
-        EXPECT_EQ(ReadByte(Memory, Record + 0x3C), 0);
+        for (const std::uint32_t Freed : {Entry, Entry + 0x2E, Record + 0x3C})
+            EXPECT_EQ(ReadByte(Memory, Freed), 0);
     }
-}
-
-TEST(Simulation, MemoryIsBounded) {
-    const PrivateMemory Memory;
-    std::uint8_t Bytes[8];
-    EXPECT_TRUE(ReadGameMemory(Memory.Memory, Layout::ImageEnd - 8, Bytes, 8));
-    EXPECT_FALSE(ReadGameMemory(Memory.Memory, Layout::ImageEnd - 7, Bytes, 8));
-    EXPECT_FALSE(ReadGameMemory(Memory.Memory, 0, Bytes, 1));
-    EXPECT_FALSE(WriteGameMemory(Memory.Memory, 0xFFFFFFFF, Bytes, 8));
-    EXPECT_THROW(ReadText(Memory.Memory, 4), std::out_of_range);
-}
-
-TEST(Simulation, RefusesJoinsThatCannotBe) {
-    World Game({.MaxPlayers = 10});
-    Join(Game.Play, 3, "Bob", "10.0.0.7");
-    SetFiltered(Game.Play, {"10.0.0.9"});
-    Game.Events();
-    struct Row {
-        int Slot;
-        std::string Name, Address, Why;
-    };
-    for (const Row& Try :
-         {Row{0, "A", "10.0.0.1", "server"}, Row{11, "A", "10.0.0.1", "slot"},
-          Row{-1, "A", "10.0.0.1", "slot"}, Row{3, "A", "10.0.0.1", "taken"},
-          Row{4, std::string(46, 'x'), "10.0.0.1", "name"}, Row{4, "A", std::string(52, '1'), "address"},
-          Row{4, "A", "10.0.0.9", "filtered"}}) {
-        EXPECT_FALSE(Join(Game.Play, Try.Slot, Try.Name, Try.Address));
-        EXPECT_EQ(Game.Events(), "refused(" + Try.Why + ") ");
-    }
-    EXPECT_TRUE(Join(Game.Play, 4, std::string(45, 'x'), std::string(51, '1')));
-    EXPECT_FALSE(Leave(Game.Play, 5));
-    World Listen({.Dedicated = false});
-    EXPECT_TRUE(Join(Listen.Play, 0, "Owner", "10.0.0.1"));
-}
-
-TEST(Simulation, NoticesWhatToolsWrite) {
-    World Game;
-    Join(Game.Play, 7, "Bob", "10.0.0.7");
-    const std::uint32_t Record = Game.Pointer(0x009ED600) + 7 * 0xAF33C;
-    const std::uint32_t Life = Game.Pointer(Record + 0x38) + 0xE0;
-    Game.Events();
-
-    Game.Write(Record + 0xADE28, 0);
-    Game.Write(Life, 1);
-    Game.Write(Record + 0xB0, 2);
-    AdvanceTo(Game.Play, 1000);
-    EXPECT_EQ(Game.Events(), "killed disarmed(0) switched(1 2) ");
-    EXPECT_EQ(ReadByte(Game.Memory.Memory, Game.Pointer(0x0096C290) + 0xC8 + 7 * 0x29C + 0x2E), 2);
-    AdvanceTo(Game.Play, 3999);
-    EXPECT_EQ(Game.Long(Life), 1);
-    AdvanceTo(Game.Play, 4000);
-    EXPECT_EQ(Game.Long(Life), 2);
-    EXPECT_EQ(Game.Long(Record + 0xADE28), 0);
-    Game.Write(Record + 0xADE28, 1);
-    AdvanceTo(Game.Play, 4001);
-    EXPECT_EQ(Game.Events(), "respawned armed(1) ");
-}
-
-TEST(Simulation, DropsByCommandAndByFilter) {
-    World Game({.MaxPlayers = 50});
-    for (const int Slot : {3, 12, 50}) Join(Game.Play, Slot, "P", "10.0.0." + std::to_string(Slot));
-    AdvanceTo(Game.Play, 250);
-    Game.Events();
-    for (const char* Ignored :
-         {"punt 04", "punt 00", "punt 51", "punt 3x", "punt  3", "punt ", "PUNT 03", ""})
-        RunCommand(Game.Play, Ignored);
-    EXPECT_TRUE(Game.Play.Players[3].Present);
-    Game.Events();
-    RunCommand(Game.Play, "punt 03");
-    RunCommand(Game.Play, "punt 50");
-    EXPECT_EQ(Game.Events(), "dropped(250 punt 03) dropped(250 punt 50) ");
-    SetFiltered(Game.Play, {"10.0.0.12"});
-    AdvanceTo(Game.Play, 300);
-    EXPECT_EQ(Game.Events(), "dropped(300 filtered) ");
-}
-
-TEST(Simulation, TakesTextsPieceByPiece) {
-    World Game;
-    const auto& Memory = Game.Memory.Memory;
-    const auto Send = [&](std::string_view Piece, std::int32_t More, Layout::Message::Channel Channel) {
-        WriteText(Memory, 0x00879A14, Piece, Layout::Message::PieceSize);
-        Game.Write(0x00879A0C + 4, More);
-        Game.Write(0x00879A0C, static_cast<std::int32_t>(Layout::Message::TypeWord(Channel, 1)));
-        TakeMessages(Game.Play);
-        EXPECT_EQ(Game.Long(0x00879A0C), 0);
-    };
-    Game.Events();
-    Send(std::string(99, 'a'), 1, Layout::Message::Channel::Display);
-    EXPECT_EQ(Game.Events(), "");
-    Send("punt 03", 0, Layout::Message::Channel::Display);
-    EXPECT_EQ(Game.Events(), "message(" + std::string(99, 'a') + "punt 03) ");
-    Send("punt 03", 0, Layout::Message::Channel::Command);
-    EXPECT_EQ(Game.Lines.at(0).Address, "CMD/1");
-    EXPECT_EQ(Game.Events(), "command(punt 03) ignored(punt 03) ");
-}
-
-// Every activity value must matter: four moves change each of them once.
-TEST(Simulation, OnlyThoseWhoAreNotIdleMove) {
-    World Game;
-    Join(Game.Play, 1, "Idle", "10.0.0.1");
-    Join(Game.Play, 2, "Busy", "10.0.0.2");
-    MoveEvery(Game.Play, 1, 0);
-    const auto Activity = [&](int Slot) {
-        const auto Entry = Game.Pointer(0x0096C290) + 0xC8 + static_cast<std::uint32_t>(Slot) * 0x29C;
-        const auto& Memory = Game.Memory.Memory;
-        return std::array<int, 4>{ReadLong(Memory, Entry + 56), ReadLong(Memory, Entry + 156),
-                                  ReadByte(Memory, Entry + 214), ReadByte(Memory, Entry + 215)};
-    };
-    AdvanceTo(Game.Play, 1999);
-    EXPECT_EQ(Activity(2), (std::array<int, 4>{1, 0, 0, 0}));
-    AdvanceTo(Game.Play, 4000);
-    EXPECT_EQ(Activity(2), (std::array<int, 4>{1, 1, 1, 1}));
-    EXPECT_EQ(Activity(1), (std::array<int, 4>{}));
-}
-
-TEST(Simulation, RawAddresses) {
-    EXPECT_EQ(RawAddress("192.168.0.1"), "0100A8C0");
-    for (const char* Raw : {"C0A8ZZ01", "1.2.3", "1.2.3.4.5", "1.2.3.256", "1.2.3.4 ", ""})
-        EXPECT_EQ(RawAddress(Raw), Raw);
-}
-
-TEST(Scenario, PlaysEventsAtTheirOwnTime) {
-    World Game;
-    Playback Script{ParseScenario("2000 leave 3 # early\r\n"
-                                  "0 join 3 \"B#b \\x80\\\"\" 10.0.0.7 red 45\n"
-                                  "+500 idle 3\n\n+0 move 3 every 250\n"
-                                  "1000 state 1\n9000 stop",
-                                  1)};
-    Play(Game.Play, Script, 20000);
-    EXPECT_EQ(Game.Lines.at(1).Name, "B#b \x80\"");
-    std::string Times;
-    for (const auto& Line : Game.Lines) Times += std::to_string(Line.Time) + ' ';
-    EXPECT_EQ(Times, "0 0 500 500 1000 2000 9000 ");
-    Game.Lines.erase(Game.Lines.begin());
-    EXPECT_EQ(Game.Events(),
-              "join(team=2 ping=45) move(idle) move(250) state(2 1) leave(2000) stop(script) ");
-    EXPECT_FALSE(Game.Play.Running);
-    EXPECT_EQ(Game.Play.Time, 9000U);
-}
-
-TEST(Scenario, SaysWhatIsWrongInWhichLine) {
-    struct Row {
-        const char* Script;
-        const char* Complaint;
-    };
-    for (const Row& Bad :
-         {Row{"0 state 2\n0 jion 3", "line 2: unknown event \"jion\""},
-          Row{"x leave 3", "line 1: the time must be"}, Row{"5", "line 1: a time without"},
-          Row{"5 join 3 Bob", "expected: join SLOT NAME ADDRESS"},
-          Row{"5 leave 51", "the slot must be a number from 0 to 50"}, Row{"5 leave -1", "the slot"},
-          Row{"5 team 3 green", "the team"}, Row{"5 join 3 \"Bob 1.2.3.4", "closing quote"},
-          Row{"5 join 3 \"\\x00\" 1.2.3.4", "cannot hold \\x00"},
-          Row{"5 join 3 \"\\xG1\" 1.2.3.4", "bad \\x escape"},
-          Row{"5 join 3 \"\\x4\" 1.2.3.4", "bad \\x escape"}, Row{"5 move 3 every 0", "say idle"},
-          Row{"5 move 3 sometimes", "every"}, Row{"random players=51 from=0 to=9", "players must be"},
-          Row{"random players=5 from=0", "expected: random"},
-          Row{"random players=5 from=9 to=0", "later to"}}) {
-        try {
-            ParseScenario(Bad.Script, 1);
-            ADD_FAILURE() << "accepted: " << Bad.Script;
-        } catch (const std::runtime_error& Error) {
-            EXPECT_NE(std::string(Error.what()).find(Bad.Complaint), std::string::npos) << Error.what();
-        }
-    }
-}
-
-std::string Replay(std::uint32_t Seed) {
-    World Game({.MaxPlayers = 50});
-    Playback Script{ParseScenario("random players=50 from=1000 to=60000", Seed)};
-    Play(Game.Play, Script, 61000);
-    std::string Result;
-    for (const auto& Line : Game.Lines) Result += FormatEntry(Line) + '\n';
-    EXPECT_EQ(Result.find("\trefused\t"), std::string::npos) << "seed " << Seed;
-    return Result;
 }
 
 TEST(Scenario, RandomPlayersDependOnTheSeedAlone) {
-    EXPECT_EQ(Replay(7), Replay(7));
     std::set<std::string> Different;
-    for (std::uint32_t Seed = 0; Seed < 20; ++Seed) Different.insert(Replay(Seed));
-    EXPECT_EQ(Different.size(), 20U);
+    for (const std::uint32_t Seed : {1u, 2u, 3u, 4u, 1u}) {
+        World Game({.MaxPlayers = 50});
+        Playback Script{ParseScenario("random players=50 from=1000 to=60000", Seed)};
+        Play(Game.Play, Script, 61000);
+        std::string Result;
+        for (const auto& Line : Game.Lines) Result += FormatEntry(Line) + '\n';
+        EXPECT_EQ(Result.find("\trefused\t"), std::string::npos) << "seed " << Seed;
+        Different.insert(Result);
+    }
+    EXPECT_EQ(Different.size(), 4U);
 }
 
 TEST(Journal, LinesCarryAnyByte) {

@@ -1,4 +1,5 @@
 // The ban lists in the window: add, remove with what is linked, search, details, import.
+#include "lists/ban_lists.h"
 #include "tests/native/window_fixture.h"
 
 namespace {
@@ -6,54 +7,41 @@ namespace {
 // --- Banned names
 
 TEST_F(Window, NamesAreAddedWithTheirTagAndReason) {
-    const struct {
-        TextView Name, Reason;
-        int Option;
-        TextView Entry, Item;
-    } Table[] = {
-        {L"Bob", L"", 0, L"Bob[1]=2024-05-06 7:08:09[-]None", L"[1] Bob"},
-        {L"[x", L"team killing", 1, L"", L""}, // the file takes this key for a section
-        {L"clan", L"team killing", 1, L"clan[2]=2024-05-06 7:08:09[-]team killing", L"[2] clan"},
-    };
     Open();
-    for (const auto& Row : Table) {
+    const auto Add = [](TextView Name, TextView Reason, int Option) {
         Outside::Journal.clear();
-        FakeWindow::Type(ID_txtBannedName, Row.Name);
-        FakeWindow::Type(ID_txtBanReason, Row.Reason);
-        FakeWindow::Click(ID_optBanned + Row.Option);
+        FakeWindow::Type(ID_txtBannedName, Name);
+        FakeWindow::Type(ID_txtBanReason, Reason);
+        FakeWindow::Click(ID_optBanned + Option);
         FakeWindow::Click(ID_cmdAddName);
-        if (Row.Item.empty()) {
-            EXPECT_EQ(Boxes(), Lines{L"Box Failed! The name could not be stored in the ban list."});
-            EXPECT_EQ(FakeWindow::Text(ID_txtBannedName), Row.Name) << "to be mended";
-            continue;
-        }
-        EXPECT_NE(FileOf(L"BannedNames.ini").find(Row.Entry), std::wstring::npos);
-        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames).back(), Row.Item);
-        EXPECT_EQ(FakeWindow::ItemData(ID_lstBannedNames,
-                                       static_cast<int>(FakeWindow::Items(ID_lstBannedNames).size()) - 1),
-                  Row.Option + 1);
-        EXPECT_EQ(FakeWindow::Text(ID_txtBannedName) + FakeWindow::Text(ID_txtBanReason), L"");
-        EXPECT_TRUE(FakeWindow::IsOn(ID_optBanned));
-        EXPECT_EQ(Boxes(), Lines{L"Box Success Name added successfully."});
-    }
+    };
+    Add(L"Bob", L"", 0);
+    Add(L"clan", L"team killing", 1);
+    EXPECT_EQ(FileOf(L"BannedNames.ini"), L"[Players]\r\nBob[1]=2024-05-06 7:08:09[-]None\r\n"
+                                          L"clan[2]=2024-05-06 7:08:09[-]team killing\r\n");
+    EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), (Lines{L"[1] Bob", L"[2] clan"}));
+    EXPECT_EQ(FakeWindow::ItemData(ID_lstBannedNames, 0), 1);
+    EXPECT_EQ(FakeWindow::ItemData(ID_lstBannedNames, 1), 2);
+    EXPECT_EQ(FakeWindow::Text(ID_txtBannedName) + FakeWindow::Text(ID_txtBanReason), L"");
+    EXPECT_TRUE(FakeWindow::IsOn(ID_optBanned));
+    EXPECT_EQ(Boxes(), Lines{L"Box Success Name added successfully."});
+    Add(L"[x", L"", 1); // the file takes this key for a section
+    EXPECT_EQ(Boxes(), Lines{L"Box Failed! The name could not be stored in the ban list."});
+    EXPECT_EQ(FakeWindow::Text(ID_txtBannedName), L"[x") << "to be mended";
     // A clan tag that no file holds: the part that one can hold, if that is wanted.
     const std::wstring Question =
         L"AskNo Add Name \"[ABC]Bob\" cannot be stored as it is. Ban everybody whose name "
         L"contains \"ABC]Bob\" instead?";
     for (const int Option : {0, 1})
         for (const bool Yes : {false, true}) {
-            Outside::Journal.clear();
             Outside::YesNoAnswers = {Yes};
-            FakeWindow::Type(ID_txtBannedName, L"[ABC]Bob");
-            FakeWindow::Click(ID_optBanned + Option);
-            FakeWindow::Click(ID_cmdAddName);
+            Add(L"[ABC]Bob", L"", Option);
             EXPECT_EQ(Boxes(),
                       Yes ? (Lines{Question, L"Box Success Name added successfully."}) : Lines{Question});
             EXPECT_EQ(FakeWindow::Text(ID_txtBannedName), Yes ? L"" : L"[ABC]Bob");
         }
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames).back(), L"[2] ABC]Bob");
-    Outside::Journal.clear();
-    FakeWindow::Click(ID_cmdAddName);
+    Add(L"", L"", 0);
     EXPECT_TRUE(Outside::Journal.empty()) << "an empty box adds nothing";
 }
 
@@ -69,25 +57,19 @@ TEST_F(Window, ANameStaysWithTheProfileThatItWasTypedFor) {
 }
 
 TEST_F(Window, TheListShowsEntriesAndTheirDetails) {
-    const auto Put = [](TextView Key, TextView Value) {
-        Outside::PutIni(SettingsFile(L"BannedNames.ini"), L"Players", Key, Value);
-    };
-    Put(L"Bob[1]", L"2024-01-01 1:02:03[-]cheat");
-    Put(L"untagged", L"2024-01-01 1:02:03[-]cheat");
-    Put(L"old[2]", L"2024-01-01 1:02:03");
-    Put(L"a[1]b[2]", L"2024-02-02 2:02:02[-]x[-]y");
+    Outside::PutFile(
+        SettingsFile(L"BannedNames.ini"),
+        L"[Players]\r\nBob[1]=2024-01-01 1:02:03[-]cheat\r\nuntagged=2024-01-01 1:02:03[-]cheat\r\n"
+        L"old[2]=2024-01-01 1:02:03\r\na[1]b[2]=2024-02-02 2:02:02[-]x[-]y\r\n");
     BanIp(L"10.0.0.*");
     Open();
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), (Lines{L"[1] Bob", L"[2] a[1]b"}));
     EXPECT_EQ(FakeWindow::SelectedItem(ID_lstBannedNames), 0);
-    FakeWindow::ChooseItem(ID_lstBannedNames, 1);
-    EXPECT_EQ(FakeWindow::Text(ID_lblName), L"a[1]b");
-    EXPECT_EQ(FakeWindow::Text(ID_lblDate), L"2024-02-02 2:02:02");
-    FakeWindow::ChooseItem(ID_lstBannedNames, 0);
     EXPECT_EQ(FakeWindow::Text(ID_lblReason), L"cheat");
+    FakeWindow::ChooseItem(ID_lstBannedNames, 1);
+    EXPECT_EQ(FakeWindow::Text(ID_lblName) + FakeWindow::Text(ID_lblDate), L"a[1]b2024-02-02 2:02:02");
     FakeWindow::ChooseItem(ID_lstBannedIps, 0);
-    EXPECT_EQ(FakeWindow::Text(ID_lblIp), L"10.0.0.*");
-    EXPECT_EQ(FakeWindow::Text(ID_lblIpDate), L"2024-01-01 1:02:03");
+    EXPECT_EQ(FakeWindow::Text(ID_lblIp) + FakeWindow::Text(ID_lblIpDate), L"10.0.0.*2024-01-01 1:02:03");
 }
 
 TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
@@ -122,9 +104,7 @@ TEST_F(Window, RemovingANameCanTakeItsAddressesAlong) {
         FakeWindow::PressDelete(ID_lstBannedNames);
         EXPECT_EQ(FakeWindow::Text(ID_lblName), Neighbour);
     }
-    EXPECT_TRUE(FakeWindow::Items(ID_lstBannedNames).empty());
-    EXPECT_EQ(FakeWindow::Text(ID_lblName) + FakeWindow::Text(ID_lblDate) + FakeWindow::Text(ID_lblReason),
-              L"");
+    EXPECT_EQ(FakeWindow::Text(ID_lblDate) + FakeWindow::Text(ID_lblReason), L"");
     Outside::Journal.clear();
     FakeWindow::Click(ID_cmdRemoveName);
     EXPECT_TRUE(Outside::Journal.empty()) << "an empty list has nothing to remove";
@@ -178,23 +158,8 @@ TEST_F(Window, RemovingAnAddressCanTakeItsNamesAlong) {
                   Yes ? (Lines{L"[1] Bob", L"[2] Bob"})
                       : (Lines{L"[1] Bobby", L"[1] Bob", L"[2] Bob", L"[1] Ann"}));
     }
-    const std::wstring Names = FileOf(L"BannedNames.ini");
-    EXPECT_EQ(Names.find(L"Bob[1]"), std::wstring::npos);
-    EXPECT_EQ(Names.find(L"Ann[1]"), std::wstring::npos);
-    EXPECT_NE(Names.find(L"Bob[2]"), std::wstring::npos);
-    EXPECT_NE(Names.find(L"Bobby[1]"), std::wstring::npos);
+    EXPECT_EQ(GetBannedNames(TestProfile), (Lines{L"[1] Bobby", L"[2] Bob"}));
     EXPECT_EQ(FileOf(L"BannedReference.ini"), L"[Bob]\r\n0=10.0.0.8\r\n");
-}
-
-TEST_F(Window, ABoxMayOutliveTheWindowAndTheProfile) {
-    for (const TextView Entry : {L"10.0.0.7", L"10.0.0.9"}) BanIp(Entry);
-    Open();
-    Outside::YesNoAnswers = {true};
-    Outside::WhileBoxIsOpen = [] { UnLoad(); };
-    FakeWindow::Click(ID_cmdRemoveIp);
-    EXPECT_FALSE(frmVNT::IsLoaded());
-    EXPECT_TRUE(Outside::IniValue(SettingsFile(L"BannedIps.ini"), L"IpAddresses", L"10.0.0.7").empty());
-    EXPECT_TRUE(Outside::Reports.empty());
 }
 
 // --- Search
@@ -242,28 +207,34 @@ TEST_F(Window, SearchGoesOnFromTheSelectedItem) {
 
 // --- Import
 
+// A line of the other manager's ban file.
+std::wstring ForeignLine(std::wstring Address, std::wstring Name, TextView Reason) {
+    Address.resize(19, L' ');
+    Name.resize(21, L' ');
+    return Address + Name + std::wstring(Reason) + L"\r\n";
+}
+
+void ImportBans() {
+    FakeWindow::MenuChoices = {ID_mnuMerrow300};
+    FakeWindow::RightClick(ID_lstBannedNames);
+}
+
 TEST_F(Window, ImportedEntriesAppearInTheListsAlsoWhenItBreaksOff) {
-    const auto Line = [](std::wstring Address, std::wstring Name, TextView Reason) {
-        Address.resize(19, L' ');
-        Name.resize(21, L' ');
-        return Address + Name + std::wstring(Reason) + L"\r\n";
-    };
-    Outside::PutFile(L"C:\\ban.txt", Line(L"10.0.0.5", L"Bob;", L"cheat.") + Line(L"", L"*Eve;", L"x.") +
-                                         Line(L"10.0.0.6", L"", L""));
+    const std::wstring Bob = ForeignLine(L"10.0.0.5", L"Bob;", L"cheat.");
+    Outside::PutFile(L"C:\\ban.txt",
+                     Bob + ForeignLine(L"", L"*Eve;", L"x.") + ForeignLine(L"10.0.0.6", L"", L""));
     Open();
     FakeWindow::MenuChoices = {ID_mnuMerrow300};
     FakeWindow::RightClick(ID_lstBannedIps); // Cancel
     EXPECT_EQ(Boxes(), Lines{L"AskOpenFile Locate Merrows OstraSM Ban File Text Documents (*.txt)|*.txt"});
     Outside::OpenFileAnswer = L"C:\\ban.txt";
-    FakeWindow::MenuChoices = {ID_mnuMerrow300};
-    FakeWindow::RightClick(ID_lstBannedNames);
+    ImportBans();
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), (Lines{L"[1] Bob", L"[2] *Eve"}));
     EXPECT_EQ(FakeWindow::ItemData(ID_lstBannedNames, 1), 2);
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), Lines{L"10.0.0.5"});
     EXPECT_TRUE(Outside::Recorded(L"Box").empty()) << "it broke off, which is not told";
-    Outside::PutFile(L"C:\\ban.txt", Line(L"10.0.0.5", L"Bob;", L"cheat."));
-    FakeWindow::MenuChoices = {ID_mnuMerrow300};
-    FakeWindow::RightClick(ID_lstBannedNames);
+    Outside::PutFile(L"C:\\ban.txt", Bob);
+    ImportBans();
     EXPECT_EQ(Outside::Recorded(L"Box"),
               Lines{L"Box Success Ban File Parsed Successfully\r\n\r\nTotal Items Found: 2\r\nTotal Items "
                     L"Added: 1\r\nTotal Items Skipped: 1\r\nTotal Invalid Items: 0"});
@@ -274,17 +245,13 @@ TEST_F(Window, ImportedEntriesAppearInTheListsAlsoWhenItBreaksOff) {
 
 TEST_F(Window, CancelEndsLongWorkAfterTheCurrentEntry) {
     std::wstring File;
-    for (int Entry = 1; Entry <= 5; ++Entry) {
-        std::wstring Address = L"10.0.0." + std::to_wstring(Entry);
-        Address.resize(19, L' ');
-        File += Address + L"Bob;                 cheat.\r\n";
-    }
+    for (const TextView Digit : {L"1", L"2", L"3", L"4", L"5"})
+        File += ForeignLine(L"10.0.0." + std::wstring(Digit), L"Bob;", L"cheat.");
     Outside::PutFile(L"C:\\ban.txt", File);
     Outside::OpenFileAnswer = L"C:\\ban.txt";
     Open();
     FakeWindow::CancelAfter = 3;
-    FakeWindow::MenuChoices = {ID_mnuMerrow300};
-    FakeWindow::RightClick(ID_lstBannedNames);
+    ImportBans();
     EXPECT_EQ(FakeWindow::Items(ID_lstBannedIps), (Lines{L"10.0.0.1", L"10.0.0.2", L"10.0.0.3"}));
     EXPECT_EQ(Boxes().back(),
               L"Box Success Ban File Parsed in Part\r\n\r\nTotal Items Found: 6\r\nTotal Items Added: "

@@ -15,27 +15,23 @@ TEST_F(Window, StoredSettingsAreShownAndNothingElseIsWritten) {
     Open();
     EXPECT_EQ(Shown(), L"0 0 5 0 30");
     EXPECT_FALSE(Outside::HasFile(PlayersIni));
-    const struct {
-        TextView Method, Idle, Minutes, Refresh, Seconds, Shown;
-    } Table[] = {
-        {L"1", L"1", L"10", L"1", L"60", L"1 1 10 1 60"}, {L"0", L"0", L"05", L"0", L"0.5", L"0 0 5 0 5"},
-        {L"2", L"yes", L"0", L"on", L"0", L"0 0 5 0 5"},  {L"", L"", L"", L"", L"", L"0 0 5 0 5"},
-        {L"0", L"1", L"x", L"0", L"1.5", L"0 1 5 0 1.5"},
-    };
-    for (const auto& Row : Table) {
-        for (const auto& [Name, Value] :
-             {std::pair(L"BanMethod", Row.Method), std::pair(L"IdlePunt", Row.Idle),
-              std::pair(L"IdleMax", Row.Minutes), std::pair(L"AutoRefresh", Row.Refresh),
-              std::pair(L"RefreshInterval", Row.Seconds)})
-            Outside::PutIni(PlayersIni, Name, L"Server1", Value);
+    // Method, idle punt, its minutes, refresh, its seconds; and what is shown.
+    const std::pair<TextView, TextView> Table[] = {{L"1/1/10/1/60", L"1 1 10 1 60"},
+                                                   {L"0/0/05/0/0.5", L"0 0 5 0 5"},
+                                                   {L"2/yes/0/on/0", L"0 0 5 0 5"},
+                                                   {L"////", L"0 0 5 0 5"},
+                                                   {L"0/1/x/0/1.5", L"0 1 5 0 1.5"}};
+    const Lines Keys{L"BanMethod", L"IdlePunt", L"IdleMax", L"AutoRefresh", L"RefreshInterval"};
+    for (const auto& [Stored, AsShown] : Table) {
+        const Lines Values = Split(Stored, L"/");
+        for (std::size_t At = 0; At < Keys.size(); ++At)
+            Outside::PutIni(PlayersIni, Keys[At], L"Server1", Values[At]);
         const std::wstring Before = Outside::FileText(PlayersIni);
         Open();
-        EXPECT_EQ(Shown(), Row.Shown);
-        if (!Row.Method.empty()) {
-            EXPECT_EQ(Outside::FileText(PlayersIni), Before);
-        }
+        EXPECT_EQ(Shown(), AsShown);
+        EXPECT_EQ(Outside::FileText(PlayersIni) == Before, !Values[0].empty());
         EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"),
-                  Row.Method.empty() ? L"0" : Row.Method);
+                  Values[0].empty() ? L"0" : Values[0]);
         EXPECT_EQ(FakeWindow::IntervalOf(ID_tmrRefresh) != 0, FakeWindow::IsOn(ID_chkRefresh));
     }
 }
@@ -43,14 +39,14 @@ TEST_F(Window, StoredSettingsAreShownAndNothingElseIsWritten) {
 TEST_F(Window, EachSettingIsStoredAtOnce) {
     Open();
     const auto Stored = [](TextView Name) { return Outside::IniValue(PlayersIni, Name, L"Server1"); };
-    FakeWindow::Click(ID_optMethod + 1);
-    EXPECT_EQ(Stored(L"BanMethod"), L"1");
-    FakeWindow::Click(ID_optMethod);
-    EXPECT_EQ(Stored(L"BanMethod"), L"0");
-    FakeWindow::Click(ID_chkIdlePunt);
-    EXPECT_EQ(Stored(L"IdlePunt"), L"1");
-    FakeWindow::Click(ID_chkIdlePunt);
-    EXPECT_EQ(Stored(L"IdlePunt"), L"0");
+    const std::tuple<int, TextView, TextView> Clicks[] = {{ID_optMethod + 1, L"BanMethod", L"1"},
+                                                          {ID_optMethod, L"BanMethod", L"0"},
+                                                          {ID_chkIdlePunt, L"IdlePunt", L"1"},
+                                                          {ID_chkIdlePunt, L"IdlePunt", L"0"}};
+    for (const auto& [Button, Name, Value] : Clicks) {
+        FakeWindow::Click(Button);
+        EXPECT_EQ(Stored(Name), Value);
+    }
     for (const auto& [Typed, Kept] :
          {std::pair(L"12", L"12"), std::pair(L"12x", L"12"), std::pair(L"", L"12"), std::pair(L"0", L"0")}) {
         FakeWindow::Type(ID_txtIdleMax, Typed);
@@ -84,56 +80,52 @@ TEST_F(Window, TheRefreshTimerTakesANewIntervalAtItsNextTick) {
 
 // --- Slap messages
 
+// Its messages, the selected one, the text box, and whether it can be edited.
+std::wstring SlapTab() {
+    return Join(FakeWindow::Items(ID_lstSlaps), L"/") + L" " + ToText(FakeWindow::SelectedItem(ID_lstSlaps)) +
+           L" " + FakeWindow::Text(ID_txtSlap) + (FakeWindow::IsEnabled(ID_cmdSlapEdit) ? L"*" : L"");
+}
+
+void TypeSlap(TextView Text) {
+    FakeWindow::Type(ID_txtSlap, Text);
+    FakeWindow::PressEnter(ID_txtSlap);
+}
+
 TEST_F(Window, SlapMessagesAreAddedEditedDeletedAndSent) {
     Open();
-    for (const TextView Text : {L"one", L"50% & [1] = ;|", L"three "}) {
-        FakeWindow::Type(ID_txtSlap, Text);
-        FakeWindow::PressEnter(ID_txtSlap);
-    }
+    for (const TextView Text : {L"one", L"50% & [1] = ;|", L"three "}) TypeSlap(Text);
     EXPECT_EQ(Boxes(), Lines(3, L"Box Success Slap message added successfully."));
     EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=one\r\n1=50% & [1] = ;|\r\n2=three \r\n");
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    FakeWindow::DoubleClick(ID_lstSlaps, 0);
-    EXPECT_TRUE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"one");
-    FakeWindow::ChooseItem(ID_lstSlaps, 2);
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"");
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    FakeWindow::ChooseItem(ID_lstSlaps, 0);
-    FakeWindow::PressEnter(ID_lstSlaps); // stands for a double click
-    FakeWindow::Type(ID_txtSlap, L"first");
-    FakeWindow::PressEnter(ID_txtSlap);
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit));
-    FakeWindow::PressEnter(ID_txtSlap); // the box is empty again
-    EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=50% & [1] = ;|\r\n2=three\r\n");
-
     Game.Join(3, "Bob");
-    Outside::Journal.clear();
-    FakeWindow::RightClickRow(-1);
-    FakeWindow::MenuChoices = {ID_mnuRefresh};
-    FakeWindow::RightClickRow(-1);
-    for (const int Message : {0, 1}) FakeWindow::ChooseForRow(0, ID_mnuSlapItem + Message);
-    EXPECT_EQ(Outside::Journal, (Lines{L"MSG 3 Bob.....first", L"MSG 3 Bob.....50% & [1] = ;|"}));
-
-    FakeWindow::ChooseItem(ID_lstSlaps, 1);
-    FakeWindow::Type(ID_txtSlap, L"half typed");
-    FakeWindow::Click(ID_cmdSlapDelete);
-    EXPECT_EQ(FileOf(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=three\r\n");
-    EXPECT_EQ(FakeWindow::Items(ID_lstSlaps), (Lines{L"first", L"three"}));
-    EXPECT_EQ(FakeWindow::SelectedItem(ID_lstSlaps), 1);
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"half typed");
-    FakeWindow::DoubleClick(ID_lstSlaps, 1);
-    FakeWindow::PressDelete(ID_lstSlaps);
-    EXPECT_FALSE(FakeWindow::IsEnabled(ID_cmdSlapEdit)) << "what was edited is gone";
-    EXPECT_EQ(FakeWindow::Text(ID_txtSlap), L"");
-    EXPECT_EQ(FakeWindow::SelectedItem(ID_lstSlaps), 0);
-    FakeWindow::PressDelete(ID_lstSlaps);
-    EXPECT_TRUE(FakeWindow::Items(ID_lstSlaps).empty());
+    const auto Choose = [](int Item) { return [=] { FakeWindow::ChooseItem(ID_lstSlaps, Item); }; };
+    const auto DoubleClick = [](int Item) { return [=] { FakeWindow::DoubleClick(ID_lstSlaps, Item); }; };
+    const auto Delete = [] { FakeWindow::PressDelete(ID_lstSlaps); };
+    const std::pair<std::function<void()>, TextView> Steps[] = {
+        {DoubleClick(0), L"one/50% & [1] = ;|/three 0 one*"},
+        {Choose(2), L"one/50% & [1] = ;|/three 2 "},
+        {Choose(0), L"one/50% & [1] = ;|/three 0 "},
+        // Enter stands for a double click, and does nothing when the box is empty.
+        {[] { FakeWindow::PressEnter(ID_lstSlaps); }, L"one/50% & [1] = ;|/three 0 one*"},
+        {[] { TypeSlap(L"first"); }, L"first/50% & [1] = ;|/three 0 "},
+        {[] { FakeWindow::PressEnter(ID_txtSlap); }, L"first/50% & [1] = ;|/three 0 "},
+        {Choose(1), L"first/50% & [1] = ;|/three 1 "},
+        {[] { FakeWindow::Type(ID_txtSlap, L"half typed"); }, L"first/50% & [1] = ;|/three 1 half typed"},
+        {[] { FakeWindow::Click(ID_cmdSlapDelete); }, L"first/three 1 half typed"},
+        {DoubleClick(1), L"first/three 1 three*"},
+        {Delete, L"first 0 "}, // what was edited is gone
+        {Delete, L" -1 "},
+    };
+    for (const auto& [Do, Shown] : Steps) {
+        Do();
+        EXPECT_EQ(SlapTab(), Shown);
+    }
     EXPECT_EQ(Outside::Reports, Lines());
     FakeWindow::Click(ID_cmdSlapDelete); // nothing is left to delete
     EXPECT_EQ(Outside::Reports, Lines{L"cmdSlapDelete: 5 Invalid procedure call or argument"});
-    FakeWindow::RightClickRow(0);
-    EXPECT_EQ(FakeWindow::LastMenu()[0], L"Punt Player") << "without messages there is no sub-menu";
+    Outside::PutFile(SettingsFile(L"Slaps.ini"), L"[Messages]\r\n0=first\r\n1=50% & [1] = ;|\r\n");
+    Open();
+    for (const int Message : {0, 1}) FakeWindow::ChooseForRow(0, ID_mnuSlapItem + Message);
+    EXPECT_EQ(Outside::Journal, (Lines{L"MSG 3 Bob.....first", L"MSG 3 Bob.....50% & [1] = ;|"}));
 }
 
 // --- The window's life
@@ -208,49 +200,13 @@ TEST_F(Window, TwipsBecomePixelsExactly) {
     Pdat Data = HostData();
     Data[PdatElement::AreaWidth] = {L"", 10001, true};
     Data[PdatElement::AreaHeight] = {L"", 7199, true};
-    const struct {
-        int Dpi, Width, Height;
-    } Table[] = {{96, 666, 451}, {110, 763, 521}, {120, 833, 571}, {144, 1000, 691}, {192, 1333, 931}};
-    for (const auto& Row : Table) {
-        FakeWindow::PixelsPerInch = Row.Dpi;
+    for (const auto& [Dpi, Width, Height] : {std::tuple(96, 666, 451), {110, 763, 521}, {192, 1333, 931}}) {
+        FakeWindow::PixelsPerInch = Dpi;
         Load(TestProfile, 77, Data);
         const Rect Area = FakeWindow::Area();
-        EXPECT_EQ(Area.X, 2);
-        EXPECT_EQ(Area.Y, 30);
-        EXPECT_EQ(Area.Width, Row.Width) << Row.Dpi;
-        EXPECT_EQ(Area.Height, Row.Height) << Row.Dpi;
+        EXPECT_EQ(std::tuple(Area.X, Area.Y, Area.Width, Area.Height), std::tuple(2, 30, Width, Height))
+            << Dpi;
     }
-}
-
-// --- Odd names
-
-TEST_F(Window, OddNamesArriveEverywhereAsTheyAre) {
-    std::wstring High;
-    for (wchar_t Letter = 128; Letter < 256; ++Letter) High += Letter;
-    for (const std::wstring& Name :
-         {std::wstring(L"50% off"), std::wstring(L"R&B"), std::wstring(L"\"quoted\""), std::wstring(L"a[1]b"),
-          std::wstring(L"x|y;z"), High.substr(0, 40), High.substr(88)}) {
-        FakeWindow::Reset();
-        Outside::RemoveAll(L"C:\\Host\\profiles\\Server1\\settings");
-        Game.Join(3, std::string(Name.begin(), Name.end()), "10.0.0.7");
-        Open();
-        FakeWindow::ChooseForRow(0, ID_mnuBan2);
-        EXPECT_EQ(Outside::Recorded(L"MSG"),
-                  Lines{L"MSG 3 " + Name + L" has been banned by the Server Admin!"});
-        EXPECT_TRUE(Outside::Recorded(L"Box").empty());
-        frmVNT::FormReload();
-        EXPECT_EQ(FakeWindow::Items(ID_lstBannedNames), Lines{L"[1] " + Name});
-        EXPECT_EQ(FakeWindow::Text(ID_lblName), Name);
-        FakeWindow::Type(ID_txtSearch, Name);
-        FakeWindow::Click(ID_cmdSearchName);
-        EXPECT_TRUE(Boxes().empty());
-        Outside::YesNoAnswers = {true};
-        FakeWindow::Click(ID_cmdRemoveName);
-        EXPECT_EQ(FileOf(L"BannedNames.ini"), L"[Players]\r\n");
-        EXPECT_EQ(FileOf(L"BannedIps.ini"), L"[IpAddresses]\r\n");
-        EXPECT_TRUE(FakeWindow::Items(ID_lstBannedIps).empty());
-    }
-    EXPECT_EQ(Outside::Reports, Lines());
 }
 
 } // namespace

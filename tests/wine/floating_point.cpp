@@ -30,24 +30,20 @@ Settings Unmasked(unsigned short ControlWord) {
     return {ControlWord, (ControlWord & unsigned{Exceptions}) << 7};
 }
 
-class Setting final : public testing::EmptyTestEventListener {
-public:
-    explicit Setting(Settings Asked) : Wanted(Asked) {}
-
-private:
+class Guard final : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo&) override { Set(Wanted); }
     void OnTestEnd(const testing::TestInfo&) override {
         if (Current() != Wanted) std::printf("the floating-point settings were changed\n"), std::exit(1);
     }
 
-    Settings Wanted;
+    const Settings Wanted =
+        Unmasked(static_cast<unsigned short>(std::strtoul(std::getenv("VANTOR_CONTROL_WORD"), nullptr, 16)));
 };
 
 class Setup final : public testing::Environment {
     void SetUp() override {
-        if (const char* const Word = std::getenv("VANTOR_CONTROL_WORD"))
-            testing::UnitTest::GetInstance()->listeners().Append(
-                new Setting(Unmasked(static_cast<unsigned short>(std::strtoul(Word, nullptr, 16)))));
+        if (std::getenv("VANTOR_CONTROL_WORD") != nullptr)
+            testing::UnitTest::GetInstance()->listeners().Append(new Guard);
     }
 };
 

@@ -9,22 +9,22 @@ using namespace Support;
 
 class Lifecycle : public PluginTest {
 protected:
-    void Unload() {
-        Automation::Values Nothing;
-        Nothing.push_back(Automation::FromText(L""));
-        Late.Call(L"UnLoadInterface", std::move(Nothing));
+    // The grid's texts, row by row.
+    std::vector<std::wstring> Rows() const {
+        const HWND Grid = Control(ID_mfg);
+        std::vector<std::wstring> Found(static_cast<std::size_t>(SendMessageW(Grid, LVM_GETITEMCOUNT, 0, 0)));
+        for (std::size_t Row = 0; Row < Found.size(); ++Row)
+            for (int Column = 0; Column < 4; ++Column) {
+                wchar_t Text[64] = L"";
+                LVITEMW Item{};
+                Item.iSubItem = Column;
+                Item.pszText = Text;
+                Item.cchTextMax = 64;
+                SendMessageW(Grid, LVM_GETITEMTEXTW, Row, reinterpret_cast<LPARAM>(&Item));
+                Found[Row] += (Column == 0 ? L"" : L" ") + std::wstring(Text);
+            }
+        return Found;
     }
-    std::wstring GridText(int Row, int Column) const {
-        wchar_t Text[64] = L"";
-        LVITEMW Item{};
-        Item.iSubItem = Column;
-        Item.pszText = Text;
-        Item.cchTextMax = 64;
-        SendMessageW(Grid(), LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), reinterpret_cast<LPARAM>(&Item));
-        return Text;
-    }
-    int GridRows() const { return static_cast<int>(SendMessageW(Grid(), LVM_GETITEMCOUNT, 0, 0)); }
-    HWND Grid() const { return Control(ID_mfg); }
 };
 
 } // namespace
@@ -45,41 +45,33 @@ TEST_F(Lifecycle, LoadHideLoadDisableUnloadLoad) {
     const HDC Screen = GetDC(nullptr);
     const int PerInch = GetDeviceCaps(Screen, LOGPIXELSY);
     ReleaseDC(nullptr, Screen);
-    EXPECT_EQ(Bounds.left, 2);
-    EXPECT_EQ(Bounds.top, 30);
-    EXPECT_EQ(Bounds.right - Bounds.left, 700 * 15 * PerInch / 1440);
-    EXPECT_EQ(Bounds.bottom - Bounds.top, 600 * 15 * PerInch / 1440 - 28);
-    ASSERT_EQ(GridRows(), 1);
-    EXPECT_EQ(GridText(0, 0) + L" " + GridText(0, 1) + L" " + GridText(0, 2) + L" " + GridText(0, 3),
-              L"07 Alice 10.0.0.1 42");
+    const RECT Expected{2, 30, 2 + 700 * 15 * PerInch / 1440, 2 + 600 * 15 * PerInch / 1440};
+    EXPECT_TRUE(EqualRect(&Bounds, &Expected)) << Bounds.right << " " << Bounds.bottom;
+    const std::vector<std::wstring> Alice{L"07 Alice 10.0.0.1 42"};
+    EXPECT_EQ(Rows(), Alice);
 
     Late.Call(L"HideInterface");
     EXPECT_FALSE(IsWindowVisible(Window));
     Load(2, {L"second", AffiliateGame, &Second});
     EXPECT_EQ(Frame(), Window) << "one window serves all profiles";
     EXPECT_TRUE(IsWindowVisible(Window));
-    ASSERT_EQ(GridRows(), 2);
-    EXPECT_EQ(GridText(0, 1) + L" " + GridText(0, 2), L"Rita 192.168.0.1");
-    EXPECT_EQ(GridText(1, 0), L"12");
-
+    EXPECT_EQ(Rows(), (std::vector<std::wstring>{L"03 Rita 192.168.0.1 55", L"12 Tom 10.0.0.3 60"}));
     ASSERT_EQ(Early->DisableProfile(2), S_OK);
     ASSERT_EQ(Early->DisableProfile(2), S_OK) << "nothing left to stop";
     EXPECT_TRUE(IsWindow(Window)) << "disabling a profile leaves the window";
-    Unload();
+    Early->UnLoadInterface(nullptr);
     EXPECT_FALSE(IsWindow(Window));
-    Unload();
+    Early->UnLoadInterface(nullptr);
     EXPECT_EQ(Frame(), nullptr);
     Load(1, {L"first", StandardGame, &First});
-    EXPECT_EQ(GridRows(), 1);
+    EXPECT_EQ(Rows(), Alice);
     EXPECT_TRUE(ErrorLog().empty()) << ErrorLog().front();
 }
 
 TEST_F(Lifecycle, HostWindowThatIsNone) {
     const Automation::Value Data = ProfileData({L"none"});
-    BSTR Nothing = SysAllocString(L"");
     for (const LONG Handle : {0L, 12345678L})
-        EXPECT_EQ(Early->LoadInterface(1, Handle, *Data, Nothing), S_OK);
-    SysFreeString(Nothing);
+        EXPECT_EQ(Early->LoadInterface(1, Handle, *Data, nullptr), S_OK);
     EXPECT_EQ(ReportsOf("LoadInterface"), 1) << "a timer that runs already";
     EXPECT_EQ(Frame(), nullptr);
     const HWND Window = FindWindowW(L"frmVNT", nullptr);

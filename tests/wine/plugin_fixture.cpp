@@ -120,9 +120,7 @@ void PluginTest::CreatePlugin() {
 }
 
 void PluginTest::LetGo() {
-    BSTR Nothing = SysAllocString(L"");
-    Early->UnLoadInterface(Nothing);
-    SysFreeString(Nothing);
+    Early->UnLoadInterface(nullptr);
     std::exchange(Early, nullptr)->Release();
     Late.Release();
     CoFreeUnusedLibrariesEx(0, 0);
@@ -137,9 +135,7 @@ PluginTest::~PluginTest() {
 
 void PluginTest::Load(Long Index, const Profile& Given) {
     Automation::Value Data = ProfileData(Given);
-    BSTR Nothing = SysAllocString(L"");
-    EXPECT_EQ(Early->LoadInterface(Index, HandleToLong(Area), *Data, Nothing), S_OK);
-    SysFreeString(Nothing);
+    EXPECT_EQ(Early->LoadInterface(Index, HandleToLong(Area), *Data, nullptr), S_OK);
 }
 
 Long PluginTest::Remote(const wchar_t* Member, Long Index, const Profile& Given, const std::wstring& Data) {

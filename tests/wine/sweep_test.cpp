@@ -105,9 +105,7 @@ TEST_F(SweepOfServers, KernelMethodFiltersAddressesAndIsTakenDown) {
     EXPECT_TRUE(Server.Await("dropped", "Bob", 1000)) << "names are punted under this method, too";
     EXPECT_FALSE(Server.Find("dropped", "Carol")) << "ranges never reach the driver";
     EXPECT_NE(ReadText(L"engine.state").find("filter 10.0.0.66 32123 "), std::string::npos);
-    Automation::Values Nothing;
-    Nothing.push_back(Automation::FromText(L""));
-    Late.Call(L"UnLoadInterface", std::move(Nothing));
+    Early->UnLoadInterface(nullptr);
     EXPECT_TRUE(PumpUntil([] { return ReadText(L"engine.state").find("session ") == std::string::npos; }))
         << "the library's session with the engine outlives the interface";
 }
@@ -119,22 +117,85 @@ TEST_F(SweepOfServers, ActsOnRequestsOfRemoteConsoles) {
     ASSERT_TRUE(Server.Await("join", "Mallory"));
     const Profile Given{L"remote", AffiliateGame, &Server};
     WriteText(L"profiles\\remote\\settings\\Slaps.ini", "[Messages]\r\n0=Mind your language.\r\n");
-    // The profile was never loaded: a request brings its own data.
-    EXPECT_EQ(Remote(L"ArmPlayerRem", 7, Given, L"S2FybA==|Kill"), 1);
-    EXPECT_TRUE(Server.Await("killed", "Karl", 2000));
-    EXPECT_EQ(Remote(L"ArmPlayerRem", 7, Given, L"RG9yYQ==|Disarm"), 1);
-    EXPECT_TRUE(Server.Await("disarmed", "Dora", 2000));
-    EXPECT_EQ(Remote(L"ArmPlayerRem", 7, Given, L"RG9yYQ==|Rearm"), 1);
-    EXPECT_TRUE(Server.Await("armed", "Dora", 2000));
-    EXPECT_EQ(Remote(L"ArmPlayerRem", 7, Given, L"QWxpY2U=|Switch"), 1);
-    EXPECT_TRUE(Server.Await("switched", "Alice", 2000));
-    EXPECT_EQ(Remote(L"PuntPlayerRem", 7, Given, L"TWFsbG9yeQ==|10.0.0.4|12|1|SW5zdWx0cw=="), 1);
-    EXPECT_TRUE(Server.Await("dropped", "Mallory", 2000));
-    EXPECT_NE(ReadText(L"profiles\\remote\\settings\\BannedNames.ini").find("Mallory[1]="),
-              std::string::npos);
-    EXPECT_NE(ReadText(L"profiles\\remote\\settings\\BannedNames.ini").find("[-]Insults"), std::string::npos);
-    EXPECT_NE(ReadText(L"profiles\\remote\\settings\\BannedIps.ini").find("10.0.0.4="), std::string::npos);
-    EXPECT_NE(ReadText(L"profiles\\remote\\settings\\BannedReference.ini").find("0=10.0.0.4"),
-              std::string::npos);
+    const struct {
+        const wchar_t *Member, *Data;
+        const char *Event, *Name;
+    } Table[] = {{L"ArmPlayerRem", L"S2FybA==|Kill", "killed", "Karl"},
+                 {L"ArmPlayerRem", L"RG9yYQ==|Disarm", "disarmed", "Dora"},
+                 {L"ArmPlayerRem", L"RG9yYQ==|Rearm", "armed", "Dora"},
+                 {L"ArmPlayerRem", L"QWxpY2U=|Switch", "switched", "Alice"},
+                 {L"PuntPlayerRem", L"TWFsbG9yeQ==|10.0.0.4|12|1|SW5zdWx0cw==", "dropped", "Mallory"}};
+    for (const auto& Row : Table) { // the profile was never loaded: a request brings its own data
+        EXPECT_EQ(Remote(Row.Member, 7, Given, Row.Data), 1) << Row.Event;
+        EXPECT_TRUE(Server.Await(Row.Event, Row.Name, 2000)) << Row.Event;
+    }
+    const std::pair<const wchar_t*, const char*> Files[] = {{L"BannedNames.ini", "Mallory[1]="},
+                                                            {L"BannedNames.ini", "[-]Insults"},
+                                                            {L"BannedIps.ini", "10.0.0.4="},
+                                                            {L"BannedReference.ini", "0=10.0.0.4"}};
+    for (const auto& [Name, Entry] : Files)
+        EXPECT_NE(ReadText(L"profiles\\remote\\settings\\" + std::wstring(Name)).find(Entry),
+                  std::string::npos);
     EXPECT_TRUE(ErrorLog().empty()) << ErrorLog().front();
+}
+
+// --- Odd names through the whole way: read from the game, banned by a console, stored in a real INI file,
+// found by the sweep, and removed again.
+
+std::wstring Wide(const std::string& Bytes) {
+    std::wstring Text(Bytes.size(), L'\0');
+    const auto Size = static_cast<int>(Bytes.size());
+    Text.resize(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, Bytes.data(), Size, Text.data(), Size)));
+    return Text;
+}
+
+// Whether the byte alone is a character, as all are in Western code pages and none above 127 is in UTF-8.
+bool IsCharacter(char Byte) {
+    char Back[8] = "";
+    return WideCharToMultiByte(CP_ACP, 0, Wide({Byte}).data(), -1, Back, sizeof Back, nullptr, nullptr) ==
+               2 &&
+           Back[0] == Byte;
+}
+
+TEST_F(SweepOfServers, FindsOddNamesAndNobodyElse) {
+    std::vector<std::string> Names{"trail ", "50% & B",   "\"quoted\"", "a[1]b",
+                                   "p|ipe;", "tab\there", "'single'"};
+    for (int From = 128; From < 256; From += 32) {
+        Names.push_back("x" + std::to_string(From));
+        for (int Byte = From; Byte < From + 32; ++Byte)
+            if (IsCharacter(static_cast<char>(Byte))) Names.back() += static_cast<char>(Byte);
+    }
+    std::string Scenario;
+    for (std::size_t At = 0; At < Names.size(); ++At) {
+        Scenario += "0 join " + std::to_string(At + 1) + " \"";
+        for (const char Byte : Names[At]) {
+            char Code[8];
+            std::snprintf(Code, sizeof Code, "\\x%02X", static_cast<unsigned char>(Byte));
+            Scenario += Code;
+        }
+        Scenario += "\" 10.0.0.1\n";
+    }
+    const GameServer Server(L"odd", L"--build standard --players 40", Scenario);
+    ASSERT_TRUE(Server.Await("join", Names.back()));
+    const Profile Given{L"odd", StandardGame, &Server};
+    WriteText(L"profiles\\odd\\settings\\keep.txt", "");
+    Load(1, Given);
+    const Automation::Object Memory = Automation::Create(L"qrvGMF.clsMemory");
+    const auto Encoded = [&](const std::wstring& Text) {
+        Automation::Values Arguments;
+        Arguments.push_back(Automation::FromText(Text));
+        return Automation::AsText(*Memory.Call(L"Enc64", std::move(Arguments)));
+    };
+    int Dropped = 0;
+    for (const std::string& Bytes : Names) {
+        const std::wstring Name = Wide(Bytes);
+        EXPECT_EQ(Remote(L"AddBannedRem", 1, Given, Encoded(Name + L"[1]") + L"|b2Rk|Name"), 1) << Bytes;
+        Sweep(1);
+        EXPECT_TRUE(Server.Await("dropped", Bytes)) << Bytes;
+        EXPECT_EQ(Server.Count("dropped"), ++Dropped) << Bytes;
+        EXPECT_EQ(Remote(L"RemoveBannedRem", 1, Given, Encoded(Name) + L"|Name"), 1) << Bytes;
+    }
+    const std::string File = ReadText(L"profiles\\odd\\settings\\BannedNames.ini");
+    EXPECT_EQ(File.find("[-]odd"), std::string::npos) << File;
 }
