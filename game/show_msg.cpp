@@ -73,7 +73,7 @@ void ShowMsg(MsgKind Kind, std::wstring& Text, const Failure* ErrObject, Long Pr
         if (Kind == MsgKind::ErrorReport) {
             static const Failure None{0, {}, 0};
             Text += SentLine(ErrObject != nullptr ? *ErrObject : None, Text, ProfileIndex, Line);
-            Platform::PostErrorBox(Text, ErrorTitle);
+            Platform::PostErrorBox(Text, ErrorTitle, false);
         } else {
             const Box& Shown = Boxes[static_cast<unsigned char>(Kind)];
             Platform::ShowBox(Shown.Icon, Text, Shown.Title);

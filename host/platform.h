@@ -61,8 +61,9 @@ bool AskYesNo(TextView Text, TextView Title, Answer Default);
 std::wstring AskText(TextView Prompt, TextView Title);
 // The chosen path; absent on Cancel. Filter: "description|pattern".
 std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place Where = Place::current());
-// Has the box shown from the message loop, after the running call has returned. While one waits or is open,
-// a further one is dropped: it has been logged already.
-void PostErrorBox(TextView Text, TextView Title) noexcept;
+// Has the box shown from the message loop, after the running call has returned, without taking the focus. One
+// at a time: while one waits or stands, a further text is dropped, unless ToFront is set: then it replaces
+// the text, and a box that stands comes to the front.
+void PostErrorBox(TextView Text, TextView Title, bool ToFront) noexcept;
 
 } // namespace Platform

@@ -50,7 +50,7 @@ std::optional<std::wstring> AskOpenFile(TextView Title, TextView Filter, Place W
     return Outside::OpenFileAnswer;
 }
 
-void PostErrorBox(TextView Text, TextView) noexcept {
+void PostErrorBox(TextView Text, TextView, bool) noexcept {
     try {
         Outside::Record(L"ErrorBox " + std::wstring(Text));
     } catch (...) { // NOLINT(bugprone-empty-catch)

@@ -92,21 +92,138 @@ TEST_F(Boxes, TheReasonBoxHasTheFontOfMessages) {
     EXPECT_EQ(Platform::AskText(L"Why?", L"Reason"), L"ok");
 }
 
-// An error box leaves the host usable: the focus goes back to where it was last, not to where it was first.
-TEST_F(Boxes, AnErrorBoxReturnsTheFocusItInterrupted) {
+// --- The error box
+
+HWND ErrorBox() {
+    const HWND Window = FindWindowW(L"#32770", L"Error");
+    return IsWindowVisible(Window) ? Window : nullptr;
+}
+
+std::wstring TextOf(HWND Window) {
+    wchar_t Text[4000] = L"";
+    GetWindowTextW(Window, Text, static_cast<int>(std::size(Text)));
+    return Text;
+}
+
+std::wstring BoxText() { return TextOf(GetDlgItem(ErrorBox(), 0xFFFF)); }
+
+RECT AreaOf(HWND Window) {
+    RECT Area{};
+    GetWindowRect(Window, &Area);
+    return Area;
+}
+
+// Returns as soon as the box is there: it holds up no message loop.
+bool AwaitErrorBox(bool Stands = true) {
+    for (int Round = 0; Round < 100 && (ErrorBox() != nullptr) != Stands; ++Round) Pump(20);
+    return (ErrorBox() != nullptr) == Stands;
+}
+
+TEST_F(Boxes, AnErrorBoxTakesNoKeyThatWasNotMeantForIt) {
     const HWND Other =
         CreateWindowW(L"Edit", L"", WS_CHILD | WS_VISIBLE, 90, 0, 80, 20, Host, nullptr, nullptr, nullptr);
-    Platform::PostErrorBox(L"It failed.", L"Error");
-    InBox = [&](HWND Box) {
-        EXPECT_TRUE(IsWindowEnabled(Host));
-        SetActiveWindow(Host);
-        SetFocus(Other);
-        SetActiveWindow(Box);
+    Platform::PostErrorBox(L"first", L"Error", false);
+    Platform::PostErrorBox(L"second", L"Error", false);
+    for (const char Letter : std::string("SPAM NO")) {
+        Press(static_cast<WORD>(Letter));
+        Pump(30);
+    }
+    ASSERT_TRUE(AwaitErrorBox());
+    EXPECT_EQ(GetFocus(), Edit);
+    EXPECT_TRUE(IsWindowEnabled(Host));
+    EXPECT_EQ(GetWindow(ErrorBox(), GW_OWNER), Host);
+    EXPECT_EQ(TextOf(Edit), L"spam no");
+    EXPECT_EQ(BoxText(), L"first");
+    Platform::PostErrorBox(L"third", L"Error", false);
+    Pump(200);
+    EXPECT_EQ(BoxText(), L"first") << "one at a time";
+    Platform::PostErrorBox(L"asked for", L"Error", true);
+    Pump(200);
+    EXPECT_EQ(BoxText(), L"asked for");
+    SetFocus(Other);
+    for (const WORD Key : {VK_RETURN, VK_ESCAPE, VK_SPACE}) {
+        Platform::PostErrorBox(L"first", L"Error", false);
+        ASSERT_TRUE(AwaitErrorBox());
+        EXPECT_EQ(GetFocus(), Other);
+        RECT Inside{};
+        GetClientRect(ErrorBox(), &Inside);
+        ClickAt(MiddleOf(ErrorBox(), {2, Inside.bottom - 6, 8, Inside.bottom - 2}), MOUSEEVENTF_LEFTDOWN,
+                MOUSEEVENTF_LEFTUP);
+        Pump();
+        EXPECT_EQ(GetFocus(), GetDlgItem(ErrorBox(), IDOK));
+        Press(VK_TAB);
+        Pump();
+        EXPECT_EQ(GetFocus(), GetDlgItem(ErrorBox(), 0xFFFF));
+        Press('C', VK_CONTROL);
+        if (Key == VK_SPACE) Press(VK_TAB);
+        Press(Key);
+        EXPECT_TRUE(AwaitErrorBox(false)) << Key;
+        EXPECT_EQ(GetFocus(), Other) << Key;
+    }
+    SendMessageW(Other, WM_PASTE, 0, 0);
+    EXPECT_EQ(TextOf(Other), L"first");
+}
+
+TEST_F(Boxes, AnErrorBoxWaitsForAMenuAndAQuestion) {
+    SetTimer(Host, 99, 300, LookForMenu);
+    InMenu = [](HMENU) {
+        EXPECT_EQ(ErrorBox(), nullptr);
+        Press(VK_ESCAPE);
+    };
+    Platform::PostErrorBox(L"failed", L"Error", false);
+    const HMENU Menu = CreatePopupMenu();
+    AppendMenuW(Menu, MF_STRING, 1, L"Entry");
+    TrackPopupMenu(Menu, TPM_RETURNCMD, 400, 300, 0, Host, nullptr);
+    EXPECT_FALSE(InMenu) << "the menu was open for some time";
+    DestroyMenu(Menu);
+    EXPECT_TRUE(AwaitErrorBox());
+    Platform::CloseErrorBoxes();
+    InBox = [](HWND) {
+        EXPECT_EQ(ErrorBox(), nullptr);
         Press(VK_RETURN);
     };
-    SetTimer(Host, 7, 100, LookForBox);
-    Pump(600);
-    EXPECT_EQ(GetFocus(), Other);
+    Platform::PostErrorBox(L"failed", L"Error", false);
+    SetTimer(Host, 7, 400, LookForBox);
+    Platform::AskYesNo(L"Really?", L"Question", Platform::Answer::No);
+    EXPECT_TRUE(AwaitErrorBox());
+    EXPECT_EQ(GetFocus(), Edit);
+}
+
+TEST_F(Boxes, AnErrorBoxGoesWithItsOwnerAndWithTheWindow) {
+    for (const bool IsShown : {false, true}) {
+        Platform::PostErrorBox(L"failed", L"Error", false);
+        EXPECT_EQ(IsShown && AwaitErrorBox(), IsShown);
+        Platform::SetOwner(0);
+        Pump(300);
+        EXPECT_EQ(ErrorBox(), nullptr);
+    }
+    Platform::SetOwner(reinterpret_cast<std::intptr_t>(Edit));
+    Platform::PostErrorBox(L"failed", L"Error", false);
+    ASSERT_TRUE(AwaitErrorBox());
+    DestroyWindow(Host);
+    EXPECT_EQ(ErrorBox(), nullptr);
+    Platform::PostErrorBox(L"without a window", L"Error", false);
+    EXPECT_TRUE(AwaitErrorBox());
+    Platform::CloseErrorBoxes();
+}
+
+TEST_F(Boxes, ALongErrorFitsTheScreen) {
+    std::wstring Text =
+        L"Line with some words that are not short, so that it is wrapped somewhere in the box";
+    LONG Tall = 0;
+    for (int Round = 0; Round < 6; ++Round, Text += L"\r\n" + Text) {
+        Platform::PostErrorBox(Text, L"Error", true);
+        ASSERT_TRUE(AwaitErrorBox());
+        Pump(200);
+        const RECT Area = AreaOf(ErrorBox()), Button = AreaOf(GetDlgItem(ErrorBox(), IDOK));
+        EXPECT_GE(Area.bottom - Area.top, Tall);
+        EXPECT_LT(Area.bottom - Area.top, GetSystemMetrics(SM_CYSCREEN) * 2 / 3);
+        EXPECT_LT(Button.bottom, Area.bottom);
+        EXPECT_LE(AreaOf(GetDlgItem(ErrorBox(), 0xFFFF)).bottom, Button.top);
+        Tall = Area.bottom - Area.top;
+        const bool Scrolls = (GetWindowLongW(GetDlgItem(ErrorBox(), 0xFFFF), GWL_STYLE) & WS_VSCROLL) != 0;
+        EXPECT_EQ(Scrolls, Round == 5) << Round;
+    }
     Platform::CloseErrorBoxes();
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "host/win32/entry.h"
+#include "host/win32/open_box.h"
 #include "window/events.h"
 #include "window/win32/native.h"
 
@@ -22,13 +23,6 @@ constexpr WPARAM KeptKeys[] = {VK_TAB,  VK_RETURN, VK_ESCAPE, VK_LEFT, VK_RIGHT,
 constexpr TextView EditKeys = L"ACVXZ"; // with Ctrl, in a text box
 
 bool IsDown(int Key) noexcept { return GetKeyState(Key) < 0; }
-
-// An open menu, the host's or ours, takes its keys from the messages of the focused control.
-bool MenuIsOpen() noexcept {
-    GUITHREADINFO Info{};
-    Info.cbSize = sizeof Info;
-    return GetGUIThreadInfo(GetCurrentThreadId(), &Info) && (Info.flags & GUI_INMENUMODE) != 0;
-}
 
 bool IsKept(const MSG& Message) noexcept {
     const WPARAM Key = Message.wParam;
