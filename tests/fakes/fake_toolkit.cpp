@@ -246,6 +246,7 @@ void Label::SetText(TextView Text) const {
 }
 std::wstring TextBox::Text() const { return Label{Id}.Text(); }
 void TextBox::SetText(TextView Text) const { Label{Id}.SetText(Text); }
+void TextBox::Edit() const { FakeWindow::Usable(Id); }
 
 bool Button::Enabled() const { return StateOf(Id) && At(Id).Enabled; }
 void Button::Enable(bool On) const {
@@ -307,6 +308,8 @@ int ListBox::FindPrefix(TextView Text) const {
     return -1;
 }
 
+GridUpdate::GridUpdate() noexcept {}
+GridUpdate::~GridUpdate() = default;
 void Grid::SetColumns(std::span<const GridColumn> Columns) const {
     if (TheWindow) TheWindow->Columns = Columns.size();
 }

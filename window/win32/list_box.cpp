@@ -20,6 +20,18 @@ void Paint(int Id, bool On) {
     if (On) InvalidateRect(Native::WindowOf(Id), nullptr, TRUE);
 }
 
+void Add(int Id, const Lines& Items) {
+    Paint(Id, false);
+    Send(Id, LB_INITSTORAGE, Items.size(), 0);
+    int Widest = 0;
+    for (const std::wstring& Text : Items) {
+        Widest = std::max(Widest, WidthOf(Text));
+        Send(Id, LB_ADDSTRING, 0, Text.c_str());
+    }
+    Widen(Id, Widest);
+    Paint(Id, true);
+}
+
 } // namespace
 
 int ListBox::Count() const { return static_cast<int>(Send(Id, LB_GETCOUNT)); }
@@ -34,15 +46,8 @@ std::wstring ListBox::Item(int Number) const {
 }
 
 void ListBox::Append(const Lines& Items) const {
-    Paint(Id, false);
-    Send(Id, LB_INITSTORAGE, Items.size(), 0);
-    int Widest = 0;
-    for (const std::wstring& Text : Items) {
-        Widest = std::max(Widest, WidthOf(Text));
-        Send(Id, LB_ADDSTRING, 0, Text.c_str());
-    }
-    Widen(Id, Widest);
-    Paint(Id, true);
+    Add(Id, Items);
+    ShowAtTop(Count() - 1);
 }
 
 void ListBox::Remove(int Item) const {
@@ -53,7 +58,7 @@ void ListBox::Fill(const Lines& Items) const {
     Paint(Id, false);
     Send(Id, LB_RESETCONTENT);
     Send(Id, LB_SETHORIZONTALEXTENT);
-    Append(Items);
+    Add(Id, Items);
 }
 
 int ListBox::Selected() const {
