@@ -24,15 +24,54 @@ TEST_F(RealWindow, TheMenuKeyOpensTheMenuOfTheSelectedRow) {
 }
 
 TEST_F(RealWindow, HeaderClicksAndCtrlWithADigitSort) {
+    Game.Join(5, "Ann", "10.0.0.1", 1, 140);
+    Open();
     ClickColumn(2);
-    EXPECT_EQ(Cell(0, 2), L"10.0.0.7");
+    EXPECT_EQ(Cell(0, 2), L"10.0.0.1");
     Sleep(GetDoubleClickTime());
     ClickColumn(2);
     EXPECT_EQ(Cell(0, 2), L"10.0.0.10");
     SetFocus(At(ID_mfg));
     Press('4', VK_CONTROL);
     Pump();
-    EXPECT_EQ(Cell(0, 3), L"50");
+    EXPECT_EQ(Cell(0, 0) + Cell(1, 0) + Cell(2, 0), L"030512") << "ties by their slots";
+}
+
+std::wstring Clipboard() {
+    std::wstring Text;
+    OpenClipboard(nullptr);
+    if (const HANDLE Memory = GetClipboardData(CF_UNICODETEXT)) {
+        Text = static_cast<const wchar_t*>(GlobalLock(Memory));
+        GlobalUnlock(Memory);
+    }
+    CloseClipboard();
+    return Text;
+}
+
+TEST_F(RealWindow, EnterOpensTheMenuAndCtrlCCopies) {
+    Game.Join(5, "Ann", "10.0.0.1", 1, 140);
+    BanName(L"Eve[2]");
+    Open();
+    SetFocus(At(ID_lstBannedNames));
+    Press('C', VK_CONTROL);
+    Pump();
+    EXPECT_EQ(Clipboard(), L"[2] Eve");
+    SetFocus(At(ID_mfg));
+    mfg.Select(0);
+    Press(VK_DOWN);
+    Press('C', VK_CONTROL);
+    Pump();
+    EXPECT_EQ(Clipboard(), L"05\tAnn\t10.0.0.1\t140");
+    WithMenu([](HMENU Menu) { Choose(Menu, L"Punt Player"); });
+    Press(VK_RETURN);
+    Pump(700);
+    EXPECT_EQ(Commands(), Lines{L"punt 05"});
+    EXPECT_EQ(SelectedRow(), -1);
+    WithMenu([](HMENU) { Press(VK_ESCAPE); });
+    Press(VK_F10, VK_SHIFT);
+    Pump(700);
+    EXPECT_FALSE(InMenu);
+    EXPECT_EQ(SelectedRow(), 1) << "where the selection stood";
 }
 
 TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
@@ -68,6 +107,15 @@ TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
     Press(VK_TAB);
     Pump();
     EXPECT_EQ(GetFocus(), Box) << "the host's own controls are the host's affair";
+    for (const bool HasTabStop : {false, true}) {
+        if (HasTabStop) SetWindowLongW(Box, GWL_STYLE, WS_CHILD | WS_VISIBLE | WS_TABSTOP);
+        for (const bool Back : {false, true}) {
+            SetFocus(At(Back ? ID_mfg : ID_cmdAddIp));
+            Press(VK_TAB, Back ? VK_SHIFT : 0);
+            Pump();
+            EXPECT_EQ(GetFocus(), HasTabStop ? Box : Host) << "the plug-in is left";
+        }
+    }
 }
 
 TEST_F(RealWindow, AHiddenControlNeverKeepsTheFocus) {
@@ -194,6 +242,12 @@ TEST_F(RealWindow, OnlyTypingStoresASetting) {
     SendMessageW(At(ID_txtIdleMax), EM_SETSEL, 0, -1);
     Press('7');
     Pump();
+    EXPECT_EQ(Outside::FileText(PlayersIni), L"[IdleMax]\r\nServer1=7\r\n");
+    Press('A');
+    Pump();
+    EXPECT_EQ(txtIdleMax.Text(), L"7a");
+    SetFocus(Box);
+    EXPECT_EQ(txtIdleMax.Text(), L"7") << "the value that holds";
     EXPECT_EQ(Outside::FileText(PlayersIni), L"[IdleMax]\r\nServer1=7\r\n");
 }
 

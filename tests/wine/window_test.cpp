@@ -57,8 +57,10 @@ TEST_F(RealWindow, AListHasItsMenuAndADoubleClickEdits) {
     for (int Twice = 0; Twice < 2; ++Twice)
         ClickAt(MiddleOf(At(ID_lstSlaps), {0, 0, 60, 12}), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
     Pump();
-    EXPECT_EQ(txtSlap.Text(), L"go away");
     EXPECT_TRUE(cmdSlapEdit.Enabled());
+    Press('1');
+    Pump();
+    EXPECT_EQ(txtSlap.Text(), L"go away1") << "the focus goes along";
     SetFocus(At(ID_cmdSlapEdit));
     Press(VK_SPACE);
     Pump();
@@ -106,7 +108,7 @@ TEST_F(RealWindow, LongWorkShowsItselfAndCanBeCancelled) {
         for (int Entry = 0; Entry < 20; ++Entry, Sleep(5)) EXPECT_TRUE(Short.GoesOn(Entry, 20));
         EXPECT_EQ(ProgressDialog(), nullptr);
     }
-    for (const bool ByKey : {true, false}) {
+    for (const WORD Key : {VK_ESCAPE, VK_RETURN, 0}) {
         Pump();
         HostTicks = 0;
         HostCommands.clear();
@@ -123,8 +125,8 @@ TEST_F(RealWindow, LongWorkShowsItselfAndCanBeCancelled) {
             GetWindowRect(Host, &Area);
             EXPECT_NEAR(Middle.left + Middle.right, Area.left + Area.right, 2);
             PostMessageW(Host, WM_COMMAND, 99, 0); // waits until the end
-            if (ByKey)
-                Press(VK_ESCAPE);
+            if (Key != 0)
+                Press(Key);
             else
                 ClickAt(MiddleOf(GetDlgItem(Dialog, IDCANCEL), {0, 0, 20, 20}), MOUSEEVENTF_LEFTDOWN,
                         MOUSEEVENTF_LEFTUP);
@@ -217,14 +219,13 @@ TEST_F(RealWindow, TheWheelScrollsAWindowThatIsTooSmall) {
 }
 
 TEST_F(RealWindow, AScreenReaderHearsTeamsAndLabels) {
-    EXPECT_EQ(Header_GetItemCount(Header()), 4);
-    SystemParametersInfoW(SPI_SETSCREENREADER, TRUE, nullptr, 0);
-    frmVNT::Unload();
-    Open();
-    EXPECT_EQ(Header_GetItemCount(Header()), 5);
-    EXPECT_EQ(Cell(0, 4), L"Blue Team");
-    EXPECT_EQ(Cell(1, 4), L"Red Team");
-    SystemParametersInfoW(SPI_SETSCREENREADER, FALSE, nullptr, 0);
+    for (const bool Runs : {true, false}) {
+        SystemParametersInfoW(SPI_SETSCREENREADER, Runs, nullptr, 0);
+        SendMessageTimeoutW(HWND_BROADCAST, WM_SETTINGCHANGE, 0, 0, SMTO_NORMAL, 1000, nullptr);
+        EXPECT_EQ(Header_GetItemCount(Header()), Runs ? 5 : 4);
+        EXPECT_EQ(Cell(0, 4), Runs ? L"Blue Team" : L"");
+        EXPECT_EQ(Cell(1, 4), Runs ? L"Red Team" : L"");
+    }
     for (const ControlRow& Row : Controls()) {
         if (Row.What != Kind::Text && Row.What != Kind::List) continue;
         const HWND Before = GetWindow(At(Row.Id), GW_HWNDPREV);
@@ -244,6 +245,50 @@ TEST_F(RealWindow, WhatIsLongerThanItsControlStaysWhole) {
     EXPECT_GT(SendMessageW(At(ID_lstSlaps), LB_GETHORIZONTALEXTENT, 0, 0), 3000);
     lstSlaps.Fill({L"a\tb & \u0080\u00FF"});
     EXPECT_EQ(lstSlaps.Item(0), L"a\tb & \u0080\u00FF");
+    for (int Name = 0; Name < 50; ++Name) lstBannedNames.Append({L"Name"});
+    EXPECT_GT(SendMessageW(At(ID_lstBannedNames), LB_GETTOPINDEX, 0, 0), 30) << "what was added can be seen";
+    Game.Join(1, std::string(40, 'W'));
+    frmVNT::FormReload();
+    RECT Name{};
+    ListView_GetSubItemRect(At(ID_mfg), 0, 1, LVIR_BOUNDS, &Name);
+    const POINT Middle = MiddleOf(At(ID_mfg), Name);
+    for (int Step = 0; Step < 3; ++Step) {
+        SetCursorPos(Middle.x + Step, Middle.y);
+        Pump();
+    }
+    Pump(900);
+    HWND Tip = FindWindowW(TOOLTIPS_CLASSW, nullptr);
+    while (Tip != nullptr && !IsWindowVisible(Tip))
+        Tip = FindWindowExW(nullptr, Tip, TOOLTIPS_CLASSW, nullptr);
+    EXPECT_NE(Tip, nullptr) << "of a name that is cut";
+}
+
+TEST_F(RealWindow, AHostThatCannotHoldItLeavesAWholeWindow) {
+    const HWND Frame = GetParent(At(ID_mfg)), Refused = At(ID_stMain); // a window of the frame's own
+    Frame::SetParent(0);
+    Frame::SetParent(reinterpret_cast<std::intptr_t>(Refused));
+    EXPECT_EQ(GetWindowLongW(Frame, GWL_STYLE) & static_cast<LONG>(WS_CHILD | WS_POPUP | WS_VISIBLE),
+              static_cast<LONG>(WS_POPUP | WS_VISIBLE));
+    EXPECT_EQ(GetAncestor(Frame, GA_ROOT), Frame);
+    RECT Area{};
+    GetWindowRect(Frame, &Area);
+    EXPECT_EQ(Area.right - Area.left, Wide);
+    EXPECT_EQ(Outside::Recorded(L"ErrorBox").size(), 1u);
+    Open();
+    EXPECT_EQ(GetParent(Frame), Host);
+}
+
+TEST_F(RealWindow, AnotherScaleLaysItOutAnew) {
+    constexpr UINT DpiChangedAfterParent = 0x02E3;
+    RECT Before{}, After{};
+    GetWindowRect(At(ID_mfg), &Before);
+    SendMessageW(At(ID_mfg), WM_SETFONT, 0, 0);
+    MoveWindow(At(ID_mfg), 0, 0, 10, 10, FALSE);
+    SendMessageW(GetParent(At(ID_mfg)), DpiChangedAfterParent, 0, 0);
+    GetWindowRect(At(ID_mfg), &After);
+    EXPECT_TRUE(EqualRect(&Before, &After));
+    EXPECT_EQ(GetObjectType(reinterpret_cast<HGDIOBJ>(SendMessageW(At(ID_mfg), WM_GETFONT, 0, 0))),
+              static_cast<DWORD>(OBJ_FONT));
 }
 
 TEST_F(RealWindow, GoesWithoutATraceAndComesBack) {
