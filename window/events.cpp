@@ -130,7 +130,10 @@ void Raise(int Id, Event What, int Detail) noexcept {
         const bool IsSweep = Row.Run == tmrVN_Timer; // it shows nothing
         const long Noted = frmVNT::Reloads();
         // A click on what is not the current profile's is not done: it would go to the other one's files.
-        if (!IsSweep && !frmVNT::ShowsCurrentProfile()) return frmVNT::FormReload();
+        if (!IsSweep && !frmVNT::ShowsCurrentProfile()) {
+            if (What != Event::Leave) frmVNT::FormReload();
+            return;
+        }
         Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Row.Count > 1 ? Id - Row.Id : Detail); });
         if (!IsSweep) frmVNT::CatchUpReload(Noted);
         return;

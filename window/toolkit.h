@@ -61,6 +61,7 @@ struct ListBox {
     void SetItemData(int Item, std::intptr_t Data) const;
     // The first item that begins with the text, without regard to case; -1 for none.
     int FindPrefix(TextView Text) const;
+    bool Has(TextView Text) const; // exactly this item
 };
 
 enum class Align : unsigned char { Left, Right };

@@ -307,6 +307,10 @@ int ListBox::FindPrefix(TextView Text) const {
         if (FakeWindow::BeginsWith(Item(Number), Text)) return Number;
     return -1;
 }
+bool ListBox::Has(TextView Text) const {
+    return StateOf(Id) && std::any_of(At(Id).Items.begin(), At(Id).Items.end(),
+                                      [&](const auto& Item) { return Item.Text == Text; });
+}
 
 GridUpdate::GridUpdate() noexcept {}
 GridUpdate::~GridUpdate() = default;

@@ -21,13 +21,6 @@ void CALLBACK LookForBox(HWND Window, UINT, UINT_PTR Id, DWORD) {
     InBox(Box);
 }
 
-// The font's name and height.
-std::wstring FontOf(HWND Window) {
-    LOGFONTW Font{};
-    GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(Window, WM_GETFONT, 0, 0)), sizeof Font, &Font);
-    return Font.lfFaceName + (L" " + std::to_wstring(Font.lfHeight));
-}
-
 class Boxes : public testing::Test {
 protected:
     void SetUp() override {
@@ -70,26 +63,16 @@ TEST_F(Boxes, StandInTheMiddleAndLeaveTheFocusWhereItWas) {
         ExpectInTheMiddle();
     }
     for (const WORD Key : {VK_RETURN, VK_ESCAPE}) {
-        EXPECT_EQ(With(Key, [] { return Platform::AskText(L"Why?", L"Reason"); }), L"");
+        InBox = [=](HWND) {
+            Press('O');
+            Press(Key);
+        };
+        SetTimer(Host, 7, 100, LookForBox);
+        EXPECT_EQ(Platform::AskText(L"Why?", L"Reason"), Key == VK_RETURN ? L"o" : L"");
         ExpectInTheMiddle();
     }
     EXPECT_FALSE(With(VK_ESCAPE, [] { return Platform::AskOpenFile(L"Open", L"Text (*.txt)|*.txt"); }));
     EXPECT_EQ(GetFocus(), Edit);
-}
-
-TEST_F(Boxes, TheReasonBoxHasTheFontOfMessages) {
-    NONCLIENTMETRICSW Metrics{};
-    Metrics.cbSize = sizeof Metrics;
-    ASSERT_TRUE(SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof Metrics, &Metrics, 0));
-    InBox = [&](HWND Box) {
-        EXPECT_EQ(FontOf(GetWindow(Box, GW_CHILD)),
-                  Metrics.lfMessageFont.lfFaceName +
-                      (L" " + std::to_wstring(Metrics.lfMessageFont.lfHeight)));
-        for (const char Letter : std::string("OK")) Press(static_cast<WORD>(Letter));
-        Press(VK_RETURN);
-    };
-    SetTimer(Host, 7, 100, LookForBox);
-    EXPECT_EQ(Platform::AskText(L"Why?", L"Reason"), L"ok");
 }
 
 // --- The error box
@@ -99,65 +82,57 @@ HWND ErrorBox() {
     return IsWindowVisible(Window) ? Window : nullptr;
 }
 
+HWND Part(int Id) { return GetDlgItem(ErrorBox(), Id); }
+
 std::wstring TextOf(HWND Window) {
-    wchar_t Text[4000] = L"";
-    GetWindowTextW(Window, Text, static_cast<int>(std::size(Text)));
+    wchar_t Text[100] = L"";
+    GetWindowTextW(Window, Text, 100);
     return Text;
 }
 
-std::wstring BoxText() { return TextOf(GetDlgItem(ErrorBox(), 0xFFFF)); }
-
-RECT AreaOf(HWND Window) {
-    RECT Area{};
-    GetWindowRect(Window, &Area);
-    return Area;
+// Returns while the box stands: it holds up no message loop.
+bool Post(const std::wstring& Text, bool ToFront = false) {
+    Platform::PostErrorBox(Text, L"Error", ToFront);
+    Pump(250);
+    return ErrorBox() != nullptr;
 }
 
-// Returns as soon as the box is there: it holds up no message loop.
-bool AwaitErrorBox(bool Stands = true) {
-    for (int Round = 0; Round < 100 && (ErrorBox() != nullptr) != Stands; ++Round) Pump(20);
-    return (ErrorBox() != nullptr) == Stands;
-}
+constexpr int TextId = 0xFFFF;
 
 TEST_F(Boxes, AnErrorBoxTakesNoKeyThatWasNotMeantForIt) {
     const HWND Other =
         CreateWindowW(L"Edit", L"", WS_CHILD | WS_VISIBLE, 90, 0, 80, 20, Host, nullptr, nullptr, nullptr);
     Platform::PostErrorBox(L"first", L"Error", false);
-    Platform::PostErrorBox(L"second", L"Error", false);
     for (const char Letter : std::string("SPAM NO")) {
         Press(static_cast<WORD>(Letter));
         Pump(30);
     }
-    ASSERT_TRUE(AwaitErrorBox());
+    EXPECT_TRUE(Post(L"second"));
+    EXPECT_EQ(TextOf(Part(TextId)), L"first") << "one at a time";
+    EXPECT_EQ(TextOf(Edit), L"spam no");
     EXPECT_EQ(GetFocus(), Edit);
     EXPECT_TRUE(IsWindowEnabled(Host));
     EXPECT_EQ(GetWindow(ErrorBox(), GW_OWNER), Host);
-    EXPECT_EQ(TextOf(Edit), L"spam no");
-    EXPECT_EQ(BoxText(), L"first");
-    Platform::PostErrorBox(L"third", L"Error", false);
-    Pump(200);
-    EXPECT_EQ(BoxText(), L"first") << "one at a time";
-    Platform::PostErrorBox(L"asked for", L"Error", true);
-    Pump(200);
-    EXPECT_EQ(BoxText(), L"asked for");
+    Post(L"asked for", true);
+    EXPECT_EQ(TextOf(Part(TextId)), L"asked for");
+    Platform::CloseErrorBoxes();
     SetFocus(Other);
     for (const WORD Key : {VK_RETURN, VK_ESCAPE, VK_SPACE}) {
-        Platform::PostErrorBox(L"first", L"Error", false);
-        ASSERT_TRUE(AwaitErrorBox());
+        ASSERT_TRUE(Post(L"first"));
         EXPECT_EQ(GetFocus(), Other);
         RECT Inside{};
         GetClientRect(ErrorBox(), &Inside);
         ClickAt(MiddleOf(ErrorBox(), {2, Inside.bottom - 6, 8, Inside.bottom - 2}), MOUSEEVENTF_LEFTDOWN,
                 MOUSEEVENTF_LEFTUP);
         Pump();
-        EXPECT_EQ(GetFocus(), GetDlgItem(ErrorBox(), IDOK));
         Press(VK_TAB);
         Pump();
-        EXPECT_EQ(GetFocus(), GetDlgItem(ErrorBox(), 0xFFFF));
+        EXPECT_EQ(GetFocus(), Part(TextId));
         Press('C', VK_CONTROL);
         if (Key == VK_SPACE) Press(VK_TAB);
         Press(Key);
-        EXPECT_TRUE(AwaitErrorBox(false)) << Key;
+        Pump();
+        EXPECT_EQ(ErrorBox(), nullptr) << Key;
         EXPECT_EQ(GetFocus(), Other) << Key;
     }
     SendMessageW(Other, WM_PASTE, 0, 0);
@@ -165,64 +140,54 @@ TEST_F(Boxes, AnErrorBoxTakesNoKeyThatWasNotMeantForIt) {
 }
 
 TEST_F(Boxes, AnErrorBoxWaitsForAMenuAndAQuestion) {
-    SetTimer(Host, 99, 300, LookForMenu);
-    InMenu = [](HMENU) {
+    const auto Look = [](auto) {
         EXPECT_EQ(ErrorBox(), nullptr);
         Press(VK_ESCAPE);
     };
     Platform::PostErrorBox(L"failed", L"Error", false);
+    InMenu = Look;
+    SetTimer(Host, 99, 300, LookForMenu);
     const HMENU Menu = CreatePopupMenu();
     AppendMenuW(Menu, MF_STRING, 1, L"Entry");
     TrackPopupMenu(Menu, TPM_RETURNCMD, 400, 300, 0, Host, nullptr);
-    EXPECT_FALSE(InMenu) << "the menu was open for some time";
     DestroyMenu(Menu);
-    EXPECT_TRUE(AwaitErrorBox());
+    EXPECT_TRUE(Post(L""));
     Platform::CloseErrorBoxes();
-    InBox = [](HWND) {
-        EXPECT_EQ(ErrorBox(), nullptr);
-        Press(VK_RETURN);
-    };
     Platform::PostErrorBox(L"failed", L"Error", false);
+    InBox = Look;
     SetTimer(Host, 7, 400, LookForBox);
-    Platform::AskYesNo(L"Really?", L"Question", Platform::Answer::No);
-    EXPECT_TRUE(AwaitErrorBox());
+    Platform::AskText(L"Why?", L"Reason");
+    EXPECT_TRUE(Post(L""));
     EXPECT_EQ(GetFocus(), Edit);
+    Platform::CloseErrorBoxes();
 }
 
 TEST_F(Boxes, AnErrorBoxGoesWithItsOwnerAndWithTheWindow) {
-    for (const bool IsShown : {false, true}) {
-        Platform::PostErrorBox(L"failed", L"Error", false);
-        EXPECT_EQ(IsShown && AwaitErrorBox(), IsShown);
-        Platform::SetOwner(0);
-        Pump(300);
-        EXPECT_EQ(ErrorBox(), nullptr);
-    }
+    EXPECT_TRUE(Post(L"failed"));
+    Platform::PostErrorBox(L"waits", L"Error", true);
+    Platform::SetOwner(0);
+    Pump(250);
+    EXPECT_EQ(ErrorBox(), nullptr);
     Platform::SetOwner(reinterpret_cast<std::intptr_t>(Edit));
-    Platform::PostErrorBox(L"failed", L"Error", false);
-    ASSERT_TRUE(AwaitErrorBox());
+    EXPECT_TRUE(Post(L"failed"));
     DestroyWindow(Host);
     EXPECT_EQ(ErrorBox(), nullptr);
-    Platform::PostErrorBox(L"without a window", L"Error", false);
-    EXPECT_TRUE(AwaitErrorBox());
+    EXPECT_TRUE(Post(L"without a window"));
     Platform::CloseErrorBoxes();
 }
 
 TEST_F(Boxes, ALongErrorFitsTheScreen) {
-    std::wstring Text =
-        L"Line with some words that are not short, so that it is wrapped somewhere in the box";
-    LONG Tall = 0;
+    std::wstring Text = L"Some words that are not short, so that they are wrapped somewhere in the box";
     for (int Round = 0; Round < 6; ++Round, Text += L"\r\n" + Text) {
-        Platform::PostErrorBox(Text, L"Error", true);
-        ASSERT_TRUE(AwaitErrorBox());
-        Pump(200);
-        const RECT Area = AreaOf(ErrorBox()), Button = AreaOf(GetDlgItem(ErrorBox(), IDOK));
-        EXPECT_GE(Area.bottom - Area.top, Tall);
+        ASSERT_TRUE(Post(Text, true));
+        RECT Area{}, Button{}, Words{};
+        GetWindowRect(ErrorBox(), &Area);
+        GetWindowRect(Part(IDOK), &Button);
+        GetWindowRect(Part(TextId), &Words);
         EXPECT_LT(Area.bottom - Area.top, GetSystemMetrics(SM_CYSCREEN) * 2 / 3);
         EXPECT_LT(Button.bottom, Area.bottom);
-        EXPECT_LE(AreaOf(GetDlgItem(ErrorBox(), 0xFFFF)).bottom, Button.top);
-        Tall = Area.bottom - Area.top;
-        const bool Scrolls = (GetWindowLongW(GetDlgItem(ErrorBox(), 0xFFFF), GWL_STYLE) & WS_VSCROLL) != 0;
-        EXPECT_EQ(Scrolls, Round == 5) << Round;
+        EXPECT_LE(Words.bottom, Button.top);
+        EXPECT_EQ((GetWindowLongW(Part(TextId), GWL_STYLE) & WS_VSCROLL) != 0, Round == 5) << Round;
     }
     Platform::CloseErrorBoxes();
 }

@@ -84,7 +84,7 @@ void SetColumnWidths(int Id, const std::vector<int>& Widths) noexcept {
 } // namespace
 
 void Grid::SetColumns(std::span<const GridColumn> Looks) const {
-    Send(Id, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    Send(Id, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     Columns.assign(Looks.begin(), Looks.end());
     LastIsTeam = false;
     int Number = 0;

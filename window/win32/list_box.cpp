@@ -83,3 +83,16 @@ int ListBox::FindPrefix(TextView Text) const {
                ? static_cast<int>(Send(Id, LB_FINDSTRING, FromTheTop, std::wstring(Text).c_str()))
                : -1;
 }
+
+// The system looks through tens of thousands of items at once, but without regard to case, and begins again
+// at the top.
+bool ListBox::Has(TextView Text) const {
+    const std::wstring Wanted(Text);
+    LRESULT Found = -1;
+    for (LRESULT Before = -2; Found > Before;) {
+        Before = Found;
+        Found = Send(Id, LB_FINDSTRINGEXACT, static_cast<WPARAM>(Before), Wanted.c_str());
+        if (Found > Before && Item(static_cast<int>(Found)) == Text) return true;
+    }
+    return false;
+}
