@@ -25,7 +25,9 @@ std::string Scenario(int Players) {
 
 void PutLists(const std::wstring& Folder, int Entries) {
     const BanLists Lists = MakeBanLists(Entries);
-    WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedNames.ini", Lists.Names);
+    // Two names are made for each entry.
+    WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedNames.ini",
+              MakeBanLists(Entries / 2).Names);
     WriteText(BaseFolder() + L"\\profiles\\" + Folder + L"\\settings\\BannedIps.ini", Lists.Ips);
 }
 
@@ -129,21 +131,76 @@ TEST_F(WineBench, OneTickAgainstTheSameCalls) {
     }
 }
 
-TEST_F(WineBench, ListsOfTenThousand) {
+// Reads of a game that need no server: as many players as are wanted, each with the same name and address.
+HRESULT AnswerRead(const HelperWrappers::Call& Made, Long Players) {
+    constexpr Long MaxPlayers = 0x00A03430; // of the standard build
+    static Long Bytes = 0;
+    if (!Made.Name.starts_with(L"Read") || Made.Name == L"ReadFile") return Made.PassOn();
+    if (Made.Name == L"ReadStr") {
+        V_VT(Made.Result) = VT_BSTR;
+        V_BSTR(Made.Result) = SysAllocString(L"0100000A");
+        return S_OK;
+    }
+    // Of each player the team is read, then the slot; the next one has another slot.
+    const bool IsByte = Made.Name == L"ReadByte";
+    const Long TeamOrSlot = ++Bytes % 2 != 0 ? 1 : 1 + Bytes / 2 % 50;
+    const bool IsCount = !IsByte && V_I4(&Made.Parameters->rgvarg[0]) == MaxPlayers;
+    V_VT(Made.Result) = VT_I4;
+    V_I4(Made.Result) = IsByte ? TeamOrSlot : IsCount ? Players : 2;
+    return S_OK;
+}
+
+TEST_F(WineBench, TheGridGrowsWithItsPlayers) {
+    std::printf("%-30s %10s %10s\n", "rows of the grid", "fill ms", "clear ms");
+    for (const int Players : {10, 50, 1024}) {
+        const auto Show = [&](const wchar_t* Folder) {
+            Early->DisableProfile(1);
+            return Milliseconds([&] {
+                Load(1, {Folder});
+                RedrawWindow(Frame(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+            });
+        };
+        std::vector<double> Fills, Clears;
+        for (int Round = 0; Round < 3; ++Round) {
+            HelperWrappers::OnCall = [&](const auto& Made) { return AnswerRead(Made, Players); };
+            Fills.push_back(Show(L"crowd"));
+            HelperWrappers::OnCall = nullptr; // no server, no players
+            Clears.push_back(Show(L"nobody"));
+        }
+        std::sort(Fills.begin(), Fills.end());
+        std::sort(Clears.begin(), Clears.end());
+        std::printf("%-30d %10.0f %10.0f\n", Players, Fills[1], Clears[1]);
+        std::fflush(stdout);
+    }
+}
+
+TEST_F(WineBench, ListsAgainstTheSameCalls) {
     const GameServer Server(L"lists", L"--build standard --players 50", Scenario(50));
     ASSERT_TRUE(Server.Await("join", "Player 50"));
-    const Support::Profile Given{L"lists", StandardGame, &Server};
-    PutLists(L"lists", 10000);
-    std::printf("load with 20,000 names and 10,000 addresses: %.0f ms\n",
-                Milliseconds([&] { Load(1, Given); }));
-    std::printf("load again: %.0f ms\n", Milliseconds([&] { Load(1, Given); }));
-    std::printf("GetPlayersRem with them and 50 players: %.0f ms\n", Milliseconds([&] {
-                    Automation::Values Arguments;
-                    Arguments.push_back(Automation::FromWhole(1));
-                    Arguments.push_back(ProfileData(Given));
-                    Late.Call(L"GetPlayersRem", std::move(Arguments));
-                }));
-    std::fflush(stdout);
+    std::printf("%-30s %10s %10s %7s %10s\n", "names, and as many addresses", "load ms", "calls ms", "ratio",
+                "console ms");
+    for (const int Entries : {10, 1000, 30000}) {
+        const Support::Profile Given{L"lists" + std::to_wstring(Entries), StandardGame, &Server};
+        PutLists(Given.Folder, Entries);
+        Early->DisableProfile(1);
+        const double Loaded = Milliseconds([&] {
+            Load(1, Given);
+            RedrawWindow(Frame(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        });
+        Early->DisableProfile(1);
+        RecordingHelpers::Record(true);
+        Load(1, Given);
+        RecordingHelpers::Record(false);
+        const double Calls = Milliseconds([] { RecordingHelpers::Replay(); });
+        const double Console = Milliseconds([&] {
+            Automation::Values Arguments;
+            Arguments.push_back(Automation::FromWhole(1));
+            Arguments.push_back(ProfileData(Given));
+            Late.Call(L"GetPlayersRem", std::move(Arguments));
+        });
+        std::printf("%-30d %10.0f %10.0f %7.2f %10.0f\n", Entries, Loaded, Calls, Loaded / Calls, Console);
+        std::fflush(stdout);
+    }
 }
 
 TEST_F(WineBench, LongWorkAgainstTheSameCalls) {

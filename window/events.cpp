@@ -71,8 +71,10 @@ constexpr EventRow EventRows[] = {
     {ID_optMethod, Event::Click, L"optMethod", optMethod_Click, 2},
     {ID_chkIdlePunt, Event::Click, L"chkIdlePunt", Plain<chkIdlePunt_Click>},
     {ID_txtIdleMax, Event::Change, L"txtIdleMax", Plain<txtIdleMax_Change>},
+    {ID_txtIdleMax, Event::Leave, L"txtIdleMax", Plain<txtIdleMax_LostFocus>},
     {ID_chkRefresh, Event::Click, L"chkRefresh", Plain<chkRefresh_Click>},
     {ID_txtRefreshInterval, Event::Change, L"txtRefreshInterval", Plain<txtRefreshInterval_Change>},
+    {ID_txtRefreshInterval, Event::Leave, L"txtRefreshInterval", Plain<txtRefreshInterval_LostFocus>},
     {ID_lstSlaps, Event::Click, L"lstSlaps", Plain<lstSlaps_Click>},
     {ID_lstSlaps, Event::DblClick, L"lstSlaps", Plain<lstSlaps_DblClick>},
     {ID_cmdSlapAdd, Event::Click, L"cmdSlapAdd", Plain<cmdSlapAdd_MouseUp>},
@@ -125,7 +127,7 @@ void RaiseKey(int Id, Event Key) noexcept {
 // A click on what is not the current profile's is refused: it would go to the other one's files.
 void RunRow(const EventRow& Row, int Argument) noexcept {
     if (Work::Runs(Work::Kind::Reload)) return;
-    if (!frmVNT::ShowsCurrentProfile()) return frmVNT::FormReload();
+    if (!frmVNT::ShowsCurrentProfile()) return Row.What != Event::Leave ? frmVNT::FormReload() : void();
     const Work Own(Row.Kind, mdlVNT::CurrentProfile);
     Trapped(Row.Name, mdlVNT::CurrentProfile, [&] { Row.Run(Argument); });
 }

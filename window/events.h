@@ -6,6 +6,7 @@ enum class Event : unsigned char {
     Click, // also: a menu entry, list item or grid row chosen, with mouse or keyboard
     DblClick,
     Change,
+    Leave,       // the focus goes from a text box
     RightClick,  // also the menu key
     ColumnClick, // on a heading of a grid
     Enter,       // the Enter key, in place of the button that belongs to the control

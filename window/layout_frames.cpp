@@ -128,7 +128,8 @@ int LineWidth(const LineRow& Row) {
 int CellHeight(const LayoutCell& Cell, int Width) {
     const ControlRow& Row = RowOf(Cell.Id);
     switch (Row.What) {
-    case Kind::Text: return LineHeight() + Scaled(8);
+    // The system puts a box's text three pixels below its top at any scale: so it is level with its label.
+    case Kind::Text: return LineHeight() + 6;
     case Kind::Push: return LineHeight() + Scaled(10);
     case Kind::Option:
     case Kind::OptionStart:

@@ -49,10 +49,7 @@ void DropItem(const ListBox& List, int Item) {
 int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }
 
 bool HasItem(const ListBox& List, TextView Text) {
-    const int Count = List.Count();
-    for (int Item = 0; Item < Count; ++Item)
-        if (List.Item(Item) == Text) return true;
-    return false;
+    return List.Has(Text);
 }
 
 void SearchList(const DetailedList& List, TextView Text, TextView NotFound) {

@@ -42,12 +42,14 @@ int SortColumn;       // of the last sort
 Direction SortedBy;   // its direction
 bool RefreshIsWanted; // asked for while it was held
 
+// Players that tie stand in the order of their slots, before and after a refresh.
 void SortRows(Rows& Players) {
     if (SortedBy == Direction::None) return;
     const Column& By = Columns[SortColumn];
     const bool Ascending = SortedBy == Direction::Ascending;
-    std::stable_sort(Players.begin(), Players.end(), [&](const ListedPlayer& A, const ListedPlayer& B) {
+    std::sort(Players.begin(), Players.end(), [&](const ListedPlayer& A, const ListedPlayer& B) {
         const Order Found = By.Compare(By.Text(A), By.Text(B));
+        if (Found == 0) return A.Slot < B.Slot;
         return Ascending ? Found < 0 : Found > 0;
     });
 }
@@ -78,6 +80,7 @@ int RowOfChosen(const Rows& Players) {
 }
 
 void ShowRows(const Rows& Players) {
+    const GridUpdate PaintedOnce;
     const int Chosen = RowOfChosen(Players);
     const std::size_t Before = Shown.size();
     if (Players.size() != Before) {

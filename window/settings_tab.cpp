@@ -28,6 +28,13 @@ void SaveNumber(const Setting& Kind, const TextBox& Box) {
     if (IsNumeric(Text)) Save(Kind, Text);
 }
 
+void ShowIdleMax(Long Profile) { txtIdleMax.SetText(ReadValidSetting(Profile, Settings::IdleMax)); }
+
+void ShowRefreshInterval(Long Profile) {
+    const bool Stored = PlayersIniExists();
+    txtRefreshInterval.SetText(Stored ? ReadValidSetting(Profile, Settings::RefreshInterval) : L"30");
+}
+
 } // namespace
 
 Long RefreshMilliseconds(TextView Seconds) {
@@ -42,12 +49,11 @@ void StartRefreshTimer(Place Where) {
 }
 
 void ShowSettings(Long Profile) {
-    const bool Stored = PlayersIniExists();
     optMethod.Choose(KernelMethodIsSet(Profile) ? 1 : 0);
     chkIdlePunt.Check(ReadValidSetting(Profile, Settings::IdlePunt) == L"1");
-    txtIdleMax.SetText(ReadValidSetting(Profile, Settings::IdleMax));
+    ShowIdleMax(Profile);
     chkRefresh.Check(ReadValidSetting(Profile, Settings::AutoRefresh) == L"1");
-    txtRefreshInterval.SetText(Stored ? ReadValidSetting(Profile, Settings::RefreshInterval) : L"30");
+    ShowRefreshInterval(Profile);
 }
 
 void StoreMissingBanMethod(Long Profile) {
@@ -61,6 +67,8 @@ void chkIdlePunt_Click() { SaveSwitch(Settings::IdlePunt, chkIdlePunt); }
 
 void txtIdleMax_Change() { SaveNumber(Settings::IdleMax, txtIdleMax); }
 
+void txtIdleMax_LostFocus() { ShowIdleMax(mdlVNT::CurrentProfile); }
+
 void chkRefresh_Click() {
     SaveSwitch(Settings::AutoRefresh, chkRefresh);
     if (chkRefresh.Checked())
@@ -70,3 +78,5 @@ void chkRefresh_Click() {
 }
 
 void txtRefreshInterval_Change() { SaveNumber(Settings::RefreshInterval, txtRefreshInterval); }
+
+void txtRefreshInterval_LostFocus() { ShowRefreshInterval(mdlVNT::CurrentProfile); }

@@ -16,6 +16,9 @@ void chkIdlePunt_Click();
 void txtIdleMax_Change();
 void chkRefresh_Click(); // also starts or stops the refresh timer
 void txtRefreshInterval_Change();
+// Each shows the value that holds instead of what was typed last.
+void txtIdleMax_LostFocus();
+void txtRefreshInterval_LostFocus();
 
 // The milliseconds that a text in the "Secs." box stands for; half a minute if it is no number of at least 1.
 Long RefreshMilliseconds(TextView Seconds);

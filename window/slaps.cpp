@@ -51,6 +51,7 @@ void lstSlaps_DblClick() {
     if (Selected < 0) return;
     txtSlap.SetText(lstSlaps.Item(Selected));
     cmdSlapEdit.Enable(true);
+    txtSlap.Edit();
 }
 
 void lstSlaps_Click() {
@@ -64,6 +65,7 @@ void cmdSlapAdd_MouseUp() {
     if (Message.empty()) return;
     AddSlap(Profile, Message);
     ShowStoredSlaps(Profile, lstSlaps.Selected());
+    lstSlaps.ShowAtTop(lstSlaps.Count() - 1);
     txtSlap.SetText(L"");
     LoadSlapMenu(Profile);
     ShowMsg(MsgKind::Success, L"Slap message added successfully.", Profile);

@@ -24,6 +24,7 @@ struct TextBox {
     int Id;
     std::wstring Text() const;
     void SetText(TextView Text) const;
+    void Edit() const; // takes the focus, with the caret behind the text
 };
 
 struct Button {
@@ -50,7 +51,7 @@ struct ListBox {
     int Id;
     int Count() const;
     std::wstring Item(int Number) const;   // empty past the end
-    void Append(const Lines& Items) const; // painted once
+    void Append(const Lines& Items) const; // painted once, and brought into view
     void Remove(int Item) const;           // nothing for -1
     void Fill(const Lines& Items) const;   // instead of all items, painted once
     int Selected() const;                  // -1 for none
@@ -60,6 +61,7 @@ struct ListBox {
     void SetItemData(int Item, std::intptr_t Data) const;
     // The first item that begins with the text, without regard to case; -1 for none.
     int FindPrefix(TextView Text) const;
+    bool Has(TextView Text) const; // exactly this item
 };
 
 enum class Align : unsigned char { Left, Right };
@@ -81,6 +83,15 @@ struct Grid {
     void SetTeam(int Row, int Team) const; // colours the row: 1 light blue, 2 light red
     void Select(int Row) const;            // -1 for none
     void ShowSort(int Column, bool Ascending) const;
+};
+
+// While one lives the grid is not painted; afterwards once, if a row has changed.
+class GridUpdate {
+public:
+    GridUpdate() noexcept;
+    ~GridUpdate();
+    GridUpdate(const GridUpdate&) = delete;
+    GridUpdate& operator=(const GridUpdate&) = delete;
 };
 
 struct TabControl {
@@ -157,7 +168,8 @@ void Create(Place Where = Place::current()); // hidden, with all controls; error
 bool Exists();
 void Destroy();
 void Move(Long X, Long Y, Long Width, Long Height);
-// The window that holds the frame from now on; without a valid one it stands by itself.
+// The window that holds the frame from now on; without a valid one it stands by itself, and so it does when
+// the system refuses that one, which is reported.
 void SetParent(std::intptr_t Host);
 void Show(bool On);
 Size PixelsPerInch(); // of the screen

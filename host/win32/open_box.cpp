@@ -16,7 +16,42 @@ bool IsDialog(HWND Window) noexcept {
     return lstrcmpW(Class, L"#32770") == 0;
 }
 
-// In the middle of the other window, but on its screen as a whole.
+} // namespace
+
+OpenBox::OpenBox(HWND HostWindow) noexcept
+    : Outer(Innermost), Host(HostWindow), Focus(GetFocus()),
+      Hook(SetWindowsHookExW(WH_CBT, OnThreadEvent, nullptr, GetCurrentThreadId())) {
+    Module::AddLock();
+    Innermost = this;
+}
+
+OpenBox::~OpenBox() {
+    if (Hook != nullptr) UnhookWindowsHookEx(Hook);
+    Innermost = Outer;
+    ReturnFocus(Focus);
+    Module::RemoveLock();
+}
+
+bool OpenBox::IsOpen() noexcept { return Innermost != nullptr; }
+
+void OpenBox::OnActivate(HWND Activated) noexcept {
+    if (Box != nullptr || !IsDialog(Activated)) return;
+    Box = Activated;
+    MoveToCentre(Box, Host);
+}
+
+LRESULT CALLBACK OpenBox::OnThreadEvent(int Code, WPARAM W, LPARAM L) noexcept {
+    const Module::Entry Guard;
+    if (Code == HCBT_ACTIVATE && Innermost != nullptr) Innermost->OnActivate(reinterpret_cast<HWND>(W));
+    return CallNextHookEx(nullptr, Code, W, L);
+}
+
+bool MenuIsOpen() noexcept {
+    GUITHREADINFO Info{};
+    Info.cbSize = sizeof Info;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &Info) && (Info.flags & GUI_INMENUMODE) != 0;
+}
+
 void MoveToCentre(HWND Box, HWND Host) noexcept {
     if (!IsWindowVisible(Host) || IsIconic(Host)) return;
     RECT Own{}, Area{};
@@ -34,37 +69,6 @@ void MoveToCentre(HWND Box, HWND Host) noexcept {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-} // namespace
-
-OpenBox::OpenBox(HWND HostWindow) noexcept
-    : Outer(Innermost), Host(HostWindow), Focus(GetFocus()),
-      Hook(SetWindowsHookExW(WH_CBT, OnThreadEvent, nullptr, GetCurrentThreadId())) {
-    Module::AddLock();
-    Innermost = this;
-}
-
-OpenBox::~OpenBox() {
-    if (Hook != nullptr) UnhookWindowsHookEx(Hook);
-    Innermost = Outer;
-    // A window that has become invisible meanwhile (another page, another profile) must not take what is
-    // typed.
+void ReturnFocus(HWND Focus) noexcept {
     if (IsWindowVisible(Focus) && IsWindowEnabled(Focus)) SetFocus(Focus);
-    Module::RemoveLock();
-}
-
-void OpenBox::OnActivate(HWND Activated) noexcept {
-    const HWND Before = GetFocus();
-    if (Box == nullptr && IsDialog(Activated)) {
-        Box = Activated;
-        MoveToCentre(Box, Host);
-    } else if (Activated == Box && Before != nullptr && !IsChild(Box, Before)) {
-        // An error box leaves the host usable: somebody has worked behind it and comes back to close it.
-        Focus = Before;
-    }
-}
-
-LRESULT CALLBACK OpenBox::OnThreadEvent(int Code, WPARAM W, LPARAM L) noexcept {
-    const Module::Entry Guard;
-    if (Code == HCBT_ACTIVATE && Innermost != nullptr) Innermost->OnActivate(reinterpret_cast<HWND>(W));
-    return CallNextHookEx(nullptr, Code, W, L);
 }

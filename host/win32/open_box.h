@@ -13,6 +13,7 @@ public:
     ~OpenBox();
     OpenBox(const OpenBox&) = delete;
     OpenBox& operator=(const OpenBox&) = delete;
+    static bool IsOpen() noexcept; // whether one lives
 
 private:
     static LRESULT CALLBACK OnThreadEvent(int Code, WPARAM W, LPARAM L) noexcept;
@@ -20,7 +21,16 @@ private:
 
     OpenBox* const Outer; // boxes may open behind each other
     const HWND Host;
-    HWND Focus;
+    const HWND Focus;
     HWND Box = nullptr; // once it is there
     HHOOK Hook;
 };
+
+// An open menu, the host's or ours, takes mouse and keys.
+bool MenuIsOpen() noexcept;
+// Puts the box in the middle of the other window, but on its screen as a whole. Does nothing if that one
+// cannot be seen.
+void MoveToCentre(HWND Box, HWND Host) noexcept;
+// A window that has become invisible or disabled meanwhile (another page, another profile) must not take what
+// is typed.
+void ReturnFocus(HWND Focus) noexcept;

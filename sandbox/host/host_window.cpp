@@ -8,6 +8,7 @@
 #include "sandbox/host/boxes.h"
 #include "sandbox/host/host_menu.h"
 #include "sandbox/host/journal.h"
+#include "sandbox/host/loaded_plugin.h"
 #include "sandbox/host/plugin_area.h"
 #include "sandbox/host/request_pipe.h"
 #include "sandbox/host/shown_interface.h"
@@ -210,8 +211,10 @@ void RegisterMain() {
 HWND Open(const HostConfiguration& Read, std::vector<TimedAction> Script) {
     RegisterMain();
     RegisterPluginArea();
+    const int Dpi = static_cast<int>(LoadedPlugin::DotsPerInch(LOGPIXELSX));
     Main = CreateWindowExW(0, L"SandboxHost", Read.Title.c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20,
-                           20, 1180, 900, nullptr, HostMenu::Create(), GetModuleHandleW(nullptr), nullptr);
+                           20, MulDiv(1180, Dpi, 96), MulDiv(900, Dpi, 96), nullptr, HostMenu::Create(),
+                           GetModuleHandleW(nullptr), nullptr);
     if (!Main) return nullptr;
     MakeControls();
     for (const Administrator& Admin : Read.Administrators)

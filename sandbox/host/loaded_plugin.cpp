@@ -55,15 +55,20 @@ bool Serves(TextView GameId) {
     return std::find(Known.Games.begin(), Known.Games.end(), GameId) != Known.Games.end();
 }
 
-// The plug-in gets the size of its area in twips, 1440 to the inch.
-Long Twips(Long Pixels, int DotsPerInchOf) {
-    const HDC Screen = GetDC(nullptr);
-    const Long DotsPerInch = GetDeviceCaps(Screen, DotsPerInchOf);
-    ReleaseDC(nullptr, Screen);
-    return Pixels * (1440 / DotsPerInch);
+// The plug-in gets the size of its area in twips, 1440 to the inch, and rounds the pixels down again.
+Long Twips(Long Pixels, int Direction) {
+    const Long PerInch = DotsPerInch(Direction);
+    return (Pixels * 1440 + PerInch - 1) / PerInch;
 }
 
 } // namespace
+
+Long DotsPerInch(int Direction) {
+    const HDC Screen = GetDC(nullptr);
+    const Long Found = GetDeviceCaps(Screen, Direction);
+    ReleaseDC(nullptr, Screen);
+    return Found;
+}
 
 const Descriptor& Create(TextView HostName) {
     Plugin = Automation::Create(L"qrvVNT.clsPlugin");

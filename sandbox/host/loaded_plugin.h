@@ -20,6 +20,8 @@ struct Descriptor {
     Lines Granted;    // those that an administrator has unless told otherwise
 };
 
+Long DotsPerInch(int Direction); // of the screen; LOGPIXELSX or LOGPIXELSY
+
 // Creates the object and reads its descriptor and privileges. Error 429 when it is not registered, error 5
 // when it asks for newer host components than these.
 const Descriptor& Create(TextView HostName);

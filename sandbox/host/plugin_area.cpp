@@ -13,7 +13,6 @@ void PaintArea(HWND Window) {
     RECT Caption{};
     GetClientRect(Window, &Caption);
     const Long Shown = Actions::ShownProfile();
-    if (Shown) Caption.bottom = CaptionHeight;
     FillRect(Context, &Caption, GetSysColorBrush(COLOR_APPWORKSPACE));
     std::wstring Text = L"Double-click a profile to load the plug-in's interface.";
     for (const HostProfile& Profile : Actions::Configured().Profiles)

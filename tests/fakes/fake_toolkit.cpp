@@ -246,6 +246,7 @@ void Label::SetText(TextView Text) const {
 }
 std::wstring TextBox::Text() const { return Label{Id}.Text(); }
 void TextBox::SetText(TextView Text) const { Label{Id}.SetText(Text); }
+void TextBox::Edit() const { FakeWindow::Usable(Id); }
 
 bool Button::Enabled() const { return StateOf(Id) && At(Id).Enabled; }
 void Button::Enable(bool On) const {
@@ -306,7 +307,13 @@ int ListBox::FindPrefix(TextView Text) const {
         if (FakeWindow::BeginsWith(Item(Number), Text)) return Number;
     return -1;
 }
+bool ListBox::Has(TextView Text) const {
+    return StateOf(Id) && std::any_of(At(Id).Items.begin(), At(Id).Items.end(),
+                                      [&](const auto& Item) { return Item.Text == Text; });
+}
 
+GridUpdate::GridUpdate() noexcept {}
+GridUpdate::~GridUpdate() = default;
 void Grid::SetColumns(std::span<const GridColumn> Columns) const {
     if (TheWindow) TheWindow->Columns = Columns.size();
 }

@@ -21,13 +21,6 @@ void CALLBACK LookForBox(HWND Window, UINT, UINT_PTR Id, DWORD) {
     InBox(Box);
 }
 
-// The font's name and height.
-std::wstring FontOf(HWND Window) {
-    LOGFONTW Font{};
-    GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(Window, WM_GETFONT, 0, 0)), sizeof Font, &Font);
-    return Font.lfFaceName + (L" " + std::to_wstring(Font.lfHeight));
-}
-
 class Boxes : public testing::Test {
 protected:
     void SetUp() override {
@@ -70,43 +63,132 @@ TEST_F(Boxes, StandInTheMiddleAndLeaveTheFocusWhereItWas) {
         ExpectInTheMiddle();
     }
     for (const WORD Key : {VK_RETURN, VK_ESCAPE}) {
-        EXPECT_EQ(With(Key, [] { return Platform::AskText(L"Why?", L"Reason"); }), L"");
+        InBox = [=](HWND) {
+            Press('O');
+            Press(Key);
+        };
+        SetTimer(Host, 7, 100, LookForBox);
+        EXPECT_EQ(Platform::AskText(L"Why?", L"Reason"), Key == VK_RETURN ? L"o" : L"");
         ExpectInTheMiddle();
     }
     EXPECT_FALSE(With(VK_ESCAPE, [] { return Platform::AskOpenFile(L"Open", L"Text (*.txt)|*.txt"); }));
     EXPECT_EQ(GetFocus(), Edit);
 }
 
-TEST_F(Boxes, TheReasonBoxHasTheFontOfMessages) {
-    NONCLIENTMETRICSW Metrics{};
-    Metrics.cbSize = sizeof Metrics;
-    ASSERT_TRUE(SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof Metrics, &Metrics, 0));
-    InBox = [&](HWND Box) {
-        EXPECT_EQ(FontOf(GetWindow(Box, GW_CHILD)),
-                  Metrics.lfMessageFont.lfFaceName +
-                      (L" " + std::to_wstring(Metrics.lfMessageFont.lfHeight)));
-        for (const char Letter : std::string("OK")) Press(static_cast<WORD>(Letter));
-        Press(VK_RETURN);
-    };
-    SetTimer(Host, 7, 100, LookForBox);
-    EXPECT_EQ(Platform::AskText(L"Why?", L"Reason"), L"ok");
+// --- The error box
+
+HWND ErrorBox() {
+    const HWND Window = FindWindowW(L"#32770", L"Error");
+    return IsWindowVisible(Window) ? Window : nullptr;
 }
 
-// An error box leaves the host usable: the focus goes back to where it was last, not to where it was first.
-TEST_F(Boxes, AnErrorBoxReturnsTheFocusItInterrupted) {
+HWND Part(int Id) { return GetDlgItem(ErrorBox(), Id); }
+
+std::wstring TextOf(HWND Window) {
+    wchar_t Text[100] = L"";
+    GetWindowTextW(Window, Text, 100);
+    return Text;
+}
+
+// Returns while the box stands: it holds up no message loop.
+bool Post(const std::wstring& Text, bool ToFront = false) {
+    Platform::PostErrorBox(Text, L"Error", ToFront);
+    Pump(250);
+    return ErrorBox() != nullptr;
+}
+
+constexpr int TextId = 0xFFFF;
+
+TEST_F(Boxes, AnErrorBoxTakesNoKeyThatWasNotMeantForIt) {
     const HWND Other =
         CreateWindowW(L"Edit", L"", WS_CHILD | WS_VISIBLE, 90, 0, 80, 20, Host, nullptr, nullptr, nullptr);
-    Platform::PostErrorBox(L"It failed.", L"Error");
-    InBox = [&](HWND Box) {
-        EXPECT_TRUE(IsWindowEnabled(Host));
-        SetActiveWindow(Host);
-        SetFocus(Other);
-        SetActiveWindow(Box);
-        Press(VK_RETURN);
+    Platform::PostErrorBox(L"first", L"Error", false);
+    for (const char Letter : std::string("SPAM NO")) {
+        Press(static_cast<WORD>(Letter));
+        Pump(30);
+    }
+    EXPECT_TRUE(Post(L"second"));
+    EXPECT_EQ(TextOf(Part(TextId)), L"first") << "one at a time";
+    EXPECT_EQ(TextOf(Edit), L"spam no");
+    EXPECT_EQ(GetFocus(), Edit);
+    EXPECT_TRUE(IsWindowEnabled(Host));
+    EXPECT_EQ(GetWindow(ErrorBox(), GW_OWNER), Host);
+    Post(L"asked for", true);
+    EXPECT_EQ(TextOf(Part(TextId)), L"asked for");
+    Platform::CloseErrorBoxes();
+    SetFocus(Other);
+    for (const WORD Key : {VK_RETURN, VK_ESCAPE, VK_SPACE}) {
+        ASSERT_TRUE(Post(L"first"));
+        EXPECT_EQ(GetFocus(), Other);
+        RECT Inside{};
+        GetClientRect(ErrorBox(), &Inside);
+        ClickAt(MiddleOf(ErrorBox(), {2, Inside.bottom - 6, 8, Inside.bottom - 2}), MOUSEEVENTF_LEFTDOWN,
+                MOUSEEVENTF_LEFTUP);
+        Pump();
+        Press(VK_TAB);
+        Pump();
+        EXPECT_EQ(GetFocus(), Part(TextId));
+        Press('C', VK_CONTROL);
+        if (Key == VK_SPACE) Press(VK_TAB);
+        Press(Key);
+        Pump();
+        EXPECT_EQ(ErrorBox(), nullptr) << Key;
+        EXPECT_EQ(GetFocus(), Other) << Key;
+    }
+    SendMessageW(Other, WM_PASTE, 0, 0);
+    EXPECT_EQ(TextOf(Other), L"first");
+}
+
+TEST_F(Boxes, AnErrorBoxWaitsForAMenuAndAQuestion) {
+    const auto Look = [](auto) {
+        EXPECT_EQ(ErrorBox(), nullptr);
+        Press(VK_ESCAPE);
     };
-    SetTimer(Host, 7, 100, LookForBox);
-    Pump(600);
-    EXPECT_EQ(GetFocus(), Other);
+    Platform::PostErrorBox(L"failed", L"Error", false);
+    InMenu = Look;
+    SetTimer(Host, 99, 300, LookForMenu);
+    const HMENU Menu = CreatePopupMenu();
+    AppendMenuW(Menu, MF_STRING, 1, L"Entry");
+    TrackPopupMenu(Menu, TPM_RETURNCMD, 400, 300, 0, Host, nullptr);
+    DestroyMenu(Menu);
+    EXPECT_TRUE(Post(L""));
+    Platform::CloseErrorBoxes();
+    Platform::PostErrorBox(L"failed", L"Error", false);
+    InBox = Look;
+    SetTimer(Host, 7, 400, LookForBox);
+    Platform::AskText(L"Why?", L"Reason");
+    EXPECT_TRUE(Post(L""));
+    EXPECT_EQ(GetFocus(), Edit);
+    Platform::CloseErrorBoxes();
+}
+
+TEST_F(Boxes, AnErrorBoxGoesWithItsOwnerAndWithTheWindow) {
+    EXPECT_TRUE(Post(L"failed"));
+    Platform::PostErrorBox(L"waits", L"Error", true);
+    Platform::SetOwner(0);
+    Pump(250);
+    EXPECT_EQ(ErrorBox(), nullptr);
+    Platform::SetOwner(reinterpret_cast<std::intptr_t>(Edit));
+    EXPECT_TRUE(Post(L"failed"));
+    DestroyWindow(Host);
+    EXPECT_EQ(ErrorBox(), nullptr);
+    EXPECT_TRUE(Post(L"without a window"));
+    Platform::CloseErrorBoxes();
+}
+
+TEST_F(Boxes, ALongErrorFitsTheScreen) {
+    std::wstring Text = L"Some words that are not short, so that they are wrapped somewhere in the box";
+    for (int Round = 0; Round < 6; ++Round, Text += L"\r\n" + Text) {
+        ASSERT_TRUE(Post(Text, true));
+        RECT Area{}, Button{}, Words{};
+        GetWindowRect(ErrorBox(), &Area);
+        GetWindowRect(Part(IDOK), &Button);
+        GetWindowRect(Part(TextId), &Words);
+        EXPECT_LT(Area.bottom - Area.top, GetSystemMetrics(SM_CYSCREEN) * 2 / 3);
+        EXPECT_LT(Button.bottom, Area.bottom);
+        EXPECT_LE(Words.bottom, Button.top);
+        EXPECT_EQ((GetWindowLongW(Part(TextId), GWL_STYLE) & WS_VSCROLL) != 0, Round == 5) << Round;
+    }
     Platform::CloseErrorBoxes();
 }
 

@@ -24,15 +24,54 @@ TEST_F(RealWindow, TheMenuKeyOpensTheMenuOfTheSelectedRow) {
 }
 
 TEST_F(RealWindow, HeaderClicksAndCtrlWithADigitSort) {
+    Game.Join(5, "Ann", "10.0.0.1", 1, 140);
+    Open();
     ClickColumn(2);
-    EXPECT_EQ(Cell(0, 2), L"10.0.0.7");
+    EXPECT_EQ(Cell(0, 2), L"10.0.0.1");
     Sleep(GetDoubleClickTime());
     ClickColumn(2);
     EXPECT_EQ(Cell(0, 2), L"10.0.0.10");
     SetFocus(At(ID_mfg));
     Press('4', VK_CONTROL);
     Pump();
-    EXPECT_EQ(Cell(0, 3), L"50");
+    EXPECT_EQ(Cell(0, 0) + Cell(1, 0) + Cell(2, 0), L"030512") << "ties by their slots";
+}
+
+std::wstring Clipboard() {
+    std::wstring Text;
+    OpenClipboard(nullptr);
+    if (const HANDLE Memory = GetClipboardData(CF_UNICODETEXT)) {
+        Text = static_cast<const wchar_t*>(GlobalLock(Memory));
+        GlobalUnlock(Memory);
+    }
+    CloseClipboard();
+    return Text;
+}
+
+TEST_F(RealWindow, EnterOpensTheMenuAndCtrlCCopies) {
+    Game.Join(5, "Ann", "10.0.0.1", 1, 140);
+    BanName(L"Eve[2]");
+    Open();
+    SetFocus(At(ID_lstBannedNames));
+    Press('C', VK_CONTROL);
+    Pump();
+    EXPECT_EQ(Clipboard(), L"[2] Eve");
+    SetFocus(At(ID_mfg));
+    mfg.Select(0);
+    Press(VK_DOWN);
+    Press('C', VK_CONTROL);
+    Pump();
+    EXPECT_EQ(Clipboard(), L"05\tAnn\t10.0.0.1\t140");
+    WithMenu([](HMENU Menu) { Choose(Menu, L"Punt Player"); });
+    Press(VK_RETURN);
+    Pump(700);
+    EXPECT_EQ(Commands(), Lines{L"punt 05"});
+    EXPECT_EQ(SelectedRow(), -1);
+    WithMenu([](HMENU) { Press(VK_ESCAPE); });
+    Press(VK_F10, VK_SHIFT);
+    Pump(700);
+    EXPECT_FALSE(InMenu);
+    EXPECT_EQ(SelectedRow(), 1) << "where the selection stood";
 }
 
 TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
@@ -68,6 +107,15 @@ TEST_F(RealWindow, TabVisitsEveryControlOfThePageAndEnterActs) {
     Press(VK_TAB);
     Pump();
     EXPECT_EQ(GetFocus(), Box) << "the host's own controls are the host's affair";
+    for (const bool HasTabStop : {false, true}) {
+        if (HasTabStop) SetWindowLongW(Box, GWL_STYLE, WS_CHILD | WS_VISIBLE | WS_TABSTOP);
+        for (const bool Back : {false, true}) {
+            SetFocus(At(Back ? ID_mfg : ID_cmdAddIp));
+            Press(VK_TAB, Back ? VK_SHIFT : 0);
+            Pump();
+            EXPECT_EQ(GetFocus(), HasTabStop ? Box : Host) << "the plug-in is left";
+        }
+    }
 }
 
 TEST_F(RealWindow, AHiddenControlNeverKeepsTheFocus) {
@@ -153,63 +201,26 @@ TEST_F(RealWindow, OurKeysReachOurControlsInAHostThatTranslatesThem) {
     DestroyAcceleratorTable(Table);
 }
 
-TEST_F(RealWindow, TheMenuOfTheKeyboardBringsItsRowIntoView) {
-    for (int Slot = 1; Slot <= 16; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
-    frmVNT::FormReload();
-    SetFocus(At(ID_mfg));
-    Press(VK_END);
-    Pump();
-    ListView_EnsureVisible(At(ID_mfg), 0, FALSE);
-    ASSERT_EQ(ListView_GetTopIndex(At(ID_mfg)), 0);
-    RECT MenuPlace{};
-    WithMenu([&](HMENU) {
-        GetWindowRect(FindWindowW(L"#32768", nullptr), &MenuPlace);
-        Press(VK_ESCAPE);
-    });
-    Press(VK_F10, VK_SHIFT);
-    Pump(700);
-    EXPECT_GT(ListView_GetTopIndex(At(ID_mfg)), 0);
-    RECT Grid{};
-    GetWindowRect(At(ID_mfg), &Grid);
-    EXPECT_LE(MenuPlace.top, Grid.bottom);
-    EXPECT_GE(MenuPlace.left, Grid.left);
-    EXPECT_EQ(GetFocus(), At(ID_mfg));
-}
-
-TEST_F(RealWindow, ArrowsChooseAmongOptionButtons) {
-    stMain.Turn(2);
-    SetFocus(At(ID_optMethod));
-    Press(VK_DOWN);
-    Pump();
-    EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"), L"1");
-    Press(VK_UP);
-    Pump();
-    EXPECT_EQ(Outside::IniValue(PlayersIni, L"BanMethod", L"Server1"), L"0");
-}
-
-TEST_F(RealWindow, OnlyTypingStoresASetting) {
+TEST_F(RealWindow, OnlyWhatIsChosenAndTypedIsStored) {
+    const auto Stored = [](TextView Name) { return Outside::IniValue(PlayersIni, Name, L"Server1"); };
     EXPECT_FALSE(Outside::HasFile(PlayersIni));
     stMain.Turn(2);
+    SetFocus(At(ID_optMethod));
+    for (const WORD Key : {VK_DOWN, VK_UP}) {
+        Press(Key);
+        Pump();
+        EXPECT_EQ(Stored(L"BanMethod"), Key == VK_DOWN ? L"1" : L"0");
+    }
     SetFocus(At(ID_txtIdleMax));
     SendMessageW(At(ID_txtIdleMax), EM_SETSEL, 0, -1);
     Press('7');
+    Press('A');
     Pump();
-    EXPECT_EQ(Outside::FileText(PlayersIni), L"[IdleMax]\r\nServer1=7\r\n");
-}
-
-TEST_F(RealWindow, TabBringsTheTabStripIntoSightNotTheEndOfItsPage) {
-    const HWND Frame = GetParent(At(ID_mfg));
-    MoveWindow(Frame, 0, 0, 300, 150, TRUE);
-    SetFocus(At(ID_mfg));
-    Press(VK_TAB);
-    Pump();
-    ASSERT_EQ(GetFocus(), At(ID_stMain));
-    RECT Strip{};
-    GetWindowRect(At(ID_stMain), &Strip);
-    MapWindowPoints(nullptr, Frame, reinterpret_cast<POINT*>(&Strip), 2);
-    EXPECT_GE(Strip.top, 0);
-    EXPECT_LT(Strip.top, 100);
-    EXPECT_GE(Strip.left, 0);
+    EXPECT_EQ(txtIdleMax.Text(), L"7a");
+    SetFocus(Box);
+    EXPECT_EQ(txtIdleMax.Text(), L"7") << "the value that holds";
+    EXPECT_EQ(Stored(L"IdleMax"), L"7");
+    EXPECT_EQ(Stored(L"RefreshInterval"), L"");
 }
 
 } // namespace

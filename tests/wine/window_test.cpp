@@ -57,8 +57,10 @@ TEST_F(RealWindow, AListHasItsMenuAndADoubleClickEdits) {
     for (int Twice = 0; Twice < 2; ++Twice)
         ClickAt(MiddleOf(At(ID_lstSlaps), {0, 0, 60, 12}), MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
     Pump();
-    EXPECT_EQ(txtSlap.Text(), L"go away");
     EXPECT_TRUE(cmdSlapEdit.Enabled());
+    Press('1');
+    Pump();
+    EXPECT_EQ(txtSlap.Text(), L"go away1") << "the focus goes along";
     SetFocus(At(ID_cmdSlapEdit));
     Press(VK_SPACE);
     Pump();
@@ -66,28 +68,22 @@ TEST_F(RealWindow, AListHasItsMenuAndADoubleClickEdits) {
     EXPECT_EQ(GetFocus(), At(ID_cmdSlapAdd)) << "a disabled button must not keep the keys";
 }
 
-TEST_F(RealWindow, AnEmptyGridOffersOnlyTheRefresh) {
-    RECT Area{};
-    Header_GetItemRect(Header(), 1, &Area);
-    bool Opened = false;
-    const auto Look = [&](HMENU Menu) {
-        Opened = true;
-        EXPECT_EQ(GetMenuItemCount(Menu), 1);
-        Choose(Menu, L"Refresh Player List");
-    };
-    WithMenu(Look);
-    ClickAt(MiddleOf(Header(), Area), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
-    Pump(300);
-    EXPECT_FALSE(Opened) << "with players the header has no menu";
-    Game.Leave(3);
-    Game.Leave(12);
-    frmVNT::FormReload();
-    WithMenu(Look);
-    ClickAt(MiddleOf(Header(), Area), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
-    Game.Join(5, "Eve");
-    Pump(700);
-    EXPECT_TRUE(Opened);
-    EXPECT_EQ(Cell(0, 1), L"Eve");
+TEST_F(RealWindow, TheHeaderHasAMenuOnlyWhileNobodyPlays) {
+    int Entries = 0;
+    for (const bool IsEmpty : {false, true}) {
+        if (IsEmpty) {
+            Game.Leave(3);
+            Game.Leave(12);
+            frmVNT::FormReload();
+        }
+        WithMenu([&](HMENU Menu) {
+            Entries = GetMenuItemCount(Menu);
+            Press(VK_ESCAPE);
+        });
+        ClickAt(MiddleOf(Header(), {60, 2, 80, 12}), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+        Pump(400);
+        EXPECT_EQ(Entries, IsEmpty ? 1 : 0);
+    }
 }
 
 int HostTicks;
@@ -106,7 +102,7 @@ TEST_F(RealWindow, LongWorkShowsItselfAndCanBeCancelled) {
         for (int Entry = 0; Entry < 20; ++Entry, Sleep(5)) EXPECT_TRUE(Short.GoesOn(Entry, 20));
         EXPECT_EQ(ProgressDialog(), nullptr);
     }
-    for (const bool ByKey : {true, false}) {
+    for (const WORD Key : {VK_ESCAPE, VK_RETURN, 0}) {
         Pump();
         HostTicks = 0;
         HostCommands.clear();
@@ -123,8 +119,8 @@ TEST_F(RealWindow, LongWorkShowsItselfAndCanBeCancelled) {
             GetWindowRect(Host, &Area);
             EXPECT_NEAR(Middle.left + Middle.right, Area.left + Area.right, 2);
             PostMessageW(Host, WM_COMMAND, 99, 0); // waits until the end
-            if (ByKey)
-                Press(VK_ESCAPE);
+            if (Key != 0)
+                Press(Key);
             else
                 ClickAt(MiddleOf(GetDlgItem(Dialog, IDCANCEL), {0, 0, 20, 20}), MOUSEEVENTF_LEFTDOWN,
                         MOUSEEVENTF_LEFTUP);
@@ -199,32 +195,14 @@ TEST_F(RealWindow, TheColumnsFillTheGridAndShowNamesWhole) {
     EXPECT_GE(ListView_GetColumnWidth(At(ID_mfg), 1), ListView_GetStringWidth(At(ID_mfg), Text.c_str()) + 6);
 }
 
-TEST_F(RealWindow, TheWheelScrollsAWindowThatIsTooSmall) {
-    const HWND Frame = GetParent(At(ID_mfg));
-    MoveWindow(Frame, 0, 0, 480, 200, TRUE);
-    RECT Before{}, After{};
-    GetWindowRect(At(ID_mfg), &Before);
-    for (const int Notches : {-1, 1}) {
-        PostMessageW(At(ID_lstBannedNames), WM_MOUSEWHEEL, MAKEWPARAM(0, Notches * WHEEL_DELTA), 0);
-        MSG Seen{};
-        PeekMessageW(&Seen, nullptr, WM_MOUSEWHEEL, WM_MOUSEWHEEL, PM_NOREMOVE);
-        EXPECT_EQ(Seen.hwnd, At(ID_lstBannedNames)) << "the host only looks";
-        Pump();
-        GetWindowRect(At(ID_mfg), &After);
-        EXPECT_EQ(After.top < Before.top, Notches < 0);
-    }
-    EXPECT_EQ(After.top, Before.top);
-}
-
 TEST_F(RealWindow, AScreenReaderHearsTeamsAndLabels) {
-    EXPECT_EQ(Header_GetItemCount(Header()), 4);
-    SystemParametersInfoW(SPI_SETSCREENREADER, TRUE, nullptr, 0);
-    frmVNT::Unload();
-    Open();
-    EXPECT_EQ(Header_GetItemCount(Header()), 5);
-    EXPECT_EQ(Cell(0, 4), L"Blue Team");
-    EXPECT_EQ(Cell(1, 4), L"Red Team");
-    SystemParametersInfoW(SPI_SETSCREENREADER, FALSE, nullptr, 0);
+    for (const bool Runs : {true, false}) {
+        SystemParametersInfoW(SPI_SETSCREENREADER, Runs, nullptr, 0);
+        SendMessageTimeoutW(HWND_BROADCAST, WM_SETTINGCHANGE, 0, 0, SMTO_NORMAL, 1000, nullptr);
+        EXPECT_EQ(Header_GetItemCount(Header()), Runs ? 5 : 4);
+        EXPECT_EQ(Cell(0, 4), Runs ? L"Blue Team" : L"");
+        EXPECT_EQ(Cell(1, 4), Runs ? L"Red Team" : L"");
+    }
     for (const ControlRow& Row : Controls()) {
         if (Row.What != Kind::Text && Row.What != Kind::List) continue;
         const HWND Before = GetWindow(At(Row.Id), GW_HWNDPREV);
@@ -237,13 +215,53 @@ TEST_F(RealWindow, AScreenReaderHearsTeamsAndLabels) {
 }
 
 TEST_F(RealWindow, WhatIsLongerThanItsControlStaysWhole) {
-    const std::wstring Long(3000, L'x');
-    Outside::PutIni(SettingsFile(L"Slaps.ini"), L"Messages", L"0", Long);
-    frmVNT::FormReload();
-    EXPECT_EQ(lstSlaps.Item(0), Long);
+    lstSlaps.Fill({std::wstring(3000, L'x'), L"a\tb & \u0080\u00FF"});
     EXPECT_GT(SendMessageW(At(ID_lstSlaps), LB_GETHORIZONTALEXTENT, 0, 0), 3000);
-    lstSlaps.Fill({L"a\tb & \u0080\u00FF"});
-    EXPECT_EQ(lstSlaps.Item(0), L"a\tb & \u0080\u00FF");
+    EXPECT_EQ(lstSlaps.Item(1), L"a\tb & \u0080\u00FF");
+    for (int Name = 0; Name < 50; ++Name) lstBannedNames.Append({L"Name"});
+    EXPECT_GT(SendMessageW(At(ID_lstBannedNames), LB_GETTOPINDEX, 0, 0), 30) << "what was added can be seen";
+    Game.Join(1, std::string(40, 'W'));
+    frmVNT::FormReload();
+    RECT Name{};
+    ListView_GetSubItemRect(At(ID_mfg), 0, 1, LVIR_BOUNDS, &Name);
+    const POINT Middle = MiddleOf(At(ID_mfg), Name);
+    for (int Step = 0; Step < 3; ++Step) {
+        SetCursorPos(Middle.x + Step, Middle.y);
+        Pump();
+    }
+    Pump(900);
+    HWND Tip = FindWindowW(TOOLTIPS_CLASSW, nullptr);
+    while (Tip != nullptr && !IsWindowVisible(Tip))
+        Tip = FindWindowExW(nullptr, Tip, TOOLTIPS_CLASSW, nullptr);
+    EXPECT_NE(Tip, nullptr) << "of a name that is cut";
+}
+
+TEST_F(RealWindow, AHostThatCannotHoldItLeavesAWholeWindow) {
+    const HWND Frame = GetParent(At(ID_mfg)), Refused = At(ID_stMain); // a window of the frame's own
+    Frame::SetParent(0);
+    Frame::SetParent(reinterpret_cast<std::intptr_t>(Refused));
+    EXPECT_EQ(GetWindowLongW(Frame, GWL_STYLE) & static_cast<LONG>(WS_CHILD | WS_POPUP | WS_VISIBLE),
+              static_cast<LONG>(WS_POPUP | WS_VISIBLE));
+    EXPECT_EQ(GetAncestor(Frame, GA_ROOT), Frame);
+    RECT Area{};
+    GetWindowRect(Frame, &Area);
+    EXPECT_EQ(Area.right - Area.left, Wide);
+    EXPECT_EQ(Outside::Recorded(L"ErrorBox").size(), 1u);
+    Open();
+    EXPECT_EQ(GetParent(Frame), Host);
+}
+
+TEST_F(RealWindow, AnotherScaleLaysItOutAnew) {
+    constexpr UINT DpiChangedAfterParent = 0x02E3;
+    RECT Before{}, After{};
+    GetWindowRect(At(ID_mfg), &Before);
+    SendMessageW(At(ID_mfg), WM_SETFONT, 0, 0);
+    MoveWindow(At(ID_mfg), 0, 0, 10, 10, FALSE);
+    SendMessageW(GetParent(At(ID_mfg)), DpiChangedAfterParent, 0, 0);
+    GetWindowRect(At(ID_mfg), &After);
+    EXPECT_TRUE(EqualRect(&Before, &After));
+    EXPECT_EQ(GetObjectType(reinterpret_cast<HGDIOBJ>(SendMessageW(At(ID_mfg), WM_GETFONT, 0, 0))),
+              static_cast<DWORD>(OBJ_FONT));
 }
 
 TEST_F(RealWindow, GoesWithoutATraceAndComesBack) {

@@ -7,6 +7,7 @@ namespace Native {
 namespace {
 
 HMODULE CommonControls = nullptr;
+HMODULE Automation = nullptr; // the library that knows who reads the screen
 HFONT MessageFont = nullptr;
 int Dpi = 96;
 
@@ -26,6 +27,20 @@ int DpiOf(HWND Window) noexcept {
     return Found != 0 ? static_cast<int>(Found) : SystemDpi();
 }
 
+bool ScreenReaderRuns() noexcept {
+    BOOL Runs = FALSE;
+    return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &Runs, 0) && Runs;
+}
+
+// Some screen readers do not set the flag of one, but listen.
+bool ClientsListen() noexcept {
+    using Ask = BOOL(WINAPI*)();
+    if (Automation == nullptr) return false;
+    const auto Call =
+        reinterpret_cast<Ask>(reinterpret_cast<void*>(GetProcAddress(Automation, "UiaClientsAreListening")));
+    return Call != nullptr && Call();
+}
+
 HFONT CreateMessageFont(int WindowDpi) noexcept {
     NONCLIENTMETRICSW Metrics{};
     Metrics.cbSize = sizeof Metrics;
@@ -39,6 +54,9 @@ HFONT CreateMessageFont(int WindowDpi) noexcept {
 void LoadAppearance() noexcept {
     const Styled WhileItLoads;
     CommonControls = LoadLibraryW(L"comctl32.dll");
+    wchar_t Folder[MAX_PATH] = L"";
+    GetSystemDirectoryW(Folder, MAX_PATH);
+    Automation = LoadLibraryW((std::wstring(Folder) + L"\\UIAutomationCore.dll").c_str());
     if (CommonControls == nullptr) return;
     using Initialise = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
     const auto Call = reinterpret_cast<Initialise>(
@@ -49,6 +67,9 @@ void LoadAppearance() noexcept {
 }
 
 void UnloadAppearance() noexcept {
+    ForgetMeasures();
+    if (Automation != nullptr) FreeLibrary(Automation);
+    Automation = nullptr;
     if (MessageFont != nullptr) DeleteObject(MessageFont);
     MessageFont = nullptr;
     if (CommonControls != nullptr) FreeLibrary(CommonControls);
@@ -57,6 +78,7 @@ void UnloadAppearance() noexcept {
 
 void ApplyFont(HWND Window) noexcept {
     Dpi = DpiOf(Window);
+    ForgetMeasures();
     const HFONT Old = MessageFont;
     MessageFont = CreateMessageFont(Dpi);
     for (const ControlRow& Row : Controls())
@@ -69,5 +91,14 @@ HFONT Font() noexcept {
 }
 
 int DotsPerInch() noexcept { return Dpi; }
+
+bool IsHighContrast() noexcept {
+    HIGHCONTRASTW Contrast{};
+    Contrast.cbSize = sizeof Contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof Contrast, &Contrast, 0) &&
+           (Contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+bool NeedsWords() noexcept { return IsHighContrast() || ScreenReaderRuns() || ClientsListen(); }
 
 } // namespace Native

@@ -48,8 +48,9 @@ const ClassRow& ClassOf(Kind What) noexcept {
 HWND& Slot(int Id) noexcept { return Windows[static_cast<std::size_t>(Id - FirstId)]; }
 
 DWORD StyleOf(const ControlRow& Row, DWORD Usual) noexcept {
-    // A reason may take the lines that the page has to spare.
-    return Row.Id == ID_lblReason ? (Usual & ~static_cast<DWORD>(SS_ENDELLIPSIS)) | SS_EDITCONTROL : Usual;
+    // A reason may take the lines that the page has to spare; the page draws it.
+    constexpr DWORD Drawing = SS_TYPEMASK | SS_ENDELLIPSIS;
+    return Row.Id == ID_lblReason ? (Usual & ~Drawing) | SS_OWNERDRAW : Usual;
 }
 
 void Build(const ControlRow& Row, HWND Root) {

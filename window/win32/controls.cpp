@@ -22,6 +22,7 @@ void SetWindowTextOf(int Id, TextView Text) {
     if (WindowText(Id) == Text) return; // nothing to repaint
     const Native::Quiet WhileItChanges;
     Send(Id, WM_SETTEXT, 0, std::wstring(Text).c_str());
+    InvalidateRect(Native::WindowOf(Id), nullptr, FALSE); // one that the page draws does not see to it
 }
 
 } // namespace
@@ -31,6 +32,11 @@ void Label::SetText(TextView Text) const { SetWindowTextOf(Id, Text); }
 
 std::wstring TextBox::Text() const { return WindowText(Id); }
 void TextBox::SetText(TextView Text) const { SetWindowTextOf(Id, Text); }
+void TextBox::Edit() const {
+    const int End = GetWindowTextLengthW(Native::WindowOf(Id));
+    SetFocus(Native::WindowOf(Id));
+    Send(Id, EM_SETSEL, static_cast<WPARAM>(End), End);
+}
 
 bool Button::Enabled() const { return IsWindowEnabled(Native::WindowOf(Id)) != FALSE; }
 

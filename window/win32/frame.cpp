@@ -1,6 +1,8 @@
 // The frame window: its class, its life and its place in the host.
 #include "window/win32/native.h"
 
+#include "game/mdlVNT.h"
+#include "game/show_msg.h"
 #include "host/win32/boxes.h"
 #include "host/win32/entry.h"
 #include "host/win32/module.h"
@@ -30,6 +32,7 @@ void ForgetEverything() noexcept {
 void Restyle(HWND Window) noexcept {
     Native::ApplyFont(Window);
     Native::ApplyLayout();
+    Native::FitTooltips();
 }
 
 LRESULT CALLBACK FrameProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) noexcept {
@@ -45,8 +48,9 @@ LRESULT CALLBACK FrameProcedure(HWND Window, UINT Message, WPARAM W, LPARAM L) n
     case WM_MOUSEWHEEL: Native::ScrollByWheel(W); return 0;
     case Native::KeyOfOurs: Native::OnKey(W, L); return 0;
     case WM_SETFOCUS: SetFocus(Native::WindowOf(ID_mfg)); return 0;
-    case WM_THEMECHANGED:
-    case WM_SYSCOLORCHANGE: Native::ForgetPageBackground(); break;
+    case WM_THEMECHANGED: Native::ForgetPageBackground(); break;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE: Native::OnLookChanged(Message, W, L); break;
     case DpiChangedAfterParent: Restyle(Window); return 0;
     case WM_DESTROY: Native::StopTooltips(); return 0;
     case WM_NCDESTROY:
@@ -87,6 +91,18 @@ void Unprepare() noexcept {
     Module::RemoveLock();
 }
 
+void SetStyle(DWORD Kind) noexcept {
+    const auto Style = static_cast<DWORD>(GetWindowLongW(TheFrame, GWL_STYLE)) & ~(WS_POPUP | WS_CHILD);
+    SetWindowLongW(TheFrame, GWL_STYLE, static_cast<LONG>(Style | Kind));
+}
+
+void ReportRefusedHost(DWORD Reason) noexcept {
+    Trapped(L"SetParent", mdlVNT::CurrentProfile, [&] {
+        Fail(ErrorNumber::InvalidCall, L"The host's window cannot hold the plug-in's window (system error " +
+                                           ToText(static_cast<Long>(Reason)) + L").");
+    });
+}
+
 } // namespace
 
 HWND Native::FrameWindow() noexcept { return TheFrame; }
@@ -102,12 +118,12 @@ void Create(Place Where) {
                                    0, 0, 0, nullptr, nullptr, Module::Instance(), nullptr);
         if (TheFrame == nullptr) Fail(ErrorNumber::OutOfMemory, L"The window could not be created.", Where);
         Native::BuildControls(TheFrame);
+        Native::ApplyFont(TheFrame);
         Native::StartTooltips(TheFrame);
     } catch (...) {
         Destroy();
         throw;
     }
-    Native::ApplyFont(TheFrame);
     Native::ApplyLayout();
     Native::ShowPage(0);
     Native::StartKeyboard();
@@ -117,6 +133,7 @@ void Create(Place Where) {
 bool Exists() { return TheFrame != nullptr; }
 
 void Destroy() {
+    const Native::Quiet WhileItGoes;
     if (TheFrame != nullptr) DestroyWindow(TheFrame);
     Unprepare();
 }
@@ -128,13 +145,19 @@ void Move(Long X, Long Y, Long Width, Long Height) {
 
 void SetParent(std::intptr_t Host) {
     const auto Window = reinterpret_cast<HWND>(Host);
-    const bool IsHeld = IsWindow(Window) != FALSE;
-    const auto Style = static_cast<DWORD>(GetWindowLongW(TheFrame, GWL_STYLE)) & ~(WS_POPUP | WS_CHILD);
-    SetWindowLongW(TheFrame, GWL_STYLE, static_cast<LONG>(Style | (IsHeld ? WS_CHILD : WS_POPUP)));
-    ::SetParent(TheFrame, IsHeld ? Window : nullptr);
+    const bool HasHost = IsWindow(Window) != FALSE;
+    // The style first, or the frame would take the activation from the host.
+    SetStyle(HasHost ? WS_CHILD : WS_POPUP);
+    const bool IsHeld = ::SetParent(TheFrame, HasHost ? Window : nullptr) != nullptr && HasHost;
+    const DWORD Reason = GetLastError();
+    if (HasHost && !IsHeld) { // as between windows of different dpi awareness
+        SetStyle(WS_POPUP);
+        ::SetParent(TheFrame, nullptr);
+    }
     // The place counts from the new parent.
-    MoveWindow(TheFrame, Wanted.left, Wanted.top, Wanted.right - Wanted.left, Wanted.bottom - Wanted.top,
-               TRUE);
+    SetWindowPos(TheFrame, nullptr, Wanted.left, Wanted.top, Wanted.right - Wanted.left,
+                 Wanted.bottom - Wanted.top, SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (HasHost && !IsHeld) ReportRefusedHost(Reason);
 }
 
 void Show(bool On) {

@@ -1,5 +1,6 @@
 // toolkit.h: the rows of the grid, a list view in report mode.
 #include <algorithm>
+#include <utility>
 
 #include "window/win32/native.h"
 
@@ -23,6 +24,15 @@ constexpr COLORREF Black = 0x000000, White = 0xFFFFFF;
 
 const TeamRow& TeamOf(LPARAM Team) noexcept { return Teams[Team == 1 || Team == 2 ? Team : 0]; }
 
+int Updates = 0;            // how many live
+bool PaintingIsOff = false; // since the first change in them
+int LastSelected = -1;      // the row that was selected last, whether a player is in it still or not
+
+// Before each change of a row.
+void HoldPainting(int Id) noexcept {
+    if (Updates > 0 && !std::exchange(PaintingIsOff, true)) Send(Id, WM_SETREDRAW, FALSE);
+}
+
 int RowCount(int Id) noexcept { return static_cast<int>(Send(Id, LVM_GETITEMCOUNT)); }
 
 int SelectedRow(int Id) noexcept {
@@ -32,7 +42,8 @@ int SelectedRow(int Id) noexcept {
 LRESULT OnCustomDraw(const NMHDR* Header) noexcept {
     // The system hands out its own structure for us to write the colours into.
     auto* Draw = const_cast<NMLVCUSTOMDRAW*>(reinterpret_cast<const NMLVCUSTOMDRAW*>(Header));
-    if (Draw->nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (Draw->nmcd.dwDrawStage == CDDS_PREPAINT)
+        return Native::IsHighContrast() ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
     if (Draw->nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
     const TeamRow& Team = TeamOf(Draw->nmcd.lItemlParam);
     if (Team.Colour == CLR_DEFAULT) return CDRF_DODEFAULT;
@@ -58,8 +69,17 @@ void SortByDigit(int Id, WORD Key) noexcept {
 
 } // namespace
 
+GridUpdate::GridUpdate() noexcept { ++Updates; }
+
+GridUpdate::~GridUpdate() {
+    if (--Updates == 0) Native::ResumePainting();
+}
+
 void Grid::SetRowCount(int Count) const {
     const Native::Quiet WhileItChanges;
+    HoldPainting(Id);
+    if (Count == 0) Send(Id, LVM_DELETEALLITEMS);
+    if (RowCount(Id) == 0) LastSelected = -1;
     for (int Row = RowCount(Id); Row > Count; --Row) Send(Id, LVM_DELETEITEM, static_cast<WPARAM>(Row - 1));
     for (int Row = RowCount(Id); Row < Count; ++Row) {
         LVITEMW Item{};
@@ -70,6 +90,7 @@ void Grid::SetRowCount(int Count) const {
 }
 
 void Grid::SetCell(int Row, int Column, TextView Text) const {
+    HoldPainting(Id);
     std::wstring Copy(Text);
     LVITEMW Item{};
     Item.iSubItem = Column;
@@ -79,17 +100,19 @@ void Grid::SetCell(int Row, int Column, TextView Text) const {
 
 void Grid::SetTeam(int Row, int Team) const {
     const Native::Quiet WhileItChanges;
+    HoldPainting(Id);
     LVITEMW Item{};
     Item.mask = LVIF_PARAM;
     Item.iItem = Row;
     Item.lParam = Team;
     Send(Id, LVM_SETITEMW, 0, &Item);
-    if (Native::HasTeamColumn()) SetCell(Row, Native::SortableColumns(), TeamOf(Team).Name);
+    Native::ShowTeamName(Id, Row);
     Send(Id, LVM_REDRAWITEMS, static_cast<WPARAM>(Row), Row);
 }
 
 void Grid::Select(int Row) const {
     const Native::Quiet WhileItChanges;
+    if (Row >= 0) LastSelected = Row;
     if (SelectedRow(Id) == Row) return;
     LVITEMW Item{};
     Item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
@@ -99,6 +122,21 @@ void Grid::Select(int Row) const {
 }
 
 namespace Native {
+
+void ResumePainting() noexcept {
+    if (!std::exchange(PaintingIsOff, false)) return;
+    Send(ID_mfg, WM_SETREDRAW, TRUE);
+    InvalidateRect(WindowOf(ID_mfg), nullptr, TRUE);
+}
+
+void ShowTeamName(int Id, int Row) {
+    if (!HasTeamColumn()) return;
+    LVITEMW Item{};
+    Item.mask = LVIF_PARAM;
+    Item.iItem = Row;
+    Send(Id, LVM_GETITEMW, 0, &Item);
+    Grid{Id}.SetCell(Row, SortableColumns(), TeamOf(Item.lParam).Name);
+}
 
 LRESULT OnGridNotify(const NMHDR* Header) noexcept {
     const int Id = static_cast<int>(Header->idFrom);
@@ -130,7 +168,9 @@ void OnGridMenu(int Id, const POINT* Mouse) noexcept {
         const int Row = OnHeader ? -1 : static_cast<int>(Send(Id, LVM_SUBITEMHITTEST, 0, &Hit));
         return Raise(Id, Event::RightClick, Row);
     }
-    const int Row = SelectedRow(Id) >= 0 ? SelectedRow(Id) : std::min(RowCount(Id), 1) - 1;
+    // Without a selected player, where the selection stood: he may have just been punted.
+    const int Row =
+        std::min(SelectedRow(Id) >= 0 ? SelectedRow(Id) : std::max(LastSelected, 0), RowCount(Id) - 1);
     RECT Box{};
     Box.left = LVIR_BOUNDS;
     Send(Id, LVM_ENSUREVISIBLE, static_cast<WPARAM>(Row), FALSE); // the menu acts on a player who can be seen

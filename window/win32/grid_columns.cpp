@@ -10,16 +10,10 @@ using Native::Send;
 
 namespace {
 
-// Only while a screen reader runs, which cannot tell a row's colour.
 constexpr GridColumn TeamColumn{L"Team", L"Blue Team", 0, Align::Left};
 
 std::vector<GridColumn> Columns; // of the window's one grid
 bool LastIsTeam = false;         // added here
-
-bool ScreenReaderRuns() noexcept {
-    BOOL Runs = FALSE;
-    return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &Runs, 0) && Runs;
-}
 
 void InsertColumn(int Id, int Number, const GridColumn& Added) {
     std::wstring Caption(Added.Caption);
@@ -37,16 +31,6 @@ int InnerWidth(int Id) noexcept {
     return static_cast<int>(Inside.right);
 }
 
-std::wstring CellText(int Id, int Row, int Column) {
-    std::wstring Text(256, L'\0');
-    LVITEMW Item{};
-    Item.iSubItem = Column;
-    Item.pszText = Text.data();
-    Item.cchTextMax = static_cast<int>(Text.size());
-    Text.resize(static_cast<std::size_t>(Send(Id, LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), &Item)));
-    return Text;
-}
-
 int WidthOf(TextView Text) { return Measure::TextWidth(Text) + Measure::Scaled(14); }
 
 // With room for the sort mark.
@@ -58,13 +42,19 @@ int LeastWidth(const GridColumn& Column) {
 int Wish(int Id, std::size_t Column) {
     int Widest = 0;
     for (int Row = static_cast<int>(Send(Id, LVM_GETITEMCOUNT)); Row > 0; --Row)
-        Widest = std::max(Widest, WidthOf(CellText(Id, Row - 1, static_cast<int>(Column))));
+        Widest = std::max(Widest, WidthOf(Native::CellText(Id, Row - 1, static_cast<int>(Column))));
     return std::max(0, Widest - LeastWidth(Columns[Column]));
+}
+
+std::vector<int> Wishes(int Id) {
+    std::vector<int> Found;
+    for (std::size_t Number = 0; Number < Columns.size(); ++Number) Found.push_back(Wish(Id, Number));
+    return Found;
 }
 
 // Least widths; then every cell whole, as far as the room goes; then the shares, and what rounding leaves to
 // the column with the largest.
-std::vector<int> ColumnWidths(int Id) {
+std::vector<int> ColumnWidths(int Id, const std::vector<int>& Wished) {
     std::vector<int> Widths;
     int Spare = InnerWidth(Id);
     for (const GridColumn& Column : Columns) Spare -= Widths.emplace_back(LeastWidth(Column));
@@ -73,7 +63,7 @@ std::vector<int> ColumnWidths(int Id) {
         Widths[Number] += More;
         Spare -= More;
     };
-    for (std::size_t Number = 0; Number < Widths.size(); ++Number) Widen(Number, Wish(Id, Number));
+    for (std::size_t Number = 0; Number < Widths.size(); ++Number) Widen(Number, Wished[Number]);
     const int Left = Spare;
     std::size_t Largest = 0;
     for (std::size_t Number = 0; Number < Widths.size(); ++Number) {
@@ -94,16 +84,20 @@ void SetColumnWidths(int Id, const std::vector<int>& Widths) noexcept {
 } // namespace
 
 void Grid::SetColumns(std::span<const GridColumn> Looks) const {
-    Send(Id, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    Send(Id, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     Columns.assign(Looks.begin(), Looks.end());
-    LastIsTeam = ScreenReaderRuns();
-    if (LastIsTeam) Columns.push_back(TeamColumn);
+    LastIsTeam = false;
     int Number = 0;
     for (const GridColumn& Column : Columns) InsertColumn(Id, Number++, Column);
+    Native::FitTeamColumn(Id);
     Native::FitGridColumns(Id);
 }
 
-void Grid::FitColumns() const { Native::FitGridColumns(Id); }
+void Grid::FitColumns() const {
+    Native::FitTeamColumn(Id);
+    Native::ResumePainting(); // the bars change the room
+    Native::FitGridColumns(Id);
+}
 
 void Grid::ShowSort(int Column, bool Ascending) const {
     for (int Number = 0; Number < static_cast<int>(Columns.size()); ++Number) {
@@ -126,10 +120,34 @@ bool HasTeamColumn() noexcept { return LastIsTeam; }
 
 int SortableColumns() noexcept { return static_cast<int>(Columns.size()) - (LastIsTeam ? 1 : 0); }
 
+std::wstring CellText(int Id, int Row, int Column) {
+    std::wstring Text(256, L'\0');
+    LVITEMW Item{};
+    Item.iSubItem = Column;
+    Item.pszText = Text.data();
+    Item.cchTextMax = static_cast<int>(Text.size());
+    Text.resize(static_cast<std::size_t>(Send(Id, LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), &Item)));
+    return Text;
+}
+
+void FitTeamColumn(int Id) {
+    if (Columns.empty() || LastIsTeam == NeedsWords()) return;
+    LastIsTeam = !LastIsTeam;
+    if (LastIsTeam) {
+        Columns.push_back(TeamColumn);
+        InsertColumn(Id, SortableColumns(), TeamColumn);
+    } else {
+        Columns.pop_back();
+        Send(Id, LVM_DELETECOLUMN, Columns.size());
+    }
+    for (int Row = static_cast<int>(Send(Id, LVM_GETITEMCOUNT)); Row > 0; --Row) ShowTeamName(Id, Row - 1);
+}
+
 void FitGridColumns(int Id) noexcept {
     Trapped(L"mfg", mdlVNT::CurrentProfile, [&] {
         // A scroll bar that comes or goes with the columns changes the room: the second pass sees that.
-        for (int Pass = 0; Pass < 2; ++Pass) SetColumnWidths(Id, ColumnWidths(Id));
+        const std::vector<int> Wished = Wishes(Id);
+        for (int Pass = 0; Pass < 2; ++Pass) SetColumnWidths(Id, ColumnWidths(Id, Wished));
     });
 }
 

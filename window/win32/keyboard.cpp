@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "host/win32/entry.h"
+#include "host/win32/open_box.h"
 #include "window/events.h"
 #include "window/win32/native.h"
 
@@ -23,13 +24,6 @@ constexpr TextView EditKeys = L"ACVXZ"; // with Ctrl, in a text box
 
 bool IsDown(int Key) noexcept { return GetKeyState(Key) < 0; }
 
-// An open menu, the host's or ours, takes its keys from the messages of the focused control.
-bool MenuIsOpen() noexcept {
-    GUITHREADINFO Info{};
-    Info.cbSize = sizeof Info;
-    return GetGUIThreadInfo(GetCurrentThreadId(), &Info) && (Info.flags & GUI_INMENUMODE) != 0;
-}
-
 bool IsKept(const MSG& Message) noexcept {
     const WPARAM Key = Message.wParam;
     if (Message.message == WM_SYSKEYDOWN) return Key == VK_F10 && IsDown(VK_SHIFT) && !IsDown(VK_MENU);
@@ -37,6 +31,7 @@ bool IsKept(const MSG& Message) noexcept {
     if (std::find(std::begin(KeptKeys), std::end(KeptKeys), Key) != std::end(KeptKeys)) return true;
     if (!IsDown(VK_CONTROL)) return Key == VK_F5;
     const std::optional<Kind> Focused = KindOf(IdOf(Message.hwnd));
+    if (Key == 'C' && (Focused == Kind::Grid || Focused == Kind::List)) return true;
     if (Focused == Kind::Grid) return Key >= '1' && Key <= '9';
     return Focused == Kind::Text && EditKeys.find(static_cast<wchar_t>(Key)) != TextView::npos;
 }
@@ -54,6 +49,8 @@ void Divert(MSG& Message) noexcept {
         Message.message = WM_NULL;
     else if (TurnsWheelInVain(Message))
         Message.hwnd = FrameWindow();
+    else if (Message.message == WM_MOUSEMOVE && IdOf(Message.hwnd) == ID_mfg)
+        TrackCell({static_cast<short>(LOWORD(Message.lParam)), static_cast<short>(HIWORD(Message.lParam))});
 }
 
 // Only a message that is really taken counts: a host may look at one several times before.
@@ -76,7 +73,7 @@ struct ShortcutRow {
     void (*Run)(int Focused);
 };
 constexpr ShortcutRow Shortcuts[] = {
-    {VK_RETURN, false, [](int Focused) { Raise(Focused, Event::Enter); }},
+    {VK_RETURN, false, OnEnter},
     {VK_F5, false, [](int) { Raise(ID_mnuRefresh, Event::Click); }},
     {VK_F10, false, [](int) { OnContextMenu(GetFocus(), ByKeyboard); }},
     {VK_TAB, true, [](int) { TurnPage(IsDown(VK_SHIFT) ? -1 : 1); }},
@@ -96,7 +93,20 @@ bool MovesTheFocus(const MSG& Message) noexcept {
     }
 }
 
+// Past the last control and before the first the focus goes to the host's next one, or to its window.
+bool LeavesFrame(HWND Focus) noexcept {
+    const bool Back = IsDown(VK_SHIFT);
+    const HWND Root = GetAncestor(FrameWindow(), GA_ROOT);
+    const HWND First = GetNextDlgTabItem(FrameWindow(), nullptr, FALSE);
+    const HWND AtEnd = Back ? Focus : GetNextDlgTabItem(FrameWindow(), Focus, FALSE);
+    if (AtEnd != First || Root == FrameWindow()) return false;
+    const HWND Next = GetNextDlgTabItem(Root, Focus, Back);
+    SetFocus(Next != nullptr && !IsChild(FrameWindow(), Next) ? Next : Root);
+    return true;
+}
+
 void PassOn(MSG Message) noexcept {
+    if (Message.wParam == VK_TAB && LeavesFrame(Message.hwnd)) return;
     if (MovesTheFocus(Message) && IsDialogMessageW(FrameWindow(), &Message)) return ScrollTo(GetFocus());
     TranslateMessage(&Message);
     DispatchMessageW(&Message);
@@ -109,6 +119,7 @@ void OnKey(WPARAM Key, LPARAM Flags) noexcept {
     if (!IsChild(FrameWindow(), Focus)) return;
     const bool Repeats = (HIWORD(Flags) & KF_REPEAT) != 0;
     const int Focused = IdOf(Focus);
+    if (Key == 'C' && KindOf(Focused) != Kind::Text) return CopySelected(Focused);
     for (const ShortcutRow& Row : Shortcuts) {
         if (Row.Key != Key || Row.WithControl != IsDown(VK_CONTROL)) continue;
         if (!Repeats) Row.Run(Focused);

@@ -20,6 +20,18 @@ void Paint(int Id, bool On) {
     if (On) InvalidateRect(Native::WindowOf(Id), nullptr, TRUE);
 }
 
+void Add(int Id, const Lines& Items) {
+    Paint(Id, false);
+    Send(Id, LB_INITSTORAGE, Items.size(), 0);
+    int Widest = 0;
+    for (const std::wstring& Text : Items) {
+        Widest = std::max(Widest, WidthOf(Text));
+        Send(Id, LB_ADDSTRING, 0, Text.c_str());
+    }
+    Widen(Id, Widest);
+    Paint(Id, true);
+}
+
 } // namespace
 
 int ListBox::Count() const { return static_cast<int>(Send(Id, LB_GETCOUNT)); }
@@ -34,15 +46,8 @@ std::wstring ListBox::Item(int Number) const {
 }
 
 void ListBox::Append(const Lines& Items) const {
-    Paint(Id, false);
-    Send(Id, LB_INITSTORAGE, Items.size(), 0);
-    int Widest = 0;
-    for (const std::wstring& Text : Items) {
-        Widest = std::max(Widest, WidthOf(Text));
-        Send(Id, LB_ADDSTRING, 0, Text.c_str());
-    }
-    Widen(Id, Widest);
-    Paint(Id, true);
+    Add(Id, Items);
+    ShowAtTop(Count() - 1);
 }
 
 void ListBox::Remove(int Item) const {
@@ -53,7 +58,7 @@ void ListBox::Fill(const Lines& Items) const {
     Paint(Id, false);
     Send(Id, LB_RESETCONTENT);
     Send(Id, LB_SETHORIZONTALEXTENT);
-    Append(Items);
+    Add(Id, Items);
 }
 
 int ListBox::Selected() const {
@@ -77,4 +82,17 @@ int ListBox::FindPrefix(TextView Text) const {
     return Native::WindowOf(Id) != nullptr
                ? static_cast<int>(Send(Id, LB_FINDSTRING, FromTheTop, std::wstring(Text).c_str()))
                : -1;
+}
+
+// The system looks through tens of thousands of items at once, but without regard to case, and begins again
+// at the top.
+bool ListBox::Has(TextView Text) const {
+    const std::wstring Wanted(Text);
+    LRESULT Found = -1;
+    for (LRESULT Before = -2; Found > Before;) {
+        Before = Found;
+        Found = Send(Id, LB_FINDSTRINGEXACT, static_cast<WPARAM>(Before), Wanted.c_str());
+        if (Found > Before && Item(static_cast<int>(Found)) == Text) return true;
+    }
+    return false;
 }

@@ -1,51 +1,65 @@
 // toolkit.h: what the layout measures.
+#include <array>
+
 #include "window/win32/native.h"
 
 namespace {
 
+// Kept, because to make one costs more than to measure a text.
+HDC Surface = nullptr;
+HGDIOBJ FontBefore = nullptr;
+std::array<INT, 256> LetterWidths{}; // of the letters that names are made of: lists have tens of thousands
+
 // A drawing surface of the screen's kind with our font.
-class Surface {
-public:
-    Surface() noexcept
-        : Context(CreateCompatibleDC(nullptr)), Before(SelectObject(Context, Native::Font())) {}
-    ~Surface() {
-        SelectObject(Context, Before);
-        DeleteDC(Context);
+HDC MeasuringSurface() noexcept {
+    if (Surface == nullptr) {
+        Surface = CreateCompatibleDC(nullptr);
+        FontBefore = SelectObject(Surface, Native::Font());
+        GetCharWidth32W(Surface, 0, LetterWidths.size() - 1, LetterWidths.data());
     }
-    Surface(const Surface&) = delete;
-    Surface& operator=(const Surface&) = delete;
+    return Surface;
+}
 
-    SIZE Calculate(TextView Text, int Width, UINT Format) const noexcept {
-        RECT Box{0, 0, Width, 0};
-        DrawTextW(Context, Text.data(), static_cast<int>(Text.size()), &Box,
-                  DT_CALCRECT | DT_NOPREFIX | Format);
-        return {Box.right, Box.bottom};
-    }
-    int LineHeight() const noexcept {
-        TEXTMETRICW Metrics{};
-        GetTextMetricsW(Context, &Metrics);
-        return Metrics.tmHeight;
-    }
-
-private:
-    HDC Context;
-    HGDIOBJ Before;
-};
+int WidthWithAnyLetter(TextView Text) noexcept {
+    SIZE Needed{};
+    GetTextExtentPoint32W(MeasuringSurface(), Text.data(), static_cast<int>(Text.size()), &Needed);
+    return static_cast<int>(Needed.cx);
+}
 
 } // namespace
+
+void Native::ForgetMeasures() noexcept {
+    if (Surface == nullptr) return;
+    SelectObject(Surface, FontBefore);
+    DeleteDC(Surface);
+    Surface = nullptr;
+}
 
 namespace Measure {
 
 int Scaled(int Pixels96) { return MulDiv(Pixels96, Native::DotsPerInch(), 96); }
 
-int LineHeight() { return Surface().LineHeight(); }
+int LineHeight() {
+    TEXTMETRICW Metrics{};
+    GetTextMetricsW(MeasuringSurface(), &Metrics);
+    return Metrics.tmHeight;
+}
 
 int TextWidth(TextView Text) {
-    return Text.empty() ? 0 : static_cast<int>(Surface().Calculate(Text, 0, DT_SINGLELINE).cx) + 1;
+    MeasuringSurface();
+    int Width = Text.empty() ? 0 : 1;
+    for (const wchar_t Letter : Text) {
+        if (Letter >= LetterWidths.size()) return WidthWithAnyLetter(Text) + 1;
+        Width += LetterWidths[Letter];
+    }
+    return Width;
 }
 
 int TextHeight(TextView Text, int Width) {
-    return static_cast<int>(Surface().Calculate(Text, Width, DT_WORDBREAK).cy);
+    RECT Box{0, 0, Width, 0};
+    DrawTextW(MeasuringSurface(), Text.data(), static_cast<int>(Text.size()), &Box,
+              DT_CALCRECT | DT_NOPREFIX | DT_WORDBREAK);
+    return static_cast<int>(Box.bottom);
 }
 
 Rect TabInterior(const Rect& Outer) {

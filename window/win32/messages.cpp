@@ -16,7 +16,7 @@ constexpr CodeRow Codes[] = {
     {Kind::Push, BN_CLICKED, Event::Click},        {Kind::Option, BN_CLICKED, Event::Click},
     {Kind::OptionStart, BN_CLICKED, Event::Click}, {Kind::Check, BN_CLICKED, Event::Click},
     {Kind::Text, EN_CHANGE, Event::Change},        {Kind::List, LBN_SELCHANGE, Event::Click},
-    {Kind::List, LBN_DBLCLK, Event::DblClick},
+    {Kind::List, LBN_DBLCLK, Event::DblClick},     {Kind::Text, EN_KILLFOCUS, Event::Leave},
 };
 
 void OnControl(int Id, WORD Code) noexcept {
@@ -32,9 +32,17 @@ void OnCommand(WPARAM W, LPARAM L) noexcept {
     if (L != 0)
         OnControl(Id, HIWORD(W));
     else if (Id == IDOK)
-        Raise(IdOf(GetFocus()), Event::Enter);
+        OnEnter(IdOf(GetFocus()));
     else
         Raise(Id, Event::Click);
+}
+
+// On a player it opens the menu.
+void OnEnter(int Focused) noexcept {
+    if (KindOf(Focused) == Kind::Grid)
+        OnContextMenu(WindowOf(Focused), ByKeyboard);
+    else
+        Raise(Focused, Event::Enter);
 }
 
 LRESULT OnNotify(const NMHDR* Header) noexcept {

@@ -55,6 +55,12 @@ void UnloadAppearance() noexcept;
 void ApplyFont(HWND Window) noexcept;
 HFONT Font() noexcept;
 int DotsPerInch() noexcept;
+// Lets the font go that texts are measured with (measure.cpp).
+void ForgetMeasures() noexcept;
+bool IsHighContrast() noexcept;
+// Whether somebody reads the screen who may not see colours: under high contrast, with a screen reader, or
+// with any other client of the accessibility interfaces.
+bool NeedsWords() noexcept;
 
 // --- Pages (page.cpp): they look like the inside of the tab control.
 
@@ -67,6 +73,8 @@ void ShowPage(int Page) noexcept;
 void CutPageHole() noexcept;
 // After a change of size or look.
 void ForgetPageBackground() noexcept;
+// The system's colours, contrast or screen reader have changed.
+void OnLookChanged(UINT Message, WPARAM W, LPARAM L) noexcept;
 
 // --- Layout and scrolling (scrolling.cpp).
 
@@ -81,6 +89,8 @@ void ForgetScrolling() noexcept;
 
 void OnCommand(WPARAM W, LPARAM L) noexcept;
 LRESULT OnNotify(const NMHDR* Header) noexcept;
+// The Enter key.
+void OnEnter(int Focused) noexcept;
 void OnTimer(WPARAM Id) noexcept;
 void ForgetTimers() noexcept;
 constexpr LPARAM ByKeyboard = -1; // instead of the mouse's place
@@ -93,17 +103,25 @@ LRESULT OnGridNotify(const NMHDR* Header) noexcept;
 // first, for the menu key.
 void OnGridMenu(int Id, const POINT* Mouse) noexcept;
 void FitGridColumns(int Id) noexcept;
+// The grid is painted again, and has the scroll bars that its rows need.
+void ResumePainting() noexcept;
 HWND HeaderOf(int Id) noexcept;
-// A screen reader cannot tell a row's colour: while one runs the team is a column, after those that can be
-// sorted by.
+// While a row's colour does not tell the team (NeedsWords) a column does, after those that can be sorted by.
 bool HasTeamColumn() noexcept;
 int SortableColumns() noexcept;
+// Adds or removes that column when the answer has changed.
+void FitTeamColumn(int Id);
+void ShowTeamName(int Id, int Row);
+std::wstring CellText(int Id, int Row, int Column);
 
 // --- Tooltips (tooltips.cpp).
 
 void StartTooltips(HWND Root) noexcept;
 void StopTooltips() noexcept;
+void FitTooltips() noexcept; // to the scale
 void OnTooltip(const NMHDR* Header) noexcept;
+// The mouse is at this place in the grid: a cell that is cut has a tip.
+void TrackCell(POINT Mouse) noexcept;
 
 // --- Keyboard (keyboard.cpp): our keys reach our controls although the message loop is the host's.
 
@@ -111,6 +129,9 @@ void StartKeyboard() noexcept;
 void StopKeyboard() noexcept;
 inline constexpr UINT KeyOfOurs = WM_APP; // posted to the frame with the key's parameters
 void OnKey(WPARAM Key, LPARAM Flags) noexcept;
+
+// Puts the selected row or list item on the clipboard (copy.cpp).
+void CopySelected(int Id) noexcept;
 
 // --- Pop-up menus (menu.cpp): where the next one appears, on the screen.
 

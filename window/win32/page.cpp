@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "game/mdlVNT.h"
+#include "game/show_msg.h"
 #include "host/win32/entry.h"
 #include "host/win32/module.h"
 #include "window/win32/native.h"
@@ -52,14 +54,27 @@ void Erase(HWND Page, HDC Context) noexcept {
     DeleteDC(From);
 }
 
-// The brush that continues the page's background behind a control's text.
-LRESULT BrushBehind(HWND Page, HDC Context, HWND Control) noexcept {
+// The scheme's colour for the text, and the brush that continues the page's background behind it.
+LRESULT BrushBehind(HWND Page, UINT Message, HDC Context, HWND Control) noexcept {
+    DefWindowProcW(Page, Message, reinterpret_cast<WPARAM>(Context), reinterpret_cast<LPARAM>(Control));
     MakeBackground(Page);
     POINT Corner{};
     MapWindowPoints(Control, Page, &Corner, 1);
     SetBrushOrgEx(Context, -Corner.x, -Corner.y, nullptr);
     SetBkMode(Context, TRANSPARENT);
     return reinterpret_cast<LRESULT>(BackgroundBrush);
+}
+
+// A text of several lines that ends with "..." where it is cut; the system's labels do that for one line.
+void DrawReason(const DRAWITEMSTRUCT& Label) noexcept {
+    wchar_t Text[1024] = L"";
+    GetWindowTextW(Label.hwndItem, Text, static_cast<int>(std::size(Text)));
+    RECT Area = Label.rcItem;
+    const HGDIOBJ Before = SelectObject(Label.hDC, Font());
+    BrushBehind(GetParent(Label.hwndItem), WM_CTLCOLORSTATIC, Label.hDC, Label.hwndItem);
+    FillRect(Label.hDC, &Area, BackgroundBrush);
+    DrawTextW(Label.hDC, Text, -1, &Area, DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_END_ELLIPSIS);
+    SelectObject(Label.hDC, Before);
 }
 
 LRESULT CALLBACK PageProcedure(HWND Page, UINT Message, WPARAM W, LPARAM L) noexcept {
@@ -71,7 +86,9 @@ LRESULT CALLBACK PageProcedure(HWND Page, UINT Message, WPARAM W, LPARAM L) noex
     case WM_ERASEBKGND: Erase(Page, reinterpret_cast<HDC>(W)); return 1;
     case WM_PRINTCLIENT: Erase(Page, reinterpret_cast<HDC>(W)); return 0;
     case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORBTN: return BrushBehind(Page, reinterpret_cast<HDC>(W), reinterpret_cast<HWND>(L));
+    case WM_CTLCOLORBTN:
+        return BrushBehind(Page, Message, reinterpret_cast<HDC>(W), reinterpret_cast<HWND>(L));
+    case WM_DRAWITEM: DrawReason(*reinterpret_cast<const DRAWITEMSTRUCT*>(L)); return TRUE;
     default: return DefWindowProcW(Page, Message, W, L);
     }
 }
@@ -109,6 +126,17 @@ void CutPageHole() noexcept {
     CombineRgn(Region, Region, Hole, RGN_DIFF);
     DeleteObject(Hole);
     SetWindowRgn(WindowOf(ID_stMain), Region, TRUE); // the region is the system's from here on
+}
+
+void OnLookChanged(UINT Message, WPARAM W, LPARAM L) noexcept {
+    Trapped(L"Appearance", mdlVNT::CurrentProfile, [&] {
+        ForgetPageBackground();
+        FitTeamColumn(ID_mfg);
+        FitGridColumns(ID_mfg);
+        // The system tells only top-level windows.
+        for (const ControlRow& Row : Controls()) Send(Row.Id, Message, W, L);
+        RedrawWindow(FrameWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    });
 }
 
 void ForgetPageBackground() noexcept {

@@ -27,7 +27,7 @@ HWND CreateProgressDialog(HWND Owner, TextView What, bool& Cancelled) {
     Dialog.Control(L"Static", WhatId, SS_LEFT | SS_NOPREFIX, What, {7, 7, 193, 17});
     Dialog.Control(L"Static", CountId, SS_LEFT | SS_NOPREFIX, L"", {7, 18, 193, 28});
     Dialog.Control(PROGRESS_CLASSW, BarId, PBS_SMOOTH, L"", {7, 31, 193, 41});
-    Dialog.Control(L"Button", IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, L"Cancel", {143, 47, 193, 61});
+    Dialog.Control(L"Button", IDCANCEL, BS_DEFPUSHBUTTON | WS_TABSTOP, L"Cancel", {143, 47, 193, 61});
     const Styled WhileItIsMade;
     return CreateDialogIndirectParamW(Module::Instance(), Dialog.Get(), Owner, DialogProcedure,
                                       reinterpret_cast<LPARAM>(&Cancelled));
