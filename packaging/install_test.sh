@@ -138,7 +138,7 @@ check 'the host has lost nothing' unchanged
 
 (cd "$WINEPREFIX/drive_c" && unzip -q "$WORK/packages/qrvVNT-$VERSION.zip")
 check "the ZIP has the packet filter by itself" cmp "$WINEPREFIX/drive_c/qrvVNT-$VERSION/filter/qrvudpfw.dll" "$BUILD/bin/qrvudpfw.dll"
-check "its sandbox has a filtering engine of its own" test -f "$WINEPREFIX/drive_c/qrvVNT-$VERSION/sandbox/fwpuclnt.dll"
+check "its sandbox has a filtering engine of its own" test -f "$WINEPREFIX/drive_c/qrvVNT-$VERSION/sandbox/sandbox_engine.dll"
 check 'no packet filter lies beside its plug-in' test ! -e "$WINEPREFIX/drive_c/qrvVNT-$VERSION/Plugins/dlls/Vantor/qrvudpfw.dll"
 SANDBOX="C:\\qrvVNT-$VERSION\\sandbox"
 check "the ZIP's sandbox registers itself" exits 0 setup "$SANDBOX\\register.cmd"

@@ -39,7 +39,7 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs DESTINATION . COMPONENT extras
 
 # The sandbox is a host folder of its own, laid out as demo.sh does it.
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/sandbox/demo/host/ DESTINATION sandbox COMPONENT extras)
-install(TARGETS host console gameserver qrvudpfw fwpuclnt_standin banlists RUNTIME DESTINATION sandbox COMPONENT extras)
+install(TARGETS host console gameserver qrvudpfw sandbox_engine banlists RUNTIME DESTINATION sandbox COMPONENT extras)
 install(TARGETS qrvMFM qrvGMF RUNTIME DESTINATION sandbox/helpers COMPONENT extras)
 install(TARGETS qrvVNT RUNTIME DESTINATION sandbox/${PLUGIN_FOLDER} COMPONENT extras)
 install(FILES ${HELP_BOOK} DESTINATION sandbox/${PLUGIN_FOLDER} COMPONENT extras)

@@ -2,9 +2,11 @@
 // becomes of it when calls fail, and that nothing of it stays behind.
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <set>
 
 #include "tests/wine/filter_library.h"
+#include "tests/wine/filter_session.h"
 
 namespace {
 
@@ -42,6 +44,13 @@ std::string FileText(const std::wstring& Path) {
     return Text;
 }
 
+std::string Shown(const FilterLibrary& Library) {
+    const auto Show = reinterpret_cast<void(CALLBACK*)(HWND, HINSTANCE, const wchar_t*, int)>(
+        reinterpret_cast<void*>(GetProcAddress(Library.Module, "ShowStateW")));
+    Show(nullptr, Library.Module, (BaseFolder() + L"\\state.txt").c_str(), 0);
+    return FileText(L"state.txt");
+}
+
 // A process of its own with rules of its own.
 class Client {
 public:
@@ -64,6 +73,9 @@ public:
     void Kill() const {
         TerminateProcess(Process.hProcess, 9);
         WaitForSingleObject(Process.hProcess, Patience);
+    }
+    bool EndsWithin(DWORD Milliseconds) const {
+        return WaitForSingleObject(Process.hProcess, Milliseconds) == WAIT_OBJECT_0;
     }
 
 private:
@@ -167,9 +179,8 @@ TEST_F(Filter, FailuresOfAChangeLeaveWhatWasBlocked) {
         Library.Block(Bad, 32123);
         ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123"})) << Words;
         ASSERT_TRUE(Library.AwaitState(Running)) << Words;
-        const bool IsSessionLost = std::string(Words).find("denied") == 0 ||
-                                   std::string(Words).find("stopped") == 0 ||
-                                   std::string(Words).find("Abort") != std::string::npos;
+        const bool IsSessionLost =
+            std::string(Words).find("stopped") == 0 || std::string(Words).find("Abort") != std::string::npos;
         {
             const StandIn::Switch Failing(Words);
             Library.Clear();
@@ -193,12 +204,100 @@ TEST_F(Filter, ALostSessionIsNoticedAndReplaced) {
     Library.LoadAndStart();
     EXPECT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123"}));
     EXPECT_TRUE(Library.AwaitState(Running));
+    // A session that the engine has aborted and does not close: the next one is opened beside it.
+    const StandIn::Switch Failing("FwpmSubLayerGetByKey0 2150760464\nFwpmEngineClose0 5");
+    EXPECT_TRUE(Library.AwaitState(Stopped));
+    {
+        const StandIn::Switch Refusing("FwpmEngineClose0 5");
+        Library.LoadAndStart();
+        EXPECT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.66 32123"}));
+        EXPECT_TRUE(Library.AwaitState(Running));
+    }
+    fs::remove(StandIn::StateFile());
+}
+
+// Another program's transaction, such as a firewall's that is being set up: calls wait for its end, time out,
+// and nothing is lost.
+TEST_F(Filter, ABusyEngineCostsNoRule) {
+    Library.LoadAndStart();
+    Library.Block(Bad, 32123);
+    ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123"}));
+    ASSERT_TRUE(Library.AwaitState(Running));
+    // Otherwise with the platform's own patience, for so many seconds.
+    const wchar_t* const Seconds = _wgetenv(L"VANTOR_LOCK_SECONDS");
+    const StandIn::Switch Impatient(Seconds ? "patience 15000" : "patience 200");
+    {
+        const StandIn::Session Other(BaseFolder(), 1);
+        Other.Begin();
+        const auto IsLost = [&] { return Library.State() != Running || StandIn::Rules().size() != 1; };
+        EXPECT_FALSE(PumpUntil(IsLost, Seconds ? 1000 * static_cast<unsigned>(_wtoi(Seconds)) : 3000));
+        Library.Block(Worse, 32123);
+        EXPECT_TRUE(PumpUntil([&] { return Library.State() == Stopped; }, 2 * Patience));
+        EXPECT_EQ(StandIn::Rules(), Rules{"10.0.0.66 32123"});
+    }
+    Library.LoadAndStart();
+    EXPECT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.67 32123"}));
+    EXPECT_TRUE(Library.AwaitState(Running));
+}
+
+TEST_F(Filter, AnEngineThatDoesNotKnowTheFlagGetsTheRulesWithoutIt) {
+    const StandIn::Switch Older("FWPM_FILTER_FLAG_INDEXED 2150760478");
+    Library.LoadAndStart();
+    for (const Long Address : {Bad, Worse}) Library.Block(Address, 32123);
+    EXPECT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.67 32123"}));
+}
+
+TEST(FilterStandIn, RefusesWhatThePlatformDoes) {
+    const StandIn::Session Own(BaseFolder(), 1), Other(BaseFolder(), 2);
+    const struct {
+        StandIn::Asked Wanted;
+        HRESULT Answer;
+    } Rows[] = {{{1, 1, true, 0x40}, S_OK},
+                {{1, 1, true, 0}, S_OK},
+                {{1, 1, true, 0x20}, FWP_E_INVALID_FLAGS},
+                {{1, 1, false, 0x40}, FWP_E_INVALID_PARAMETER},
+                {{2, 1, true, 0x40}, FWP_E_LIFETIME_MISMATCH},
+                {{1, 2, true, 0x40}, FWP_E_LIFETIME_MISMATCH},
+                {{3, 1, true, 0x40}, FWP_E_SUBLAYER_NOT_FOUND}};
+    for (const auto& Row : Rows)
+        EXPECT_EQ(Own.Add(Row.Wanted), static_cast<DWORD>(Row.Answer)) << &Row - Rows;
+}
+
+// Whatever the filter's thread does at that moment, waits for another program's transaction included.
+TEST(FilterModule, AHostEndsAtOnceAtEveryPlaceOfItsLife) {
+    for (const bool IsBusy : {false, true}) {
+        const StandIn::Session Other(BaseFolder(), 1);
+        if (IsBusy) Other.Begin();
+        for (int Life = 1; Life < 1300; Life += 200) {
+            std::vector<std::unique_ptr<Client>> Hosts;
+            for (int Beside = 0; Beside < 4; ++Beside)
+                Hosts.push_back(
+                    std::make_unique<Client>(std::to_wstring(Life + 50 * Beside) + L" 32124 10.0.0.66"));
+            for (const auto& Host : Hosts) EXPECT_TRUE(Host->EndsWithin(8000)) << Life;
+        }
+    }
+    EXPECT_TRUE(PumpUntil(HasNoSession));
+}
+
+// In a folder without the stand-in the system's engine is asked, whatever else has its name there.
+TEST(FilterModule, ASystemLibrarysNameInItsFolderMeansNothing) {
+    const fs::path Folder = fs::path(BaseFolder()) / L"alone";
+    fs::create_directories(Folder);
+    fs::copy_file(LibraryPath(), Folder / L"qrvudpfw.dll");
+    fs::copy_file(fs::path(BaseFolder()) / L"sandbox_engine.dll", Folder / L"fwpuclnt.dll");
+    SetEnvironmentVariableW(L"VANTOR_ENGINE_DIR", nullptr);
+    const FilterLibrary Library((Folder / L"qrvudpfw.dll").wstring());
+    Library.LoadAndStart();
+    EXPECT_TRUE(PumpUntil([&] { return Library.State() == Stopped || Library.State() == Running; }));
+    EXPECT_FALSE(fs::exists(Folder / L"engine.state"));
+    EXPECT_NE(Shown(Library).find("\\fwpuclnt.dll\r\n"), std::string::npos);
+    EXPECT_EQ(Shown(Library).find("alone"), std::string::npos);
 }
 
 TEST_F(Filter, TwoProcessesAndTheEndOfOne) {
     Library.LoadAndStart();
     Library.Block(Bad, 32123);
-    const Client Other(L"32124 10.0.0.66 10.0.0.67");
+    const Client Other(L"0 32124 10.0.0.66 10.0.0.67");
     ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.66 32124", "10.0.0.67 32124"}));
     Other.Kill();
     EXPECT_EQ(StandIn::Rules(), Rules{"10.0.0.66 32123"});
@@ -207,36 +306,30 @@ TEST_F(Filter, TwoProcessesAndTheEndOfOne) {
 }
 
 TEST_F(Filter, ShowsItsState) {
-    const auto Show = reinterpret_cast<void(CALLBACK*)(HWND, HINSTANCE, const wchar_t*, int)>(
-        reinterpret_cast<void*>(GetProcAddress(Library.Module, "ShowStateW")));
-    const auto Shown = [&] {
-        Show(nullptr, Library.Module, (BaseFolder() + L"\\state.txt").c_str(), 0);
-        return FileText(L"state.txt");
-    };
-    EXPECT_NE(Shown().find("No process has rules there."), std::string::npos);
+    EXPECT_NE(Shown(Library).find("No process has rules there."), std::string::npos);
     Library.LoadAndStart();
     for (const Long Address : {Bad, Worse}) Library.Block(Address, 32123);
     Library.Block(Bad, -1);
     ASSERT_TRUE(StandIn::AwaitRules({"10.0.0.66 32123", "10.0.0.66 65535", "10.0.0.67 32123"}));
     WriteText(L"engine.drops",
               std::to_string(ReadEngineState(StandIn::StateFile()).Filters.begin()->first) + " 999999\n");
-    const std::string Text = Shown();
-    for (const char* Part : {"elevated: ", "reachable\r\n", "filter_test.exe",
-                             "Port 32123, blocked addresses: 2\r\n  10.0.0.66\r\n  10.0.0.67\r\n",
-                             "Port 65535, blocked addresses: 1\r\n  10.0.0.66\r\n", "remembers: 1\r\n"})
+    const std::string Text = Shown(Library);
+    for (const char* Part :
+         {"elevated: ", "\\sandbox_engine.dll, which is the sandbox's", "reachable\r\n", "filter_test.exe",
+          "Port 32123, blocked addresses: 2\r\n  10.0.0.66\r\n  10.0.0.67\r\n",
+          "Port 65535, blocked addresses: 1\r\n  10.0.0.66\r\n", "remembers: 1\r\n"})
         EXPECT_NE(Text.find(Part), std::string::npos) << Part << "\nin " << Text;
     const StandIn::Switch Failing("denied");
-    EXPECT_NE(Shown().find("not reachable. FwpmFilterCreateEnumHandle0 failed with error 5"),
-              std::string::npos)
-        << Shown();
-    // Wine's rundll32 finds Wine's own engine, which says of itself that it does nothing.
-    RunProgram(L"rundll32 \"" + LibraryPath() + L"\",ShowState " + BaseFolder() + L"\\shown.txt");
-    EXPECT_EQ(FileText(L"shown.txt").find("Vantor packet filter "), 0u);
+    const std::string Denied = Shown(Library);
+    for (const char* Part :
+         {"not reachable. FwpmFilterCreateEnumHandle0 failed with error 5", " This view needs an elevated"})
+        EXPECT_NE(Denied.find(Part), std::string::npos) << Denied;
+    RunProgram(L"rundll32 \"" + LibraryPath() + L"\",ShowState \"" + BaseFolder() + L"\\as typed.txt\"");
+    EXPECT_EQ(FileText(L"as typed.txt"), Denied);
 }
 
 TEST_F(Filter, ImportsSystemDllsAlone) {
-    const std::set<std::string> System = {"advapi32.dll", "fwpuclnt.dll", "kernel32.dll", "msvcrt.dll",
-                                          "user32.dll"};
+    const std::set<std::string> System = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "user32.dll"};
     const auto* Image = reinterpret_cast<const char*>(Library.Module);
     const auto* Dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(Image);
     const auto* Headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(Image + Dos->e_lfanew);

@@ -129,6 +129,9 @@ void PluginTest::LetGo() {
 PluginTest::~PluginTest() {
     if (Early) LetGo();
     DestroyWindow(Area);
+    // The packet filter's own thread keeps its library, and writes to the engine's files, until it has ended.
+    const std::wstring Filter = BaseFolder() + L"\\qrvudpfw.dll";
+    EXPECT_TRUE(PumpUntil([&] { return GetModuleHandleW(Filter.c_str()) == nullptr; }));
     // What is still posted belongs to this test.
     PumpUntil([] { return GetQueueStatus(QS_POSTMESSAGE) == 0; }, 500);
 }

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "tests/wine/remove_folder.h"
+
 namespace fs = std::filesystem;
 
 namespace Support {
@@ -23,9 +25,7 @@ class Folder {
 public:
     Folder() : Base(fs::path(ProgramFolder()) / L"hosts" / std::to_wstring(GetCurrentProcessId())) {
         const fs::path From = ProgramFolder();
-        // A process that was killed may have left a folder of the same number.
-        std::error_code Ignored;
-        fs::remove_all(Base, Ignored);
+        RemoveFolder(Base); // a process that was killed may have left one of the same number
         fs::create_directories(Base / L"Plugins" / L"dlls" / L"Vantor");
         fs::create_directories(Base / L"helpers");
         fs::create_directories(Base / L"profiles");
@@ -33,7 +33,7 @@ public:
                                                                     {L"qrvGMF.dll", L"helpers"},
                                                                     {L"qrvVNT.dll", L"Plugins\\dlls\\Vantor"},
                                                                     {L"qrvudpfw.dll", L"."},
-                                                                    {L"fwpuclnt.dll", L"."},
+                                                                    {L"sandbox_engine.dll", L"."},
                                                                     {L"gameserver.exe", L"."},
                                                                     {L"host.exe", L"."},
                                                                     {L"console.exe", L"."}};
@@ -46,10 +46,7 @@ public:
         }
         Text = Base.wstring();
     }
-    ~Folder() {
-        std::error_code Ignored;
-        fs::remove_all(Base, Ignored);
-    }
+    ~Folder() { RemoveFolder(Base); }
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
@@ -120,7 +117,7 @@ Ended RunProgram(const std::wstring& CommandLine) {
     DWORD ExitCode = STILL_ACTIVE;
     const bool IsEnded =
         PumpUntil([&] { return WaitForSingleObject(Process.hProcess, 0) == WAIT_OBJECT_0; }, 2 * Patience);
-    if (!IsEnded) TerminateProcess(Process.hProcess, 99);
+    if (!IsEnded && TerminateProcess(Process.hProcess, 99)) WaitForSingleObject(Process.hProcess, Patience);
     GetExitCodeProcess(Process.hProcess, &ExitCode);
     CloseHandle(Process.hThread);
     CloseHandle(Process.hProcess);
