@@ -97,6 +97,31 @@ int ReportsOf(const std::string& Procedure) {
     return Found;
 }
 
+Process::Process(std::wstring CommandLine, HANDLE Output) {
+    STARTUPINFOW Startup{};
+    Startup.cb = sizeof Startup;
+    Startup.dwFlags = Output ? STARTF_USESTDHANDLES : 0;
+    Startup.hStdOutput = Startup.hStdError = Output;
+    if (!CreateProcessW(nullptr, CommandLine.data(), nullptr, nullptr, Output != nullptr, CREATE_NO_WINDOW,
+                        nullptr, BaseFolder().c_str(), &Startup, &Started))
+        throw std::runtime_error("a program does not start");
+}
+
+Process::~Process() {
+    Kill();
+    CloseHandle(Started.hThread);
+    CloseHandle(Started.hProcess);
+}
+
+void Process::Kill() const {
+    TerminateProcess(Started.hProcess, 99);
+    WaitForSingleObject(Started.hProcess, Patience);
+}
+
+bool Process::EndsWithin(DWORD Milliseconds) const {
+    return WaitForSingleObject(Started.hProcess, Milliseconds) == WAIT_OBJECT_0;
+}
+
 Ended RunProgram(const std::wstring& CommandLine) {
     // A file for each: one that has just ended may still hold its own open.
     static int Programs = 0;
@@ -104,23 +129,11 @@ Ended RunProgram(const std::wstring& CommandLine) {
     SECURITY_ATTRIBUTES Inherited{sizeof Inherited, nullptr, TRUE};
     const HANDLE Output = CreateFileW((BaseFolder() + L"\\" + Log).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
                                       &Inherited, CREATE_ALWAYS, 0, nullptr);
-    STARTUPINFOW Startup{};
-    Startup.cb = sizeof Startup;
-    Startup.dwFlags = STARTF_USESTDHANDLES;
-    Startup.hStdOutput = Startup.hStdError = Output;
-    PROCESS_INFORMATION Process{};
-    std::wstring Command = CommandLine;
-    const BOOL IsStarted = CreateProcessW(nullptr, Command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
-                                          nullptr, BaseFolder().c_str(), &Startup, &Process);
+    const Process Running(CommandLine, Output);
     CloseHandle(Output);
-    if (!IsStarted) throw std::runtime_error("cannot start a program");
     DWORD ExitCode = STILL_ACTIVE;
-    const bool IsEnded =
-        PumpUntil([&] { return WaitForSingleObject(Process.hProcess, 0) == WAIT_OBJECT_0; }, 2 * Patience);
-    if (!IsEnded && TerminateProcess(Process.hProcess, 99)) WaitForSingleObject(Process.hProcess, Patience);
-    GetExitCodeProcess(Process.hProcess, &ExitCode);
-    CloseHandle(Process.hThread);
-    CloseHandle(Process.hProcess);
+    if (!PumpUntil([&] { return Running.HasEnded(); }, 2 * Patience)) Running.Kill();
+    GetExitCodeProcess(Running.Started.hProcess, &ExitCode);
     return {ExitCode, ReadText(Log)};
 }
 
