@@ -1,9 +1,6 @@
 // The filtering engine of the platform.
 #include "filter/engine.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "filter/win32/engine_calls.h"
 #include "filter/win32/engine_keys.h"
 
@@ -24,19 +21,13 @@ USHORT Opened = 0; // sessions of this process so far
 GUID Key;          // of the provider and the sublayer
 UINT32 FilterFlags = EngineKeys::IndexedFilter;
 
-// What an engine answers that is not there any more, or not the one that the session was opened with. Which
-// of them comes after its service was restarted is not documented.
-constexpr DWORD Losses[] = {static_cast<DWORD>(FWP_E_SESSION_ABORTED),
-                            static_cast<DWORD>(FWP_E_SUBLAYER_NOT_FOUND),
-                            ERROR_INVALID_HANDLE,
-                            RPC_S_INVALID_BINDING,
-                            RPC_S_UNKNOWN_IF,
-                            RPC_S_SERVER_UNAVAILABLE,
-                            RPC_S_CALL_FAILED,
-                            RPC_S_CALL_FAILED_DNE,
-                            EPT_S_NOT_REGISTERED,
-                            RPC_X_SS_IN_NULL_CONTEXT,
-                            RPC_X_SS_CONTEXT_DAMAGED};
+// Which error comes after the engine's service was restarted is not documented, so every failure to reach it
+// counts as its end, but those that say that it is busy.
+bool IsUnreachable(DWORD Error) {
+    if (Error == RPC_S_SERVER_TOO_BUSY || Error == RPC_S_OUT_OF_RESOURCES) return false;
+    return (Error >= RPC_S_INVALID_STRING_BINDING && Error <= RPC_X_BAD_STUB_DATA) ||
+           Error == RPC_S_COMM_FAILURE || HRESULT_FACILITY(Error) == FACILITY_RPC;
+}
 
 Failure AddProvider() {
     FWPM_PROVIDER0 Provider{};
@@ -118,7 +109,11 @@ Failure Check() {
     return {"FwpmSubLayerGetByKey0", Error};
 }
 
-bool IsLoss(const Failure& Failed) { return std::ranges::find(Losses, Failed.Code) != std::end(Losses); }
+bool IsLoss(const Failure& Failed) {
+    return Failed.Code == static_cast<DWORD>(FWP_E_SESSION_ABORTED) ||
+           Failed.Code == static_cast<DWORD>(FWP_E_SUBLAYER_NOT_FOUND) ||
+           Failed.Code == ERROR_INVALID_HANDLE || IsUnreachable(Failed.Code);
+}
 
 Failure Begin() { return {"FwpmTransactionBegin0", Calls.FwpmTransactionBegin0(Session, 0)}; }
 Failure Commit() { return {"FwpmTransactionCommit0", Calls.FwpmTransactionCommit0(Session)}; }
