@@ -58,7 +58,7 @@ install(CODE [[
   endforeach()]] COMPONENT extras)
 
 # For the ZIP of the tests alone.
-add_executable(limit ${CMAKE_CURRENT_LIST_DIR}/limit.cpp)
+add_executable(limit ${CMAKE_CURRENT_LIST_DIR}/win32/limit.cpp)
 target_link_libraries(limit PRIVATE vantor_flags)
 target_link_options(limit PRIVATE -municode -s)
 set_target_properties(limit PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
