@@ -14,6 +14,7 @@
 #include <sstream>
 
 #include "endurance/driver.h"
+#include "tests/wine/remove_folder.h"
 #include "tests/wine/support.h"
 
 namespace {
