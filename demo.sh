@@ -48,7 +48,7 @@ lay_out() {
   mkdir -p "$HOST/Plugins/dlls/Vantor" "$HOST/helpers"
   cp "$BIN/qrvVNT.dll" "$HOST/Plugins/dlls/Vantor/"
   cp "$BIN/qrvMFM.dll" "$BIN/qrvGMF.dll" "$HOST/helpers/"
-  cp "$BIN/qrvudpfw.dll" "$BIN/fwpuclnt.dll" "$BIN/host.exe" "$BIN/console.exe" "$BIN/gameserver.exe" "$HOST/"
+  cp "$BIN/qrvudpfw.dll" "$BIN/sandbox_engine.dll" "$BIN/host.exe" "$BIN/console.exe" "$BIN/gameserver.exe" "$HOST/"
   # A player without a valid address makes an error box: nothing that should greet somebody at the window.
   [ $MODE = window ] || sed -i '/^8000 /a 8500   join 11 "Eve" xx0B0C0D blue 49' "$HOST/standard.txt"
   [ $MODE != quick ] || sed -i '/Ivy\|idle 5/d' "$HOST/standard.txt"

@@ -14,6 +14,7 @@
 #include <sstream>
 
 #include "endurance/driver.h"
+#include "tests/wine/remove_folder.h"
 #include "tests/wine/support.h"
 
 namespace {
@@ -48,7 +49,7 @@ constexpr const char* LogFolder = "profiles/kill/adminlogs";
 using State = std::multiset<std::string>;
 
 void WriteFirstFiles(const fs::path& Base) {
-    fs::remove_all(Base / LogFolder);
+    if (!RemoveFolder(Base / LogFolder)) throw std::runtime_error("the logs cannot be removed");
     fs::create_directories(Base / LogFolder);
     for (const FileRow& File : Files) {
         fs::create_directories((Base / File.Path).parent_path());

@@ -21,8 +21,12 @@ namespace Engine {
 Failure Open();
 // Ends the session and everything that was added in it.
 void Close() noexcept;
-// Fails when the engine no longer has what Open added: its service was stopped, or the session was lost.
+// Asks the engine for what Open added. IsLoss tells whether a failure means that it is gone.
 Failure Check();
+// Whether the failure proves that the session, and with it all filters, is gone: the engine's service was
+// stopped, or it has ended the session. After any other, a wait for another program's transaction above all,
+// they are still there.
+bool IsLoss(const Failure& Failed);
 
 // What is added and removed counts from Commit on, all of it or nothing.
 Failure Begin();

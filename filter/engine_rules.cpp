@@ -59,14 +59,15 @@ Failure Follow(const std::vector<Rule>& Rules) {
     }
     if (Holds(Rules)) return Check();
     const Failure Failed = Rebuild(Rules);
-    if (Failed) Check(); // closes a lost session, so that the next attempt opens a new one
+    if (Engine::IsLoss(Failed)) Close(); // so that the next attempt opens a new session
     return Failed;
 }
 
 Failure Check() {
     if (!IsOpen) return {};
     const Failure Failed = Engine::Check();
-    if (Failed) Close();
+    if (!Engine::IsLoss(Failed)) return {};
+    Close();
     return Failed;
 }
 

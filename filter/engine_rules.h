@@ -12,7 +12,8 @@ namespace EngineRules {
 // none. After a failure the engine holds what it held before, or nothing when the session is lost.
 Failure Follow(const std::vector<Rule>& Rules);
 
-// Returns why the engine has lost our rules; no failure while it holds them, or while no session is open.
+// Returns why the engine has lost our rules; no failure while it holds them, is too busy to say, or no
+// session is open.
 Failure Check();
 
 // Ends the session and with it all rules.

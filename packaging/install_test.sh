@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The installer under Wine, in a prefix of its own: install, create by program identifier, upgrade, repair, refuse
-# while in use, register for the user, uninstall; and the ZIP's sandbox. The files of the host must come through it all unchanged.
+# while in use, register for the user, uninstall; what is signed; and the ZIP's sandbox. The files of the host must come
+# through it all unchanged.
 #
 #   packaging/install_test.sh BUILD_FOLDER VERSION
 #
@@ -46,14 +47,27 @@ creates() { [ "$(script create.vbs | tr -d '\r')" = "$VERSION" ]; }
 host_files() { (cd "$HOST" && find . -type f | grep -v '/Vantor/\(qrvVNT.dll\|qrvudpfw.dll\|qrvVNT_help.chm\|uninstall.exe\)$' | sort | tr '\n' '\0' | xargs -0 sha256sum); }
 unchanged() { [ "$(host_files)" = "$BEFORE" ]; }
 
+# Runs a program until release_holder, and waits until its output says "held".
+hold() { # COMMAND...
+  rm -f "$WORK/release"
+  (cd "$WORK" && exec wine "$@") >"$WORK/held" 2>/dev/null &
+  HOLDER=$!
+  for _ in $(seq 100); do grep -q held "$WORK/held" && break; sleep 0.1; done
+}
+release_holder() { touch "$WORK/release"; wait $HOLDER; }
+
 rm -rf "$WORK"
 mkdir -p "$WORK"
+printf '#!/bin/sh\nbasename "$1" >>"%s/signed"\n' "$WORK" >"$WORK/sign.sh"
+chmod +x "$WORK/sign.sh"
+export VANTOR_SIGN=$WORK/sign.sh
 { cmake --build "$BUILD" --target help_book && cd "$BUILD" && cpack -B "$WORK/packages"; } >"$WORK/cpack.log" 2>&1 ||
   { tail -20 "$WORK/cpack.log"; exit 1; }
 cp "$WORK/packages/qrvVNT-$VERSION-setup.exe" "$WORK/setup.exe"
 # The release before: the same files under an older number.
 sed -e "s/\"$VERSION/\"0.0.9/" -e "s/^OutFile .*/OutFile \"${WORK//\//\\/}\/old.exe\"/" "$WORK/packages/_CPack_Packages/win32/NSIS/project.nsi" >"$WORK/old.nsi"
 makensis -V1 "$WORK/old.nsi" || exit 1
+unset VANTOR_SIGN
 
 wineboot -i >/dev/null 2>&1
 wineserver -w
@@ -69,10 +83,13 @@ echo '[21:07:44][Vantor] Kill Player (Bob) from anna' >"$HOST/profiles/standard/
 printf '[Settings]\r\nReportErrors=0\r\n' >"$HOST/settings/config.ini"
 BEFORE=$(host_files)
 printf 'Set Plugin = CreateObject("qrvVNT.clsPlugin")\r\nWScript.Echo Plugin.dllVersion("test")\r\n' >"$WORK/create.vbs"
-printf 'Set Plugin = CreateObject("qrvVNT.clsPlugin")\r\nSet Files = CreateObject("Scripting.FileSystemObject")\r\nWScript.Echo "held"\r\nLast = Timer + 60\r\nDo While Timer < Last And Not Files.FileExists("release")\r\nLoop\r\n' >"$WORK/hold.vbs"
+# Holds the class, or with an argument the file.
+printf 'Set Files = CreateObject("Scripting.FileSystemObject")\r\nIf WScript.Arguments.Count = 0 Then\r\nSet Held = CreateObject("qrvVNT.clsPlugin")\r\nElse\r\nSet Held = Files.OpenTextFile(WScript.Arguments(0), 1)\r\nEnd If\r\nWScript.Echo "held"\r\nLast = Timer + 60\r\nDo While Timer < Last And Not Files.FileExists("release")\r\nLoop\r\n' >"$WORK/hold.vbs"
 printf 'Set Files = CreateObject("qrvMFM.clsMFD")\r\nWScript.Echo Files.ParseIniKey("a=b")\r\n' >"$WORK/helper.vbs"
 
 check 'a silent installation without a folder ends with 3' exits 3 setup 'setup.exe /S'
+check 'so does one into a folder that does not exist' exits 3 setup 'setup.exe /S /D=C:\No Host'
+check 'which it does not make' test ! -e "$WINEPREFIX/drive_c/No Host"
 check 'an older release installs' exits 0 setup 'old.exe /S /D=C:\Alt Host'
 check 'its record shows its number' holds "HKLM\\$RECORD" DisplayVersion 0.0.9
 check 'the DLL is registered where it lies' default_holds "HKLM\\$CLASS" 'C:\Alt Host\Plugins\dlls\Vantor\qrvVNT.dll'
@@ -96,7 +113,8 @@ ours() { cmp "$FILTER" "$BUILD/bin/qrvudpfw.dll"; }
 check 'the packet filter is not installed unasked' test ! -e "$FILTER"
 check 'it is when it is asked for' exits 0 setup 'setup.exe /S /FILTER'
 check 'beside the plug-in' ours
-check 'the event log knows it' holds "HKLM\\$EVENTS" EventMessageFile 'Vantor\qrvudpfw.dll'
+check 'the system shows its entries in the event log' holds "HKLM\\$EVENTS" EventMessageFile '%SystemRoot%\System32\EventCreate.exe'
+check 'for one user alone it is refused' exits 6 setup 'setup.exe /S /CURRENTUSER /FILTER'
 echo older >>"$FILTER"
 check 'an upgrade needs no asking' exits 0 setup 'setup.exe /S'
 check 'and renews it' ours
@@ -110,14 +128,16 @@ rm "$FILTER"
 check 'it installs again with the filter' exits 0 setup 'setup.exe /S /FILTER /D=C:\Alt Host'
 check 'which is ours once more' ours
 
-(cd "$WORK" && exec wine cscript //nologo hold.vbs) >"$WORK/held" 2>/dev/null &
-HOLDER=$!
-for _ in $(seq 50); do grep -q held "$WORK/held" && break; sleep 0.1; done
+hold cscript //nologo hold.vbs
 check 'an installation while the plug-in is loaded ends with 4' exits 4 setup 'setup.exe /S'
 check 'so does its removal' exits 4 uninstall
 check 'and the files are still there' cmp "$PLUGIN/qrvVNT.dll" "$BUILD/bin/qrvVNT.dll"
-touch "$WORK/release"
-wait $HOLDER
+release_holder
+echo older >>"$PLUGIN/qrvVNT.dll"
+hold cscript //nologo hold.vbs 'C:\Alt Host\Plugins\dlls\Vantor\qrvVNT_help.chm'
+check 'with the help open an upgrade ends with 4' exits 4 setup 'setup.exe /S'
+check 'and has replaced nothing' grep -q older "$PLUGIN/qrvVNT.dll"
+release_holder
 check 'the host has lost nothing so far' unchanged
 
 check 'the installation for the user alone succeeds' exits 0 setup 'setup.exe /S /CURRENTUSER'
@@ -126,7 +146,15 @@ check 'and the record' holds "HKCU\\$RECORD" InstallLocation 'C:\Alt Host'
 check 'installing for the machine' exits 0 setup 'setup.exe /S'
 check 'takes the class from the user' not default_holds "HKCU\\$CLASS" qrvVNT.dll
 
-check 'it uninstalls' exits 0 uninstall
+# It can be written all the while, but not deleted.
+(cd "$WORK" && exec wine "$BUILD/bin/gameserver.exe" --for 20000 --journal 'C:\Alt Host\Plugins\dlls\Vantor\qrvVNT_help.chm') >/dev/null 2>&1 &
+HOLDER=$!
+for _ in $(seq 100); do [ "$(stat -c %s "$PLUGIN/qrvVNT_help.chm")" -lt 1000 ] && break; sleep 0.1; done
+check 'a removal that has to leave a file ends with 4' exits 4 uninstall
+kill $HOLDER
+wait $HOLDER 2>/dev/null
+check 'it installs and uninstalls' exits 0 setup 'setup.exe /S /FILTER /D=C:\Alt Host'
+check 'without leaving one' exits 0 uninstall
 check 'the DLL is gone' test ! -e "$PLUGIN/qrvVNT.dll"
 check 'the packet filter is gone' test ! -e "$FILTER"
 check 'the event log has forgotten it' not holds "HKLM\\$EVENTS" EventMessageFile .
@@ -138,7 +166,7 @@ check 'the host has lost nothing' unchanged
 
 (cd "$WINEPREFIX/drive_c" && unzip -q "$WORK/packages/qrvVNT-$VERSION.zip")
 check "the ZIP has the packet filter by itself" cmp "$WINEPREFIX/drive_c/qrvVNT-$VERSION/filter/qrvudpfw.dll" "$BUILD/bin/qrvudpfw.dll"
-check "its sandbox has a filtering engine of its own" test -f "$WINEPREFIX/drive_c/qrvVNT-$VERSION/sandbox/fwpuclnt.dll"
+check "its sandbox has a filtering engine of its own" test -f "$WINEPREFIX/drive_c/qrvVNT-$VERSION/sandbox/sandbox_engine.dll"
 check 'no packet filter lies beside its plug-in' test ! -e "$WINEPREFIX/drive_c/qrvVNT-$VERSION/Plugins/dlls/Vantor/qrvudpfw.dll"
 SANDBOX="C:\\qrvVNT-$VERSION\\sandbox"
 check "the ZIP's sandbox registers itself" exits 0 setup "$SANDBOX\\register.cmd"
@@ -146,4 +174,8 @@ check 'its plug-in can be created' creates
 check 'its helper object can be created' script helper.vbs
 check 'it takes itself out again' exits 0 setup "$SANDBOX\\unregister.cmd"
 check 'so that it can no longer be created' not creates
+# The compiler of the installer has the uninstaller in a file of its own.
+for program in setup.exe makensis $(cd "$WINEPREFIX/drive_c/qrvVNT-$VERSION/sandbox" && ls ./*.exe ./*.dll); do
+  check "signed: ${program##*[-/]}" grep -q -- "${program##*/}" "$WORK/signed"
+done
 exit $FAILED

@@ -9,9 +9,14 @@ bin=$1/bin
 work=$1/tests-package
 rm -rf "$work" "$3"
 mkdir -p "$work/bin/other_runtime"
-cp "$bin"/*.dll "$bin"/*_test.exe "$bin"/{filter_client,gameserver,host,console,wine_bench}.exe "$bin/client.vbs" "$work/bin"
+cp "$bin"/*.dll "$bin"/*_test.exe "$bin"/{filter_client,gameserver,host,console,wine_bench,limit}.exe "$bin/client.vbs" "$work/bin"
 cp "$bin"/other_runtime/*.dll "$work/bin/other_runtime"
 cp "$2" "$work/bin/setup.exe"
+if [ -n "${VANTOR_SIGN:-}" ]; then
+  for program in "$work"/bin/*.dll "$work"/bin/*.exe; do
+    [ "${program##*/}" = setup.exe ] || $VANTOR_SIGN "$program"
+  done
+fi
 # The command interpreter reads its scripts as Windows programs write them.
 for script in run-tests.cmd bin/install_test.cmd bin/create.vbs; do
   sed 's/$/\r/' "$here/${script##*/}" > "$work/$script"

@@ -3,7 +3,8 @@
 #   qrvVNT-<version>-setup.exe    the plug-in and its help, put into a host's folder and registered
 #   qrvVNT-<version>.zip          the same files, the documents, and the sandbox, ready to be started
 #
-# `./package.sh` builds both, and qrvVNT-<version>-tests.zip (pack_tests.sh). The component "plugin" is laid out below the host's base folder.
+# `./package.sh` builds both, qrvVNT-<version>-tests.zip (pack_tests.sh) and qrvVNT-<version>-symbols.zip. The component
+# "plugin" is laid out below the host's base folder.
 add_subdirectory(${CMAKE_SOURCE_DIR}/sandbox/samples ${CMAKE_BINARY_DIR}/sandbox/samples)
 if(NOT WIN32)
   return()
@@ -39,7 +40,7 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs DESTINATION . COMPONENT extras
 
 # The sandbox is a host folder of its own, laid out as demo.sh does it.
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/sandbox/demo/host/ DESTINATION sandbox COMPONENT extras)
-install(TARGETS host console gameserver qrvudpfw fwpuclnt_standin banlists RUNTIME DESTINATION sandbox COMPONENT extras)
+install(TARGETS host console gameserver qrvudpfw sandbox_engine banlists RUNTIME DESTINATION sandbox COMPONENT extras)
 install(TARGETS qrvMFM qrvGMF RUNTIME DESTINATION sandbox/helpers COMPONENT extras)
 install(TARGETS qrvVNT RUNTIME DESTINATION sandbox/${PLUGIN_FOLDER} COMPONENT extras)
 install(FILES ${HELP_BOOK} DESTINATION sandbox/${PLUGIN_FOLDER} COMPONENT extras)
@@ -56,6 +57,12 @@ install(CODE [[
     file(CONFIGURE OUTPUT "${TEXT}" CONTENT "${CONTENT}" @ONLY NEWLINE_STYLE CRLF)
   endforeach()]] COMPONENT extras)
 
+# For the ZIP of the tests alone.
+add_executable(limit ${CMAKE_CURRENT_LIST_DIR}/win32/limit.cpp)
+target_link_libraries(limit PRIVATE vantor_flags)
+target_link_options(limit PRIVATE -municode -s)
+set_target_properties(limit PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
 set(CPACK_GENERATOR ZIP NSIS)
 set(CPACK_PACKAGE_NAME qrvVNT)
 set(CPACK_PACKAGE_VENDOR "the Vantor authors")
@@ -68,9 +75,14 @@ set(CPACK_VERBATIM_VARIABLES ON)
 # nothing from it but its own files.
 list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
 set(CPACK_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/sign.cmake)
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/generators.cmake)
 include(CPack)
 
+if(CMAKE_BUILD_TYPE STREQUAL Release)
+  add_test(NAME symbols COMMAND ${CMAKE_CURRENT_LIST_DIR}/symbols_test.sh ${CMAKE_OBJDUMP} ${CMAKE_ADDR2LINE}
+    $<TARGET_FILE:qrvVNT> ${CMAKE_BINARY_DIR}/symbols/qrvVNT.dll.debug)
+endif()
 # In a Wine prefix of its own. Skipped where the tools that make packages are not installed.
 add_test(NAME packages COMMAND ${CMAKE_CURRENT_LIST_DIR}/install_test.sh ${CMAKE_BINARY_DIR} ${PROJECT_VERSION})
 set_tests_properties(packages PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 300)

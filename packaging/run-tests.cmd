@@ -2,6 +2,9 @@
 rem Runs the end-to-end tests of the plug-in on this Windows. Start it in an elevated command prompt, on a machine where
 rem the plug-in is not installed: the tests register the DLLs from a folder of their own, and take that away again.
 rem
+rem Sends real keys and clicks to windows of its own: leave keyboard and mouse alone meanwhile. A program that takes more
+rem than ten minutes is ended and counts as failed.
+rem
 rem Asks nothing, ends with counts, and with 0 when all programs passed. What to send is run-tests.log beside it.
 setlocal
 cd /d "%~dp0bin"
@@ -26,7 +29,7 @@ exit /b 2
 :run
 echo == %1
 echo == %1 >> "%LOG%"
-call %1 --gtest_brief=1 >> "%LOG%" 2>&1
+limit.exe 600 "%ComSpec%" /c %1 --gtest_brief=1 >> "%LOG%" 2>&1
 rem A program that crashed ends with a negative number, which "if errorlevel" takes for a success.
 if not "%ERRORLEVEL%" == "0" goto failed
 set /a PASSED+=1

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Compares what the DLL imports with plugin/imports.txt, and the Windows versions there with the oldest that is served.
+# Compares what a DLL imports with its list, and the Windows versions there with the oldest that is served.
 #
-#   plugin/check_imports.sh OBJDUMP DLL
+#   plugin/check_imports.sh OBJDUMP DLL LIST
 #
 # Prints what is in one of the two alone, or too new; ends with 0 when there is none.
 set -u
 export LC_ALL=C # objdump speaks the user's language
-LIST=$(dirname "$0")/imports.txt
+LIST=$3
 SERVED="XP Vista 7"
 
 imported() { "$1" -p "$2" | awk '/DLL Name:/ { dll = tolower($3) } /^\t[0-9a-f]+\t +[0-9]+ / { print dll, $3 }' | sort; }

@@ -56,11 +56,6 @@ ClassFactory Factory;
 
 } // namespace
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE Instance, DWORD Reason, void*) {
-    if (Reason == DLL_PROCESS_ATTACH) DisableThreadLibraryCalls(Instance);
-    return TRUE;
-}
-
 STDAPI DllGetClassObject(REFCLSID Class, REFIID Wanted, void** Object) {
     if (Object == nullptr) return E_POINTER;
     *Object = nullptr;

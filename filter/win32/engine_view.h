@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "filter/engine.h"
@@ -13,7 +14,9 @@ struct HeldRule {
 };
 
 struct EngineView {
-    Failure Failed; // why there is nothing to see
+    Failure Failed;       // why there is nothing to see
+    std::wstring Library; // the engine that was asked, by its full path; empty if none could be loaded
+    bool IsSandbox = false;
     std::vector<HeldRule> Rules;
     // The packets that Windows remembers as dropped by these rules; nothing when it does not tell.
     std::optional<unsigned> Dropped;

@@ -11,8 +11,12 @@ namespace EventLog {
 
 void Report(const Failure& Failed) noexcept {
     try {
-        const std::wstring Text = L"The packet filter does not work, banned addresses are not blocked. " +
-                                  FailureText(Failed) + L" It is tried again every few seconds.";
+        const std::wstring Text =
+            L"The packet filter could not do what it was asked to; banned addresses may not be blocked. " +
+            FailureText(Failed, L" The host must run as administrator (elevated).") +
+            L" It is tried again every few seconds.";
+        // Whatever the identifier, from 1 to 1000, the message file of the system's EventCreate shows the
+        // text.
         const HANDLE Log = RegisterEventSourceW(nullptr, L"qrvudpfw");
         if (Log == nullptr) return;
         const wchar_t* Texts[] = {Text.c_str()};

@@ -20,7 +20,6 @@ std::wstring CodeText(DWORD Code) {
 
 const wchar_t* Remedy(DWORD Code) {
     switch (Code) {
-    case ERROR_ACCESS_DENIED: return L" The host must run as administrator (elevated).";
     case RPC_S_SERVER_UNAVAILABLE:
     case RPC_S_UNKNOWN_IF:
     case EPT_S_NOT_REGISTERED: return L" Start the Windows service \"Base Filtering Engine\" (BFE).";
@@ -30,10 +29,10 @@ const wchar_t* Remedy(DWORD Code) {
 
 } // namespace
 
-std::wstring FailureText(const Failure& Failed) {
+std::wstring FailureText(const Failure& Failed, const wchar_t* ForRights) {
     const std::string Call = Failed.Call;
     std::wstring Text(Call.begin(), Call.end());
     Text += L" failed with error " + CodeText(Failed.Code);
     if (const std::wstring Said = SystemText(Failed.Code); !Said.empty()) Text += L": " + Said;
-    return Text + Remedy(Failed.Code);
+    return Text + (Failed.Code == ERROR_ACCESS_DENIED ? ForRights : Remedy(Failed.Code));
 }

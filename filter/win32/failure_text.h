@@ -5,5 +5,6 @@
 
 #include "filter/engine.h"
 
-// The call, its error code, what Windows says about it, and what helps when that is known.
-std::wstring FailureText(const Failure& Failed);
+// The call, its error code, what Windows says about it, and what helps when that is known: ForRights if
+// rights are missing.
+std::wstring FailureText(const Failure& Failed, const wchar_t* ForRights);

@@ -65,16 +65,26 @@ std::wstring StateText(std::size_t MostAddresses) {
     const EngineView View = ViewEngine();
     std::wstring Text = L"Vantor packet filter " VANTOR_VERSION_TEXT L"\r\n\r\nThis view is elevated: ";
     Text += IsElevated() ? L"yes\r\n" : L"no\r\n";
+    Text += L"Asked: " + (View.Library.empty() ? L"no engine" : View.Library);
+    Text += View.IsSandbox ? L", which is the sandbox's and blocks no packet of this machine\r\n" : L"\r\n";
     if (View.Failed)
-        return Text + L"Windows Filtering Platform: not reachable. " + FailureText(View.Failed) + L"\r\n";
+        return Text + L"Windows Filtering Platform: not reachable. " +
+               FailureText(View.Failed, L" This view needs an elevated command prompt.") + L"\r\n";
     Text += L"Windows Filtering Platform: reachable\r\n" + RulesText(View.Rules, MostAddresses);
     Text += L"\r\nPackets dropped by these rules, as far as Windows remembers: ";
     return Text + (View.Dropped ? std::to_wstring(*View.Dropped) : L"unknown") + L"\r\n";
 }
 
+// A path with blanks comes in quotes, as it was typed.
+std::wstring Unquoted(const wchar_t* Given) {
+    std::wstring Path = Given == nullptr ? L"" : Given;
+    std::erase(Path, L'"');
+    return Path;
+}
+
 // UTF-16 with a byte order mark, as the system's own editor writes and reads it.
-bool WriteFileWhole(const wchar_t* Path, const std::wstring& Text) {
-    const HANDLE File = CreateFileW(Path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+bool WriteFileWhole(const std::wstring& Path, const std::wstring& Text) {
+    const HANDLE File = CreateFileW(Path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     if (File == INVALID_HANDLE_VALUE) return false;
     const std::wstring Marked = L'\xFEFF' + Text;
     const DWORD Size = DWORD{sizeof(wchar_t)} * static_cast<DWORD>(Marked.size());
@@ -86,9 +96,10 @@ bool WriteFileWhole(const wchar_t* Path, const std::wstring& Text) {
 
 } // namespace
 
-extern "C" void CALLBACK ShowStateW(HWND Owner, HINSTANCE, const wchar_t* Path, int) {
+extern "C" void CALLBACK ShowStateW(HWND Owner, HINSTANCE, const wchar_t* Given, int) {
     try {
-        const bool IsForFile = Path != nullptr && *Path != L'\0';
+        const std::wstring Path = Unquoted(Given);
+        const bool IsForFile = !Path.empty();
         std::wstring Text = StateText(IsForFile ? std::numeric_limits<std::size_t>::max() : AddressesInBox);
         if (IsForFile && WriteFileWhole(Path, Text)) return;
         if (IsForFile) Text = L"The file cannot be written.";

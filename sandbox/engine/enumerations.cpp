@@ -53,7 +53,7 @@ UINT32 AddressOf(const std::string& Dotted) {
 }
 
 struct FilterParts {
-    FWPM_FILTER_CONDITION0 Conditions[2];
+    FWPM_FILTER_CONDITION0 Conditions[3];
     GUID Provider;
 };
 
@@ -65,9 +65,12 @@ void FillFilter(FWPM_FILTER0& Filter, FilterParts& Parts, std::uint64_t Id, cons
     Parts.Conditions[1] = {KeyOfText(ConditionLocalPort), FWP_MATCH_EQUAL, {}};
     Parts.Conditions[1].conditionValue.type = FWP_UINT16;
     Parts.Conditions[1].conditionValue.uint16 = static_cast<UINT16>(From.Port);
+    Parts.Conditions[2] = {KeyOfText(ConditionProtocol), FWP_MATCH_EQUAL, {}};
+    Parts.Conditions[2].conditionValue.type = FWP_UINT8;
+    Parts.Conditions[2].conditionValue.uint8 = ProtocolUdp;
     Filter.providerKey = &Parts.Provider;
     Filter.layerKey = KeyOfText(LayerInboundTransportV4);
-    Filter.numFilterConditions = 2;
+    Filter.numFilterConditions = ARRAYSIZE(Parts.Conditions);
     Filter.filterCondition = Parts.Conditions;
     Filter.action.type = FWP_ACTION_BLOCK;
     Filter.filterId = Id;

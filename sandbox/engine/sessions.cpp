@@ -10,6 +10,7 @@
 namespace Sessions {
 namespace {
 
+constexpr DWORD TimedOut = static_cast<DWORD>(FWP_E_TIMEOUT);
 constexpr DWORD OrdinaryWait = 15000; // milliseconds; what the platform takes for 0
 
 // A handle is a pointer to one. As with the platform, one thread at a time uses it.
@@ -20,8 +21,6 @@ struct Session {
     bool IsInTransaction = false;
     EngineState Pending{};
 };
-
-volatile LONG Opened = 0;
 
 Session& SessionOf(HANDLE Given) { return *static_cast<Session*>(Given); }
 
@@ -51,7 +50,7 @@ HANDLE Mutex() {
 
 class Lock {
 public:
-    explicit Lock(DWORD Milliseconds = OrdinaryWait) {
+    explicit Lock(DWORD Milliseconds) {
         const DWORD Result = WaitForSingleObject(Mutex(), Milliseconds);
         IsHeld = Result == WAIT_OBJECT_0 || Result == WAIT_ABANDONED;
     }
@@ -68,12 +67,32 @@ private:
     bool IsHeld;
 };
 
+// The number of a switch; Otherwise when it is not set.
+DWORD SwitchOr(const std::string& Name, DWORD Otherwise) {
+    std::ifstream File{std::filesystem::path(Folder() + L"\\engine.fail")};
+    for (std::string Word; File >> Word;)
+        if (DWORD Number = 0; Word == Name && File >> Number) return Number;
+    return Otherwise;
+}
+
+// How long a call waits for another session's transaction; one outside a transaction runs in one for itself.
+DWORD PatienceOf(const Session& Owner) { return SwitchOr("patience", Owner.WaitMilliseconds); }
+
 // Reads the state as others left it. A session that is not in it has been lost.
 DWORD Read(const Session& Owner, EngineState& State) {
     State = ReadEngineState(StateFile());
     const auto Same = [&](const EngineSession& Listed) { return Listed.Name == Owner.Name; };
     return std::ranges::any_of(State.Sessions, Same) ? ERROR_SUCCESS
                                                      : static_cast<DWORD>(FWP_E_SESSION_ABORTED);
+}
+
+// One that the process was not able to close keeps its name.
+std::string FreeName(const EngineState& State, DWORD Process) {
+    for (int Number = 1;; ++Number) {
+        const std::string Name = std::to_string(Process) + '-' + std::to_string(Number);
+        if (std::ranges::find(State.Sessions, Name, &EngineSession::Name) == State.Sessions.end())
+            return Name;
+    }
 }
 
 DWORD Write(const EngineState& State) {
@@ -112,7 +131,8 @@ DWORD Refusal(const std::string& Call, std::size_t Filters) {
             return Call == "FwpmEngineOpen0" ? EPT_S_NOT_REGISTERED : RPC_S_SERVER_UNAVAILABLE;
         }
         // Everybody may open a session, and end what is his.
-        if (Word == "denied" && Call != "FwpmEngineOpen0" && Call != "FwpmTransactionAbort0")
+        if (Word == "denied" && Call != "FwpmEngineOpen0" && Call != "FwpmTransactionAbort0" &&
+            Call != "FwpmEngineClose0")
             return ERROR_ACCESS_DENIED;
         if (Word != "denied") File >> Number;
         if (Word == Call) return Number;
@@ -122,13 +142,14 @@ DWORD Refusal(const std::string& Call, std::size_t Filters) {
 }
 
 DWORD Open(bool IsDynamic, DWORD WaitMilliseconds, HANDLE* Given) {
-    const Lock Held;
     auto New = std::make_unique<Session>();
     const DWORD Process = GetCurrentProcessId();
-    New->Name = std::to_string(Process) + '-' + std::to_string(InterlockedIncrement(&Opened));
     New->IsDynamic = IsDynamic;
     if (WaitMilliseconds != 0) New->WaitMilliseconds = WaitMilliseconds;
+    const Lock Held(PatienceOf(*New));
+    if (!Held) return TimedOut;
     EngineState State = ReadEngineState(StateFile());
+    New->Name = FreeName(State, Process);
     State.Sessions.push_back({New->Name, Process, CreationOf(Process)});
     if (const DWORD Error = Write(State)) return Error;
     *Given = New.release();
@@ -138,7 +159,8 @@ DWORD Open(bool IsDynamic, DWORD WaitMilliseconds, HANDLE* Given) {
 DWORD Close(HANDLE Given) {
     const std::unique_ptr<Session> Ended(&SessionOf(Given));
     if (Ended->IsInTransaction) EndTransaction(*Ended);
-    const Lock Held;
+    const Lock Held(PatienceOf(*Ended));
+    if (!Held) return TimedOut;
     EngineState State;
     if (const DWORD Error = Read(*Ended, State)) return Error;
     EndSession(State, Ended->Name);
@@ -148,8 +170,8 @@ DWORD Close(HANDLE Given) {
 DWORD Begin(HANDLE Given) {
     Session& Owner = SessionOf(Given);
     if (Owner.IsInTransaction) return static_cast<DWORD>(FWP_E_TXN_IN_PROGRESS);
-    Lock Held(Owner.WaitMilliseconds);
-    if (!Held) return static_cast<DWORD>(FWP_E_TIMEOUT);
+    Lock Held(PatienceOf(Owner));
+    if (!Held) return TimedOut;
     EngineState State;
     if (const DWORD Error = Read(Owner, State)) return Error;
     Owner.Pending = std::move(State);
@@ -179,7 +201,8 @@ DWORD View(HANDLE Given, EngineState& State) {
         State = Owner.Pending;
         return ERROR_SUCCESS;
     }
-    const Lock Held;
+    const Lock Held(PatienceOf(Owner));
+    if (!Held) return TimedOut;
     return Read(Owner, State);
 }
 
@@ -188,7 +211,8 @@ DWORD Change(HANDLE Given, const Alteration& Alter) {
     // What is to outlive its session would need a place of its own here; nobody asks for it.
     if (!Owner.IsDynamic) return ERROR_NOT_SUPPORTED;
     if (Owner.IsInTransaction) return Alter(Owner.Pending, Owner.Name);
-    const Lock Held;
+    const Lock Held(PatienceOf(Owner));
+    if (!Held) return TimedOut;
     EngineState State;
     if (const DWORD Error = Read(Owner, State)) return Error;
     const DWORD Error = Alter(State, Owner.Name);

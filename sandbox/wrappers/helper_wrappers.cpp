@@ -14,7 +14,8 @@ constexpr const wchar_t* ProgramIdentifiers[] = {L"qrvMFM.clsMFD", L"qrvGMF.clsM
 
 class Wrapper final : public IDispatch {
 public:
-    explicit Wrapper(IDispatch* Wrapped) : Real(Wrapped) {}
+    // Takes both over; the library is the object's, and goes after it.
+    Wrapper(IDispatch* Wrapped, HMODULE Library) : Real(Wrapped), Dll(Library) {}
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID Wanted, void** Object) override {
         *Object = Wanted == IID_IUnknown || Wanted == IID_IDispatch ? this : nullptr;
         if (*Object == nullptr) return E_NOINTERFACE;
@@ -46,9 +47,13 @@ public:
     }
 
 private:
-    ~Wrapper() { Real->Release(); }
+    ~Wrapper() {
+        Real->Release();
+        FreeLibrary(Dll);
+    }
 
     IDispatch* Real;
+    HMODULE Dll;
     ULONG References = 1;
     std::map<DISPID, std::wstring> Names;
 };
@@ -65,9 +70,10 @@ public:
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID Wanted, void** Object) override {
         IDispatch* Real = nullptr;
-        const HRESULT Result = CreateReal(&Real);
+        HMODULE Dll = nullptr;
+        const HRESULT Result = CreateReal(&Real, Dll);
         if (FAILED(Result)) return Result;
-        auto* const Made = new Wrapper(Real);
+        auto* const Made = new Wrapper(Real, Dll);
         const HRESULT Asked = Made->QueryInterface(Wanted, Object);
         Made->Release();
         return Asked;
@@ -76,7 +82,7 @@ public:
 
 private:
     // Straight from the DLL that the class is registered with: asking the system would come back here.
-    HRESULT CreateReal(IDispatch** Real) const {
+    HRESULT CreateReal(IDispatch** Real, HMODULE& Dll) const {
         wchar_t ClassText[64] = L"";
         StringFromGUID2(Class, ClassText, 64);
         wchar_t Path[MAX_PATH] = L"";
@@ -85,7 +91,7 @@ private:
         if (RegGetValueW(HKEY_CLASSES_ROOT, Key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, Path, &Size) !=
             ERROR_SUCCESS)
             return REGDB_E_CLASSNOTREG;
-        const HMODULE Dll = LoadLibraryW(Path);
+        Dll = LoadLibraryW(Path);
         if (Dll == nullptr) return CO_E_DLLNOTFOUND;
         using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
         const auto Get = reinterpret_cast<GetClassObject>(

@@ -72,6 +72,8 @@ Failure Check() {
     return Call("Check", [] { Require(Current.IsOpen, "not open"); });
 }
 
+bool IsLoss(const Failure& Failed) { return Failed.Code == 1722; }
+
 Failure Begin() {
     return Call("Begin", [] {
         Require(Current.IsOpen && !Current.IsInTransaction, "two transactions");

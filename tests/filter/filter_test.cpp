@@ -97,6 +97,21 @@ TEST_F(FilterEngine, AFaultAtEveryCall) {
     }
 }
 
+// Another program's transaction makes every call fail for as long as it takes.
+TEST_F(FilterEngine, ABusyEngineCostsNoRule) {
+    ASSERT_FALSE(EngineRules::Follow({A, B}));
+    FakeEngine::FailAfter(0, true);
+    for (int Second = 0; Second < 40; ++Second) {
+        EXPECT_FALSE(EngineRules::Check());
+        EXPECT_FALSE(EngineRules::Follow({A, B}));
+        EXPECT_TRUE(EngineRules::Follow({B, C})) << "not done";
+    }
+    EXPECT_EQ(FakeEngine::Rules(), (Rules{A, B}));
+    FakeEngine::FailAfter(-1);
+    EXPECT_FALSE(EngineRules::Follow({B, C}));
+    EXPECT_EQ(FakeEngine::Rules(), (Rules{B, C}));
+}
+
 TEST_F(FilterEngine, CallsGrowWithTheNumberOfChanges) {
     Rules Many;
     for (std::uint32_t Address = 0; Address < 10000; ++Address) Many.push_back({Address, 32768});

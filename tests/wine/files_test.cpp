@@ -9,6 +9,8 @@
 #include <iterator>
 
 #include "host/platform.h"
+#include "host/win32/held_file.h"
+#include "tests/wine/remove_folder.h"
 
 namespace fs = std::filesystem;
 
@@ -26,11 +28,11 @@ DWORD WINAPI LetGoLater(void* File) {
 class Files : public testing::Test {
 protected:
     Files() {
-        fs::remove_all(Folder);
+        RemoveFolder(Folder);
         fs::create_directories(Folder);
         std::ofstream(Path, std::ios::binary) << "[Section]\r\nKey=old\r\n";
     }
-    ~Files() override { fs::remove_all(Folder); }
+    ~Files() override { RemoveFolder(Folder); }
 
     void Hold() {
         Held = CreateFileW(Path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -73,6 +75,36 @@ TEST_F(Files, WhatOthersHoldForAMomentIsWaitedFor) {
     EXPECT_EQ(Content(), "x");
     HoldingForAMoment([&] { EXPECT_NO_THROW(Platform::DeleteFileAt(Name)); });
     EXPECT_FALSE(fs::exists(Path));
+}
+
+// ReplaceFile says of a held file that the replaced one could not be removed; here it never does.
+TEST(HeldFile, TriesAgainWhileTheErrorSaysThatItIsHeld) {
+    for (const auto& [Error, IsHeld] : {std::pair<DWORD, bool>(ERROR_SHARING_VIOLATION, true),
+                                        std::pair<DWORD, bool>(ERROR_LOCK_VIOLATION, true),
+                                        std::pair<DWORD, bool>(ERROR_UNABLE_TO_REMOVE_REPLACED, true),
+                                        std::pair<DWORD, bool>(ERROR_ACCESS_DENIED, false)}) {
+        int Attempts = 0;
+        const bool IsDone = TryWhileHeld([&] {
+            SetLastError(Error);
+            return ++Attempts == 3;
+        });
+        EXPECT_EQ(IsDone, IsHeld) << Error;
+    }
+}
+
+DWORD WINAPI DeleteBackwards(void* Given) {
+    for (int File = 300; File-- > 0;)
+        DeleteFileW((static_cast<const fs::path*>(Given)->wstring() + L"\\" + std::to_wstring(File)).c_str());
+    return 0;
+}
+
+// Both delete the same files; the standard library's own removal does not return from this.
+TEST_F(Files, AFolderGoesAlthoughAnotherDeletesInIt) {
+    for (int File = 0; File < 300; ++File) std::ofstream(Folder / std::to_string(File)) << "x";
+    const HANDLE Thread = CreateThread(nullptr, 0, DeleteBackwards, &Folder, 0, nullptr);
+    EXPECT_TRUE(RemoveFolder(Folder));
+    WaitForSingleObject(Thread, INFINITE);
+    CloseHandle(Thread);
 }
 
 TEST_F(Files, WhatOthersHoldForLongIsReportedSoon) {

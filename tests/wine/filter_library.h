@@ -73,6 +73,24 @@ inline bool AwaitRules(const std::vector<std::string>& Wanted) {
     return Support::PumpUntil([&] { return Rules() == Wanted; });
 }
 
+// The lock of the engine, as another program has it during its transaction.
+class Lock {
+public:
+    Lock() {
+        std::wstring Name = L"VantorEngine " + Support::BaseFolder();
+        std::ranges::replace(Name, L'\\', L'/');
+        Mutex = CreateMutexW(nullptr, FALSE, Name.c_str());
+        WaitForSingleObject(Mutex, INFINITE);
+    }
+    ~Lock() {
+        ReleaseMutex(Mutex);
+        CloseHandle(Mutex);
+    }
+
+private:
+    HANDLE Mutex;
+};
+
 // A switch of the engine, for as long as the object lives.
 class Switch {
 public:

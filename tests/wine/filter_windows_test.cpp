@@ -28,12 +28,8 @@ bool IsElevated() {
     return Elevation.TokenIsElevated != 0;
 }
 
-// A copy of the library without the stand-in engine beside it. The system's own engine is loaded first, as
-// the sockets may ask for it by name while the stand-in lies beside this program.
+// A copy of the library without the stand-in engine beside it: that one asks the system's.
 std::wstring CopyAlone() {
-    wchar_t System[MAX_PATH] = L"";
-    GetSystemDirectoryW(System, MAX_PATH);
-    LoadLibraryW((std::wstring(System) + L"\\fwpuclnt.dll").c_str());
     const fs::path Folder = fs::path(Support::BaseFolder()) / L"alone";
     fs::create_directories(Folder);
     fs::copy_file(fs::path(Support::ProgramFolder()) / L"qrvudpfw.dll", Folder / L"qrvudpfw.dll",

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <string>
 #include <utility>
@@ -28,7 +30,23 @@ inline void Pump(DWORD Milliseconds = 60) {
     } while (GetTickCount() < End);
 }
 
+// Windows may refuse the foreground to a program that somebody else has started.
+inline void TakeForeground(HWND Window) {
+    SetWindowPos(Window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    SetForegroundWindow(Window);
+}
+
+// Ends the program rather than type Delete and Enter into somebody else's window.
+inline void RequireForeground() {
+    DWORD Process = 0;
+    GetWindowThreadProcessId(GetForegroundWindow(), &Process);
+    if (Process == GetCurrentProcessId()) return;
+    std::puts("Another program has the foreground. Leave keyboard and mouse alone while these tests run.");
+    std::exit(1);
+}
+
 inline void SendKey(WORD Key, bool Down) {
+    if (Down) RequireForeground();
     INPUT Input{};
     Input.type = INPUT_KEYBOARD;
     Input.ki.wVk = Key;

@@ -8,6 +8,8 @@
 #include <optional>
 #include <tuple>
 
+#include "tests/wine/remove_folder.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -223,7 +225,7 @@ TEST_F(Parts, AProfileFolderThatIsGoneAndComesBackAndThenIsNew) {
     ExpectAllWritten();
     ExpectKept();
     // The host makes the profile's folder; what is in it is the plug-in's own affair.
-    fs::remove_all(Folder);
+    ASSERT_TRUE(RemoveFolder(Folder));
     fs::create_directory(Folder);
     ExpectAllWritten();
 }
@@ -264,5 +266,5 @@ TEST_F(Parts, ADiskThatIsFull) {
     fs::remove(Disk / L"filler");
     ExpectAllWritten();
     ExpectKept();
-    fs::remove_all(Disk / L"profile");
+    EXPECT_TRUE(RemoveFolder(Disk / L"profile"));
 }

@@ -39,21 +39,9 @@ GameServer::GameServer(const std::wstring& Name, const std::wstring& Options, co
     : Journal(Name + L".journal") {
     WriteText(Name + L".txt", Scenario);
     WriteText(Journal, ""); // of a server of the same name
-    std::wstring Command =
-        L"gameserver.exe --scenario " + Name + L".txt --journal " + Journal + L" " + Options;
-    STARTUPINFOW Startup{};
-    Startup.cb = sizeof Startup;
-    if (!CreateProcessW((BaseFolder() + L"\\gameserver.exe").c_str(), Command.data(), nullptr, nullptr, FALSE,
-                        CREATE_NO_WINDOW, nullptr, BaseFolder().c_str(), &Startup, &Process) ||
-        !Await("start"))
-        throw std::runtime_error("the game server does not start");
-}
-
-GameServer::~GameServer() {
-    TerminateProcess(Process.hProcess, 0);
-    WaitForSingleObject(Process.hProcess, Patience);
-    CloseHandle(Process.hThread);
-    CloseHandle(Process.hProcess);
+    Program = std::make_unique<Process>(L"\"" + BaseFolder() + L"\\gameserver.exe\" --scenario " + Name +
+                                        L".txt --journal " + Journal + L" " + Options);
+    if (!Await("start")) throw std::runtime_error("the game server does not start");
 }
 
 std::vector<Simulation::JournalEntry> GameServer::Entries() const {
@@ -129,6 +117,9 @@ void PluginTest::LetGo() {
 PluginTest::~PluginTest() {
     if (Early) LetGo();
     DestroyWindow(Area);
+    // The packet filter's own thread keeps its library, and writes to the engine's files, until it has ended.
+    const std::wstring Filter = BaseFolder() + L"\\qrvudpfw.dll";
+    EXPECT_TRUE(PumpUntil([&] { return GetModuleHandleW(Filter.c_str()) == nullptr; }));
     // What is still posted belongs to this test.
     PumpUntil([] { return GetQueueStatus(QS_POSTMESSAGE) == 0; }, 500);
 }

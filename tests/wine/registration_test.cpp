@@ -75,24 +75,18 @@ std::wstring VersionOf(const std::wstring& Path) {
 
 } // namespace
 
-TEST(Registration, ForTheMachineAndBack) {
+TEST(Registration, AndBack) {
     const std::wstring Quoted = L"\"" + PluginPath() + L"\"";
-    EXPECT_EQ(RunProgram(L"regsvr32 /s " + Quoted).ExitCode, 0u);
-    ExpectRegistered(HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(RegisteredLibrary(HKEY_LOCAL_MACHINE), PluginPath());
-    EXPECT_EQ(RunProgram(L"regsvr32 /s /u " + Quoted).ExitCode, 0u);
-    ExpectAbsent(HKEY_LOCAL_MACHINE);
-}
-
-TEST(Registration, ForOneUserAndBack) {
-    const std::wstring Quoted = L"\"" + PluginPath() + L"\"";
-    EXPECT_EQ(RunProgram(L"regsvr32 /s /n /i:user " + Quoted).ExitCode, 0u);
-    ExpectRegistered(HKEY_CURRENT_USER);
-    // Wine registers a user's type library for the machine.
-    const std::wstring Library = RegisteredLibrary(HKEY_CURRENT_USER);
-    EXPECT_EQ(Library == L"(absent)" ? RegisteredLibrary(HKEY_LOCAL_MACHINE) : Library, PluginPath());
-    EXPECT_EQ(RunProgram(L"regsvr32 /s /u /n /i:user " + Quoted).ExitCode, 0u);
-    ExpectAbsent(HKEY_CURRENT_USER);
+    for (const auto& [Root, Options] :
+         {std::pair(HKEY_LOCAL_MACHINE, L""), std::pair(HKEY_CURRENT_USER, L"/n /i:user ")}) {
+        EXPECT_EQ(RunProgram(L"regsvr32 /s " + (Options + Quoted)).ExitCode, 0u);
+        ExpectRegistered(Root);
+        // Wine registers a user's type library for the machine.
+        const std::wstring Library = RegisteredLibrary(Root);
+        EXPECT_EQ(Library == L"(absent)" ? RegisteredLibrary(HKEY_LOCAL_MACHINE) : Library, PluginPath());
+        EXPECT_EQ(RunProgram(L"regsvr32 /s /u " + (Options + Quoted)).ExitCode, 0u);
+        ExpectAbsent(Root);
+    }
 }
 
 TEST_F(Dll, ExportsUndecoratedNamesAlone) {
@@ -157,29 +151,22 @@ TEST_F(Dll, VersionResourceIsTheVersionThatItTells) {
     EXPECT_EQ(VersionOf(ProgramFolder() + L"\\release_143.dll"), L"1.4.3");
 }
 
-TEST_F(Dll, StaysWhileAnObjectLives) {
+TEST_F(Dll, ServesOneClassAndStaysWhileAnObjectOfItLives) {
     const auto GetClass = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
     const auto MayGo = Export<HRESULT(WINAPI*)()>("DllCanUnloadNow");
     EXPECT_EQ(MayGo(), S_OK);
     IClassFactory* Factory = nullptr;
+    void* Refused = &Refused;
+    EXPECT_EQ(GetClass(IID_IDispatch, IID_IClassFactory, &Refused), CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(Refused, nullptr);
     ASSERT_EQ(GetClass(CLSID_clsPlugin, IID_IClassFactory, reinterpret_cast<void**>(&Factory)), S_OK);
+    EXPECT_EQ(Factory->CreateInstance(Factory, IID_IUnknown, &Refused), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(Factory->CreateInstance(nullptr, IID_IClassFactory, &Refused), E_NOINTERFACE);
+    EXPECT_EQ(Refused, nullptr);
     IUnknown* Object = nullptr;
     ASSERT_EQ(Factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(&Object)), S_OK);
     Factory->Release();
     EXPECT_EQ(MayGo(), S_FALSE);
     Object->Release();
     EXPECT_EQ(MayGo(), S_OK);
-}
-
-TEST_F(Dll, RefusesWhatItDoesNotServe) {
-    const auto GetClass = Export<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>("DllGetClassObject");
-    IClassFactory* Factory = nullptr;
-    void* Object = &Object;
-    EXPECT_EQ(GetClass(IID_IDispatch, IID_IClassFactory, &Object), CLASS_E_CLASSNOTAVAILABLE);
-    EXPECT_EQ(Object, nullptr);
-    ASSERT_EQ(GetClass(CLSID_clsPlugin, IID_IClassFactory, reinterpret_cast<void**>(&Factory)), S_OK);
-    EXPECT_EQ(Factory->CreateInstance(Factory, IID_IUnknown, &Object), CLASS_E_NOAGGREGATION);
-    EXPECT_EQ(Factory->CreateInstance(nullptr, IID_IClassFactory, &Object), E_NOINTERFACE);
-    EXPECT_EQ(Object, nullptr);
-    Factory->Release();
 }

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "tests/wine/remove_folder.h"
+
 namespace fs = std::filesystem;
 
 namespace Support {
@@ -23,9 +25,7 @@ class Folder {
 public:
     Folder() : Base(fs::path(ProgramFolder()) / L"hosts" / std::to_wstring(GetCurrentProcessId())) {
         const fs::path From = ProgramFolder();
-        // A process that was killed may have left a folder of the same number.
-        std::error_code Ignored;
-        fs::remove_all(Base, Ignored);
+        RemoveFolder(Base); // a process that was killed may have left one of the same number
         fs::create_directories(Base / L"Plugins" / L"dlls" / L"Vantor");
         fs::create_directories(Base / L"helpers");
         fs::create_directories(Base / L"profiles");
@@ -33,7 +33,7 @@ public:
                                                                     {L"qrvGMF.dll", L"helpers"},
                                                                     {L"qrvVNT.dll", L"Plugins\\dlls\\Vantor"},
                                                                     {L"qrvudpfw.dll", L"."},
-                                                                    {L"fwpuclnt.dll", L"."},
+                                                                    {L"sandbox_engine.dll", L"."},
                                                                     {L"gameserver.exe", L"."},
                                                                     {L"host.exe", L"."},
                                                                     {L"console.exe", L"."}};
@@ -46,10 +46,7 @@ public:
         }
         Text = Base.wstring();
     }
-    ~Folder() {
-        std::error_code Ignored;
-        fs::remove_all(Base, Ignored);
-    }
+    ~Folder() { RemoveFolder(Base); }
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
@@ -100,6 +97,31 @@ int ReportsOf(const std::string& Procedure) {
     return Found;
 }
 
+Process::Process(std::wstring CommandLine, HANDLE Output) {
+    STARTUPINFOW Startup{};
+    Startup.cb = sizeof Startup;
+    Startup.dwFlags = Output ? STARTF_USESTDHANDLES : 0;
+    Startup.hStdOutput = Startup.hStdError = Output;
+    if (!CreateProcessW(nullptr, CommandLine.data(), nullptr, nullptr, Output != nullptr, CREATE_NO_WINDOW,
+                        nullptr, BaseFolder().c_str(), &Startup, &Started))
+        throw std::runtime_error("a program does not start");
+}
+
+Process::~Process() {
+    Kill();
+    CloseHandle(Started.hThread);
+    CloseHandle(Started.hProcess);
+}
+
+void Process::Kill() const {
+    TerminateProcess(Started.hProcess, 99);
+    WaitForSingleObject(Started.hProcess, Patience);
+}
+
+bool Process::EndsWithin(DWORD Milliseconds) const {
+    return WaitForSingleObject(Started.hProcess, Milliseconds) == WAIT_OBJECT_0;
+}
+
 Ended RunProgram(const std::wstring& CommandLine) {
     // A file for each: one that has just ended may still hold its own open.
     static int Programs = 0;
@@ -107,23 +129,11 @@ Ended RunProgram(const std::wstring& CommandLine) {
     SECURITY_ATTRIBUTES Inherited{sizeof Inherited, nullptr, TRUE};
     const HANDLE Output = CreateFileW((BaseFolder() + L"\\" + Log).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
                                       &Inherited, CREATE_ALWAYS, 0, nullptr);
-    STARTUPINFOW Startup{};
-    Startup.cb = sizeof Startup;
-    Startup.dwFlags = STARTF_USESTDHANDLES;
-    Startup.hStdOutput = Startup.hStdError = Output;
-    PROCESS_INFORMATION Process{};
-    std::wstring Command = CommandLine;
-    const BOOL IsStarted = CreateProcessW(nullptr, Command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
-                                          nullptr, BaseFolder().c_str(), &Startup, &Process);
+    const Process Running(CommandLine, Output);
     CloseHandle(Output);
-    if (!IsStarted) throw std::runtime_error("cannot start a program");
     DWORD ExitCode = STILL_ACTIVE;
-    const bool IsEnded =
-        PumpUntil([&] { return WaitForSingleObject(Process.hProcess, 0) == WAIT_OBJECT_0; }, 2 * Patience);
-    if (!IsEnded) TerminateProcess(Process.hProcess, 99);
-    GetExitCodeProcess(Process.hProcess, &ExitCode);
-    CloseHandle(Process.hThread);
-    CloseHandle(Process.hProcess);
+    if (!PumpUntil([&] { return Running.HasEnded(); }, 2 * Patience)) Running.Kill();
+    GetExitCodeProcess(Running.Started.hProcess, &ExitCode);
     return {ExitCode, ReadText(Log)};
 }
 

@@ -41,6 +41,23 @@ std::vector<std::string> ErrorLog();
 // How many entries of the error log came from the procedure.
 int ReportsOf(const std::string& Procedure);
 
+// A program in the base folder, killed with the object.
+class Process {
+public:
+    // Output, if it is given, is inherited as standard output and error. Throws when the program does not
+    // start.
+    explicit Process(std::wstring CommandLine, HANDLE Output = nullptr);
+    ~Process();
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+    // Returns when it has ended.
+    void Kill() const;
+    bool HasEnded() const { return EndsWithin(0); }
+    bool EndsWithin(DWORD Milliseconds) const;
+
+    PROCESS_INFORMATION Started{};
+};
+
 // Runs a program to its end, while messages are pumped.
 struct Ended {
     DWORD ExitCode;
@@ -67,9 +84,6 @@ class GameServer {
 public:
     // Options as gameserver.exe takes them; a scenario's text. Waits until it plays; throws when it does not.
     GameServer(const std::wstring& Name, const std::wstring& Options, const std::string& Scenario);
-    ~GameServer();
-    GameServer(const GameServer&) = delete;
-    GameServer& operator=(const GameServer&) = delete;
 
     std::vector<Simulation::JournalEntry> Entries() const;
     // The first entry of the kind, for a player when a name is given.
@@ -78,14 +92,14 @@ public:
     // Pumps messages until Find finds something; false when it does not in time.
     bool Await(const std::string& Kind, const std::string& Name = {}, unsigned Milliseconds = Patience) const;
 
-    Long ProcessRef() const { return static_cast<Long>(Process.dwProcessId); }
-    Long MessageRef() const { return static_cast<Long>(Process.dwThreadId); }
+    Long ProcessRef() const { return static_cast<Long>(Program->Started.dwProcessId); }
+    Long MessageRef() const { return static_cast<Long>(Program->Started.dwThreadId); }
     // The game's one thread.
-    HANDLE Thread() const { return Process.hThread; }
+    HANDLE Thread() const { return Program->Started.hThread; }
 
 private:
     std::wstring Journal;
-    PROCESS_INFORMATION Process{};
+    std::unique_ptr<Process> Program;
     mutable std::vector<Simulation::JournalEntry> Read;
 };
 

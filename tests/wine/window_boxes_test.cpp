@@ -30,7 +30,7 @@ protected:
                                          nullptr, nullptr);
         Edit = CreateWindowW(L"Edit", L"", WS_CHILD | WS_VISIBLE, 0, 0, 80, 20, Frame, nullptr, nullptr,
                              nullptr);
-        SetForegroundWindow(Host);
+        TakeForeground(Host);
         SetFocus(Edit);
         Pump(100);
         Platform::SetOwner(reinterpret_cast<std::intptr_t>(Frame));

@@ -43,7 +43,7 @@ protected:
                              nullptr, nullptr, nullptr);
         Box =
             CreateWindowW(L"Edit", L"", WS_CHILD | WS_VISIBLE, 0, 0, 80, 20, Host, nullptr, nullptr, nullptr);
-        SetForegroundWindow(Host);
+        TakeForeground(Host);
         SetFocus(Box);
         Game.Join(3, "Bob", "10.0.0.7", 1, 50);
         Game.Join(12, "Rita", "10.0.0.10", 2, 140);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
+#include <iterator>
 
 #include "sandbox/engine/keys.h"
 #include "sandbox/engine/sessions.h"
@@ -15,18 +16,31 @@ namespace {
 
 constexpr DWORD Refused(HRESULT Error) { return static_cast<DWORD>(Error); }
 
-bool Has(const EngineState& State, const std::string& Kind, const GUID& Key) {
-    return std::ranges::any_of(State.Objects, [&](const EngineObject& Entry) {
+const EngineObject* Find(const EngineState& State, const std::string& Kind, const GUID& Key) {
+    const auto Found = std::ranges::find_if(State.Objects, [&](const EngineObject& Entry) {
         return Entry.Kind == Kind && Entry.Key == KeyText(Key);
     });
+    return Found == State.Objects.end() ? nullptr : &*Found;
+}
+
+// Whether something new in the session may refer to the object: what goes with another session may not.
+DWORD Refer(const EngineState& State, const std::string& Session, const std::string& Kind, const GUID& Key,
+            HRESULT Missing) {
+    const EngineObject* const Found = Find(State, Kind, Key);
+    if (Found == nullptr) return Refused(Missing);
+    return Found->Session == Session ? ERROR_SUCCESS : Refused(FWP_E_LIFETIME_MISMATCH);
+}
+
+DWORD ReferToProvider(const EngineState& State, const std::string& Session, const GUID* Provider) {
+    return Provider ? Refer(State, Session, "provider", *Provider, FWP_E_PROVIDER_NOT_FOUND) : ERROR_SUCCESS;
 }
 
 DWORD AddObject(HANDLE Engine, const char* Kind, const GUID& Key, const FWPM_DISPLAY_DATA0& Display,
                 const GUID* Provider) {
     return Sessions::Change(Engine, [&](EngineState& State, const std::string& Session) {
         if (Display.name == nullptr) return Refused(FWP_E_NULL_DISPLAY_NAME);
-        if (Has(State, Kind, Key)) return Refused(FWP_E_ALREADY_EXISTS);
-        if (Provider && !Has(State, "provider", *Provider)) return Refused(FWP_E_PROVIDER_NOT_FOUND);
+        if (Find(State, Kind, Key)) return Refused(FWP_E_ALREADY_EXISTS);
+        if (const DWORD Error = ReferToProvider(State, Session, Provider)) return Error;
         State.Objects.push_back({Kind, KeyText(Key), Session});
         return Refused(ERROR_SUCCESS);
     });
@@ -38,33 +52,55 @@ std::string Dotted(UINT32 Address) {
     return Text;
 }
 
-// The two conditions that there are; each of its own type.
-DWORD ReadCondition(const FWPM_FILTER_CONDITION0& Condition, EngineFilter& Filter) {
-    const FWP_CONDITION_VALUE0& Value = Condition.conditionValue;
-    const bool IsAddress = KeyText(Condition.fieldKey) == ConditionRemoteAddress;
-    if (!IsAddress && KeyText(Condition.fieldKey) != ConditionLocalPort)
-        return Refused(FWP_E_CONDITION_NOT_FOUND);
-    if (Condition.matchType != FWP_MATCH_EQUAL) return Refused(FWP_E_MATCH_TYPE_MISMATCH);
-    if (Value.type != (IsAddress ? FWP_UINT32 : FWP_UINT16)) return Refused(FWP_E_TYPE_MISMATCH);
-    if (IsAddress) Filter.Address = Dotted(Value.uint32);
-    if (!IsAddress) Filter.Port = Value.uint16;
+struct Condition {
+    const char* Field;
+    FWP_DATA_TYPE Type;
+};
+constexpr Condition Known[] = {
+    {ConditionRemoteAddress, FWP_UINT32}, {ConditionLocalPort, FWP_UINT16}, {ConditionProtocol, FWP_UINT8}};
+constexpr unsigned EachOnce = 0b111;
+
+// Given is the number of a known condition, each of its own type.
+DWORD ReadCondition(const FWPM_FILTER_CONDITION0& From, std::size_t& Given, EngineFilter& Filter) {
+    const FWP_CONDITION_VALUE0& Value = From.conditionValue;
+    for (Given = 0; Given < std::size(Known) && KeyText(From.fieldKey) != Known[Given].Field;) ++Given;
+    if (Given == std::size(Known)) return Refused(FWP_E_CONDITION_NOT_FOUND);
+    if (From.matchType != FWP_MATCH_EQUAL) return Refused(FWP_E_MATCH_TYPE_MISMATCH);
+    if (Value.type != Known[Given].Type) return Refused(FWP_E_TYPE_MISMATCH);
+    if (Value.type == FWP_UINT32) Filter.Address = Dotted(Value.uint32);
+    if (Value.type == FWP_UINT16) Filter.Port = Value.uint16;
+    if (Value.type == FWP_UINT8 && Value.uint8 != ProtocolUdp) return Refused(FWP_E_INVALID_PARAMETER);
     return ERROR_SUCCESS;
 }
 
-DWORD ReadFilter(const FWPM_FILTER0& Given, const EngineState& State, EngineFilter& Filter) {
+// The platform takes a field twice, for "one or the other", and none for "any": two addresses without a port
+// would block all that these send. Nobody wants that here.
+DWORD ReadConditions(const FWPM_FILTER0& Given, EngineFilter& Filter) {
+    unsigned Fields = 0;
+    for (UINT32 Index = 0; Index < Given.numFilterConditions; ++Index) {
+        std::size_t Field = 0;
+        if (const DWORD Error = ReadCondition(Given.filterCondition[Index], Field, Filter)) return Error;
+        Fields ^= 1U << Field;
+    }
+    const bool IsGood = Given.numFilterConditions == std::size(Known) && Fields == EachOnce;
+    return IsGood ? ERROR_SUCCESS : Refused(FWP_E_INVALID_PARAMETER);
+}
+
+DWORD ReadFilter(const FWPM_FILTER0& Given, const EngineState& State, const std::string& Session,
+                 EngineFilter& Filter) {
     if (Given.displayData.name == nullptr) return Refused(FWP_E_NULL_DISPLAY_NAME);
     if (KeyText(Given.layerKey) != LayerInboundTransportV4) return Refused(FWP_E_LAYER_NOT_FOUND);
-    if (!Has(State, "sublayer", Given.subLayerKey)) return Refused(FWP_E_SUBLAYER_NOT_FOUND);
-    if (Given.providerKey && !Has(State, "provider", *Given.providerKey))
-        return Refused(FWP_E_PROVIDER_NOT_FOUND);
+    if (const DWORD Error = Refer(State, Session, "sublayer", Given.subLayerKey, FWP_E_SUBLAYER_NOT_FOUND))
+        return Error;
+    if (const DWORD Error = ReferToProvider(State, Session, Given.providerKey)) return Error;
     if (Given.action.type != FWP_ACTION_BLOCK) return Refused(FWP_E_INVALID_ACTION_TYPE);
-    if (Given.flags != 0) return Refused(FWP_E_INVALID_FLAGS); // nobody asks for one here
+    if ((Given.flags & ~FilterFlagIndexed) != 0) return Refused(FWP_E_INVALID_FLAGS);
+    if (Given.flags != 0)
+        if (const DWORD Error = Sessions::Refusal("FWPM_FILTER_FLAG_INDEXED")) return Error;
     if (Given.weight.type != FWP_EMPTY) return Refused(FWP_E_INVALID_WEIGHT);
-    if (Given.numFilterConditions != 2) return Refused(FWP_E_INVALID_PARAMETER);
-    for (UINT32 Index = 0; Index < Given.numFilterConditions; ++Index)
-        if (const DWORD Error = ReadCondition(Given.filterCondition[Index], Filter)) return Error;
     Filter.Key = KeyText(Given.subLayerKey);
-    return ERROR_SUCCESS;
+    Filter.Session = Session;
+    return ReadConditions(Given, Filter);
 }
 
 } // namespace
@@ -81,8 +117,9 @@ DWORD WINAPI FwpmEngineOpen0(const wchar_t* Server, UINT32 Service, SEC_WINNT_AU
     });
 }
 
-// Never switched off: a session ends with its process in any case.
-DWORD WINAPI FwpmEngineClose0(HANDLE Engine) { return Sessions::Close(Engine); }
+DWORD WINAPI FwpmEngineClose0(HANDLE Engine) {
+    return Sessions::Call("FwpmEngineClose0", [&] { return Sessions::Close(Engine); });
+}
 
 DWORD WINAPI FwpmTransactionBegin0(HANDLE Engine, UINT32) {
     return Sessions::Call("FwpmTransactionBegin0", [&] { return Sessions::Begin(Engine); });
@@ -112,7 +149,7 @@ DWORD WINAPI FwpmSubLayerGetByKey0(HANDLE Engine, const GUID* Key, FWPM_SUBLAYER
     return Sessions::Call("FwpmSubLayerGetByKey0", [&] {
         EngineState State;
         if (const DWORD Error = Sessions::View(Engine, State)) return Error;
-        if (!Has(State, "sublayer", *Key)) return Refused(FWP_E_SUBLAYER_NOT_FOUND);
+        if (!Find(State, "sublayer", *Key)) return Refused(FWP_E_SUBLAYER_NOT_FOUND);
         *Found = static_cast<FWPM_SUBLAYER0*>(std::calloc(1, sizeof **Found));
         if (*Found == nullptr) return Refused(ERROR_NOT_ENOUGH_MEMORY);
         (*Found)->subLayerKey = *Key;
@@ -126,8 +163,7 @@ DWORD WINAPI FwpmFilterAdd0(HANDLE Engine, const FWPM_FILTER0* Given, PSECURITY_
             EngineFilter New;
             if (const DWORD Error = Sessions::Refusal("FwpmFilterAdd0", State.Filters.size() + 1))
                 return Error;
-            if (const DWORD Error = ReadFilter(*Given, State, New)) return Error;
-            New.Session = Session;
+            if (const DWORD Error = ReadFilter(*Given, State, Session, New)) return Error;
             State.Filters[++State.LastId] = New;
             if (Id != nullptr) *Id = State.LastId;
             return Refused(ERROR_SUCCESS);
