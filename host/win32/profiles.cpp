@@ -28,12 +28,24 @@ bool MakeCopy(const std::wstring& Path, const std::wstring& Copy) {
     return TryWhileHeld([&] { return CopyFileW(Path.c_str(), Copy.c_str(), FALSE) != FALSE; });
 }
 
-// ReplaceFile keeps the file's own access rights, which a renamed copy would lose. It can fail half-way, with
-// the file gone and the copy still there.
+// A renamed copy would have the rights of the folder: give it the file's own. Returns false where that is not allowed.
+bool CopyRights(const std::wstring& Path, const std::wstring& Copy) {
+    DWORD Size = 0;
+    GetFileSecurityW(Path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &Size);
+    std::vector<unsigned char> Rights(Size);
+    return GetFileSecurityW(Path.c_str(), DACL_SECURITY_INFORMATION, Rights.data(), Size, &Size) &&
+           SetFileSecurityW(Copy.c_str(), DACL_SECURITY_INFORMATION, Rights.data());
+}
+
+// By a rename, which is there or not: ReplaceFile takes the file away before it puts the copy in its place, and a
+// process that is killed in between has lost the list.
 bool Replace(const std::wstring& Path, const std::wstring& Copy) {
-    return TryWhileHeld(
-               [&] { return ReplaceFileW(Path.c_str(), Copy.c_str(), nullptr, 0, nullptr, nullptr); }) ||
-           (!FileExists(Path) && MoveFileW(Copy.c_str(), Path.c_str()));
+    return CopyRights(Path, Copy) && TryWhileHeld([&] {
+               if (MoveFileExW(Copy.c_str(), Path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
+               // What the rename says of a file that another program reads.
+               if (GetLastError() == ERROR_ACCESS_DENIED) SetLastError(ERROR_SHARING_VIOLATION);
+               return false;
+           });
 }
 
 // The system empties a file before it writes it anew, and a process that is killed in between would lose the
