@@ -8,6 +8,7 @@ constexpr ControlRow Rows[] = {
     {ID_Frame2, Kind::Frame, 0, L"Player List"},
     {ID_mfg, Kind::Grid, 0, L""},
     {ID_lblTeams, Kind::Value, 0, L""},
+    {ID_lblAsOf, Kind::Value, 0, L""},
     {ID_stMain, Kind::Tab, 0, L""},
 
     {ID_pageNames, Kind::Page, 0, L"Banned Names"},

@@ -34,6 +34,7 @@ const ControlRow& RowOf(int Id);
 
 inline constexpr Grid mfg{ID_mfg};
 inline constexpr Label lblTeams{ID_lblTeams};
+inline constexpr Label lblAsOf{ID_lblAsOf}; // how old the list is
 inline constexpr TabControl stMain{ID_stMain};
 
 inline constexpr ListBox lstBannedNames{ID_lstBannedNames};

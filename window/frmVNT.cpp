@@ -51,7 +51,6 @@ void Form_Load() noexcept {
 // A missing file leaves its list untouched, so clear first or the previous profile's entries stay.
 void ClearForOtherProfile() {
     ClearPlayerRows(); // the server may be one that cannot be read
-    lblTeams.SetText(L"");
     ClearBanLists();
     ClearSlapTab();
     // The settings, too: what is typed before they are read is stored for the profile that comes.

@@ -7,6 +7,7 @@
 #define ID_Frame2 101
 #define ID_mfg 102
 #define ID_lblTeams 103
+#define ID_lblAsOf 104
 
 /* The tab control and its pages. */
 #define ID_stMain 110

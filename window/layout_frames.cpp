@@ -16,6 +16,7 @@ enum class Fit : unsigned char {
     Natural, // as wide as its caption
     Column,  // as wide as the widest such cell of its group box
     Digits,  // room for a number
+    Clock,   // room for the time of the last answer
     Fill,    // what the others leave
 };
 
@@ -40,7 +41,7 @@ struct LineRow {
 
 constexpr LineRow LineRows[] = {
     {ID_Frame2, {{ID_mfg, Fit::Fill}}, LineIs::Growing},
-    {ID_Frame2, {{ID_lblTeams, Fit::Fill}}},
+    {ID_Frame2, {{ID_lblTeams, Fit::Fill}, {ID_lblAsOf, Fit::Clock}}},
 
     {ID_Frame8, {{ID_lblNameCaption, Fit::Column}, {ID_lblName, Fit::Fill}}},
     {ID_Frame8, {{ID_lblDateCaption, Fit::Column}, {ID_lblDate, Fit::Fill}}},
@@ -110,6 +111,7 @@ int CellWidth(const LayoutCell& Cell, int Group) {
     case Fit::Natural: return NaturalWidth(RowOf(Cell.Id));
     case Fit::Column: return ColumnWidth(Group);
     case Fit::Digits: return TextWidth(L"0000") + Scaled(10);
+    case Fit::Clock: return TextWidth(L"No answer since 00:00:00") + Scaled(2);
     case Fit::Fill: return LeastFill(RowOf(Cell.Id));
     case Fit::None: break;
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "game/mdlVNT.h"
+#include "host/platform.h"
 #include "host/work.h"
 #include "window/controls.h"
 #include "window/row_order.h"
@@ -35,12 +36,13 @@ constexpr int ColumnCount = std::size(Columns);
 
 enum class Direction : unsigned char { None, Ascending, Descending };
 
-Rows Shown;           // what is on the screen, in its order
-Long ShownProfile;    // whose players
-int SelectedRow = -1; // of the chosen player; -1 for none
-int SortColumn;       // of the last sort
-Direction SortedBy;   // its direction
-bool RefreshIsWanted; // asked for while it was held
+Rows Shown;              // what is on the screen, in its order
+Long ShownProfile;       // whose players
+int SelectedRow = -1;    // of the chosen player; -1 for none
+int SortColumn;          // of the last sort
+Direction SortedBy;      // its direction
+bool RefreshIsWanted;    // asked for while it was held
+std::wstring LastAnswer; // of the server: the time of day, or of the first question when there was none
 
 // Players that tie stand in the order of their slots, before and after a refresh.
 void SortRows(Rows& Players) {
@@ -94,6 +96,13 @@ void ShowRows(const Rows& Players) {
     SelectPlayerRow(Chosen);
 }
 
+// How old the rows are.
+void ShowAge(bool HasAnswered) {
+    const std::wstring Now = ListTimeText(Platform::Now());
+    if (HasAnswered || LastAnswer.empty()) LastAnswer = Now;
+    lblAsOf.SetText((HasAnswered ? L"As of " : L"No answer since ") + LastAnswer);
+}
+
 // A table whose read failed on the way shows the rows that came. When not even the game state could be read,
 // the rows stay and the summary becomes empty.
 void ShowTable(PlayerTable& Table) {
@@ -101,6 +110,7 @@ void ShowTable(PlayerTable& Table) {
         SortRows(Table.Rows);
         ShowRows(Table.Rows);
     }
+    ShowAge(Table.Begun);
     if ((Table.Complete || !Table.Begun) && lblTeams.Text() != Table.Summary) lblTeams.SetText(Table.Summary);
 }
 
@@ -138,7 +148,11 @@ void CatchUpRefresh() {
     if (RefreshIsWanted) RefreshGrid();
 }
 
-void ClearPlayerRows() { ShowRows({}); }
+void ClearPlayerRows() {
+    ShowRows({});
+    LastAnswer.clear();
+    for (const Label& Said : {lblTeams, lblAsOf}) Said.SetText(L"");
+}
 
 void SortByColumn(int Number) {
     if (Number < 0 || Number >= ColumnCount) return;
@@ -164,4 +178,5 @@ void ForgetPlayerRows() noexcept {
     SortColumn = 0;
     SortedBy = Direction::None;
     RefreshIsWanted = false;
+    LastAnswer.clear();
 }

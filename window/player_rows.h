@@ -21,7 +21,7 @@ void SelectPlayerRow(int Row);
 // Highlights the selected row again.
 void ShowSelectedRow();
 
-// Empties the grid, also while it is held: its rows are another profile's.
+// Empties the grid and what is said of it, also while it is held: its rows are another profile's.
 void ClearPlayerRows();
 // Reads the current profile's players into the grid. While the grid is held (Work::Kind::GridHold) it keeps
 // its rows, so that what the administrator points at stays what it is, and the refresh waits.

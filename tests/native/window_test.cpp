@@ -262,10 +262,13 @@ TEST_F(PlayerList, APartThatManyHaveIsAskedAbout) {
 // The rows stay as they were, but nobody counts the teams of a server that is gone.
 TEST_F(PlayerList, AServerThatCannotBeReadHasNoTeams) {
     JoinBobAndRita();
+    EXPECT_EQ(FakeWindow::Text(ID_lblAsOf), L"As of 7:08:09");
     mdlVNT::MemoryMap.Reset();
+    Outside::Clock.Hour = 9;
     Refresh();
     EXPECT_EQ(FakeWindow::Rows().size(), 2u);
     EXPECT_EQ(FakeWindow::Text(ID_lblTeams), L"");
+    EXPECT_EQ(FakeWindow::Text(ID_lblAsOf), L"No answer since 7:08:09");
 }
 
 } // namespace
