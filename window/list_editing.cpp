@@ -48,9 +48,7 @@ void DropItem(const ListBox& List, int Item) {
 
 int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }
 
-bool HasItem(const ListBox& List, TextView Text) {
-    return List.Has(Text);
-}
+bool HasItem(const ListBox& List, TextView Text) { return List.Has(Text); }
 
 void SearchList(const DetailedList& List, TextView Text, TextView NotFound) {
     const int Start = SearchStart(List.Box);
