@@ -71,9 +71,19 @@ void Forget() noexcept {
     Dialog = nullptr;
 }
 
+// Some window managers give every new window the keyboard, unless it says that it does not want it.
+void SetActivation(bool Allowed) noexcept {
+    const LONG Style = GetWindowLongW(Dialog, GWL_EXSTYLE) & ~WS_EX_NOACTIVATE;
+    SetWindowLongW(Dialog, GWL_EXSTYLE, Allowed ? Style : Style | WS_EX_NOACTIVATE);
+}
+
 INT_PTR CALLBACK DialogProcedure(HWND Window, UINT Message, WPARAM W, LPARAM) noexcept {
     const Module::Entry Guard;
     switch (Message) {
+    case WM_MOUSEACTIVATE: // from here on the keyboard may be its own
+        SetActivation(true);
+        SetForegroundWindow(Window);
+        return FALSE;
     case WM_ACTIVATE:
         if (LOWORD(W) != WA_INACTIVE && GetFocus() != nullptr && !IsChild(Window, GetFocus()))
             Focus = GetFocus();
@@ -145,7 +155,10 @@ void ShowDue() {
     if (Dialog == nullptr) return;
     SetDlgItemTextW(Dialog, TextId, Shown.Text.c_str());
     FitToText();
-    if (IsNew) MoveToCentre(Dialog, BoxOwner());
+    if (IsNew) {
+        SetActivation(false);
+        MoveToCentre(Dialog, BoxOwner());
+    }
     ShowWindow(Dialog, SW_SHOWNOACTIVATE);
     SetWindowPos(Dialog, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     MessageBeep(MB_ICONERROR);

@@ -66,11 +66,11 @@ TEST_F(SweepOfServers, GoesOnWhileHiddenAndBehindABox) {
     Load(1, Given);
     Late.Call(L"HideInterface");
     EXPECT_FALSE(IsWindowVisible(Frame()));
-    // The second load meets the timer of the first: a report, whose box stays open from here on.
-    CloseBoxes(false);
     Load(1, Given);
-    EXPECT_EQ(ReportsOf("LoadInterface"), 1);
     EXPECT_TRUE(IsWindowVisible(Frame()));
+    // A request that fails: its box stays open from here on.
+    CloseBoxes(false);
+    EXPECT_EQ(Remote(L"PuntPlayerRem", 1, Given, L"without fields"), 0);
     ASSERT_TRUE(PumpUntil([&] { return !BoxesSeen().empty() && Server.Find("dropped", "Bob") != nullptr; }))
         << "no punt behind the open box";
     EXPECT_EQ(BoxesSeen(), std::vector<std::wstring>{L"DLL Error!"});
@@ -159,8 +159,7 @@ bool IsCharacter(char Byte) {
 }
 
 TEST_F(SweepOfServers, FindsOddNamesAndNobodyElse) {
-    std::vector<std::string> Names{"trail ", "50% & B",   "\"quoted\"", "a[1]b",
-                                   "p|ipe;", "tab\there", "'single'"};
+    std::vector<std::string> Names{"trail ", "50% & B", "\"quoted\"", "a[1]b", "p|ipe;", "'single'"};
     for (int From = 128; From < 256; From += 32) {
         Names.push_back("x" + std::to_string(From));
         for (int Byte = From; Byte < From + 32; ++Byte)

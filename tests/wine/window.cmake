@@ -14,7 +14,8 @@ set_tests_properties(${Added} PROPERTIES RESOURCE_LOCK wine TIMEOUT 60)
 
 # The real boxes, which the window's test only records.
 add_executable(window_boxes_test window_boxes_test.cpp floating_point.cpp window_test.rc)
-target_link_libraries(window_boxes_test PRIVATE vantor_host_win32 vantor_logic gtest_main)
+# The two need each other.
+target_link_libraries(window_boxes_test PRIVATE $<LINK_GROUP:RESCAN,vantor_host_win32,vantor_logic> gtest_main)
 set_target_properties(window_boxes_test PROPERTIES
   RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin CROSSCOMPILING_EMULATOR wine)
 gtest_add_tests(TARGET window_boxes_test TEST_PREFIX wine. TEST_LIST Added)

@@ -113,6 +113,8 @@ TEST_F(Boxes, AnErrorBoxTakesNoKeyThatWasNotMeantForIt) {
     EXPECT_EQ(GetFocus(), Edit);
     EXPECT_TRUE(IsWindowEnabled(Host));
     EXPECT_EQ(GetWindow(ErrorBox(), GW_OWNER), Host);
+    EXPECT_NE(GetWindowLongW(ErrorBox(), GWL_EXSTYLE) & WS_EX_NOACTIVATE, 0)
+        << "no window manager may either";
     Post(L"asked for", true);
     EXPECT_EQ(TextOf(Part(TextId)), L"asked for");
     Platform::CloseErrorBoxes();

@@ -97,6 +97,11 @@ protected:
         SendMessageW(At(ID_mfg), LVM_GETITEMTEXTW, static_cast<WPARAM>(Row), reinterpret_cast<LPARAM>(&Item));
         return Text;
     }
+    int ColumnsWidth() const {
+        int Sum = 0;
+        for (int Column = 0; Column < 4; ++Column) Sum += ListView_GetColumnWidth(At(ID_mfg), Column);
+        return Sum;
+    }
     int SelectedRow() const { return ListView_GetNextItem(At(ID_mfg), -1, LVNI_SELECTED); }
 
     Server Game;

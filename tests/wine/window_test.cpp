@@ -163,9 +163,10 @@ TEST_F(RealWindow, ARefreshKeepsScrollPositionAndSelection) {
     RECT Inside{};
     for (int Slot = 4; Slot <= 16; ++Slot) Game.Leave(Slot);
     frmVNT::FormReload();
+    GetClientRect(At(ID_mfg), &Inside);
+    EXPECT_EQ(ColumnsWidth(), Inside.right) << "the scroll bar is gone, and its room is used";
     ClickRow(1, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
     Pump();
-    GetClientRect(At(ID_mfg), &Inside);
     ClickAt(MiddleOf(At(ID_mfg), {40, Inside.bottom - 8, 60, Inside.bottom - 4}), MOUSEEVENTF_LEFTDOWN,
             MOUSEEVENTF_LEFTUP);
     Pump(300);
@@ -183,9 +184,7 @@ TEST_F(RealWindow, TheColumnsFillTheGridAndShowNamesWhole) {
         Pump();
         RECT Inside{};
         GetClientRect(At(ID_mfg), &Inside);
-        int Sum = 0;
-        for (int Column = 0; Column < 4; ++Column) Sum += ListView_GetColumnWidth(At(ID_mfg), Column);
-        EXPECT_EQ(Sum, Inside.right) << Width;
+        EXPECT_EQ(ColumnsWidth(), Inside.right) << Width;
         EXPECT_GE(ListView_GetColumnWidth(At(ID_mfg), 1), ListView_GetStringWidth(At(ID_mfg), L"The name"))
             << Width;
     }

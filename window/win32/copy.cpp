@@ -27,6 +27,7 @@ void PutOnClipboard(const std::wstring& Text) {
         std::memcpy(GlobalLock(Memory), Text.c_str(), Size);
         GlobalUnlock(Memory);
         EmptyClipboard();
+        // cppcheck-suppress doubleFree ; the system takes the memory only if it succeeds
         if (SetClipboardData(CF_UNICODETEXT, Memory) == nullptr) GlobalFree(Memory);
     }
     CloseClipboard();
