@@ -31,9 +31,9 @@ void AppendBannedNames(const Lines& Items) {
 void AppendBannedIps(const Lines& Addresses) { lstBannedIps.Append(Addresses); }
 
 void ShowNewBan(const BanOutcome& Stored) {
-    if (Stored.Name && !HasItem(lstBannedNames, Stored.Name->Item()))
+    if (Stored.Name && !lstBannedNames.Has(Stored.Name->Item()))
         AppendBannedNames({Stored.Name->Item()});
-    if (!Stored.Ip.empty() && !HasItem(lstBannedIps, Stored.Ip)) AppendBannedIps({Stored.Ip});
+    if (!Stored.Ip.empty() && !lstBannedIps.Has(Stored.Ip)) AppendBannedIps({Stored.Ip});
 }
 
 void lstBannedNames_Click() {

@@ -48,8 +48,6 @@ void DropItem(const ListBox& List, int Item) {
 
 int FindListItem(const ListBox& List, TextView Text) { return List.FindPrefix(Text); }
 
-bool HasItem(const ListBox& List, TextView Text) { return List.Has(Text); }
-
 void SearchList(const DetailedList& List, TextView Text, TextView NotFound) {
     const int Start = SearchStart(List.Box);
     const int Found = FindContaining(List.Box, Text, Start);

@@ -22,8 +22,6 @@ void DropItem(const ListBox& List, int Item);
 // The first item that begins with the text, without regard to case; -1 for none. A longer item that comes
 // first is found too, on purpose: "[1] Bob" finds "[1] Bobby".
 int FindListItem(const ListBox& List, TextView Text);
-// Whether the list has exactly this item.
-bool HasItem(const ListBox& List, TextView Text);
 
 // Selects the next item that contains the text and brings it to the top of the list. Without one, says so
 // with NotFound, or offers to begin again if the search did not begin at the first item.

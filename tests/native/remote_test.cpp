@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
 #include "host/memory_helper.h"
 #include "plugin/remote.h"
@@ -216,8 +217,16 @@ TEST(Remote, MalformedRequestsDoNothingAndAreReported) {
         &PuntPlayerRem, &ArmPlayerRem,  &SlapPlayerRem, &AddSlapRem,      &SetBanMethod, &SetIdlePunt,
         &SetIdleMax,    &DeleteSlapRem, &EditSlapRem,   &RemoveBannedRem, &AddBannedRem};
     const std::wstring Broken = Sent(L"{Bob\r\n[Players]}");
-    const std::wstring Datas[] = {L"x\r\ny", std::wstring(L"a\0b", 3), L"YQ==|b\n|b\n",
-                                  Broken + L"|Kill|Name", Broken + L"|1.1.1.1|3"};
+    const std::wstring LongName = Sent(L"{" + std::wstring(1001, L'x') + L"[1]}");
+    const std::wstring Datas[] = {L"x\r\ny",
+                                  std::wstring(L"a\0b", 3),
+                                  L"YQ==|b\n|b\n",
+                                  L"YQ==|b\x1A|b\x7F",
+                                  std::wstring(1'000'000, L'A'),
+                                  LongName + L"|Kill|Name",
+                                  LongName + L"|1.1.1.1|3",
+                                  Broken + L"|Kill|Name",
+                                  Broken + L"|1.1.1.1|3"};
     for (const RemoteMember<Long>* const Member : Members) {
         for (const std::wstring& Data : Datas) {
             RemoteServer Game;
@@ -248,6 +257,10 @@ TEST(Remote, WhatIsMissingIsNamed) {
         {PuntPlayerRem, L"{Bob}|1.1.1.1|1.5", L"PuntPlayerRem: 13 Type mismatch"},
         {PuntPlayerRem, L"{Bob}|1.1.1.1|7; kick", L"PuntPlayerRem: 13 Type mismatch"},
         {PuntPlayerRem, L"{Bob}|1.1.1.1|99999999999", L"PuntPlayerRem: 6 Overflow"},
+        {AddBannedRem, L"{Bob}|{r}|Name", L"AddBannedRem: 5 The name does not end in [1] or [2]."},
+        {ArmPlayerRem, L"|KillPerm", L"ArmPlayerRem: 5 The name is empty."},
+        {AddSlapRem, L"", L"AddSlapRem: 5 The message is empty."},
+        {EditSlapRem, L"one|", L"EditSlapRem: 5 The message is empty."},
         {PuntPlayerRem, L"{[b}|0.0.0.0|3|x", L"PuntPlayer: 5 The name could not be stored in the ban list."},
         {AddBannedRem, L"{;x[1]}|{r}|Name", L"AddBannedRem: 5 The name could not be stored in the ban list."},
         {AddBannedRem, L"||Name", L"AddBannedRem: 5 The name or address is empty."},
@@ -371,6 +384,31 @@ TEST(Bundle, HoldsThePlayersWhoCouldBeRead) {
     EXPECT_NE(Reply.find(L"1|QWxpY2U=|"), std::wstring::npos) << Reply;
     EXPECT_EQ(Reply.find(L"2|Qm9i|"), std::wstring::npos);
     EXPECT_EQ(Outside::Reports, Lines{L"GetPlayerList: 1004 made to fail"});
+}
+
+// Whatever one console sends, lists and log keep what others have put there, and later ticks cost no more for
+// it.
+TEST(Remote, AFloodOfRequestsCostsNobodyElseAnything) {
+    RemoteServer Game;
+    const auto CallsOfATick = [] {
+        const long Before = Outside::Calls;
+        tmrVN_Timer(TestProfile);
+        return Outside::Calls - Before;
+    };
+    const long Calls = CallsOfATick();
+    Call(SlapPlayerRem, Request(L"first"));
+    const std::wstring Names = Outside::FileText(SettingsFile(L"BannedNames.ini"));
+    for (int Number = 0; Number < 670; ++Number) {
+        const std::wstring Big(Number % 2 == 0 ? 1'001 : 20'000, L'x');
+        Call(AddBannedRem, Request(Sent(L"{" + Big + L"[1]}|{" + Big + L"}|Name")));
+        Call(AddSlapRem, Request(Big));
+        Call(SetIdleMax, Request(std::wstring(Big.size(), L'1')));
+    }
+    EXPECT_EQ(Outside::FileText(SettingsFile(L"BannedNames.ini")), Names);
+    EXPECT_EQ(Outside::FileText(SettingsFile(L"Slaps.ini")), L"[Messages]\r\n0=one\r\n1=two\r\n");
+    EXPECT_EQ(Outside::FileText(LogFile), L"[07:08:09][Vantor] Slap Player (Message: first) from admin1\r\n");
+    EXPECT_LE(Outside::Recorded(L"ErrorBox").size(), 4u);
+    EXPECT_EQ(CallsOfATick(), Calls);
 }
 
 } // namespace

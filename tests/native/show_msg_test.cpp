@@ -4,7 +4,10 @@
 #include <new>
 #include <stdexcept>
 
+#include "enforcement/sweep.h"
 #include "game/show_msg.h"
+#include "plugin/lifecycle.h"
+#include "tests/fakes/fake_toolkit.h"
 #include "tests/fakes/server.h"
 
 namespace {
@@ -86,6 +89,50 @@ TEST(Boxes, EachKindHasItsTitle) {
     EXPECT_EQ(Outside::Journal,
               (Lines{L"Box Error! a", L"Box Success b", L"Box Failed! c", L"Box Action Required! d"}));
     EXPECT_TRUE(Outside::Reports.empty());
+}
+
+// An evening with eight servers, of which one has ended and one hangs.
+TEST(Reports, OneBoxForAnOutageAndOneForEachFailureOfWhatWasAskedFor) {
+    Server Game;
+    Game.Join(1, "Alice");
+    for (Long Profile = 1; Profile <= 8; ++Profile)
+        SetProfileData(Profile,
+                       HostData(L"Server" + ToText(Profile), L"DF", Profile == 2 ? 4242 : ProcessRef));
+    Outside::PutFile(L"C:\\Host\\profiles\\Server3\\settings\\BannedNames.ini",
+                     L"[Players]\r\nAlice[1]=d[-]r\r\n");
+    Load(3, HostWindow, HostData(L"Server3"));
+    const auto Evening = [&](int Ticks, bool Hangs) {
+        Outside::BeforeCall = [=](TextView Name) {
+            if (Name != L"AddMsg" || !Hangs) return;
+            Outside::Elapsed += 250;
+            Fail(1001, L"The game takes no messages.");
+        };
+        for (int Tick = 0; Tick < Ticks; ++Tick)
+            for (Long Profile = 1; Profile <= 8; ++Profile) tmrVN_Timer(Profile);
+    };
+    Outside::Journal.clear();
+    Evening(50, true);
+    EXPECT_EQ(Outside::Recorded(L"ErrorBox ").size(), 2u); // tmrVN of Server2, PuntPlayer of Server3
+    EXPECT_EQ(Outside::Reports.size(), 100u);              // the log has all of them
+    FakeWindow::ChooseForRow(0, ID_mnuPunt);
+    EXPECT_EQ(Outside::Recorded(L"ErrorBoxToFront Server: Server3\r\n").size(), 1u);
+    // It works again, and then does not: that is another outage.
+    Evening(1, false);
+    Game.Join(1, "Alice");
+    Evening(50, true);
+    EXPECT_EQ(Outside::Recorded(L"ErrorBox ").size(), 3u);
+    Outside::BeforeCall = nullptr;
+}
+
+TEST(Reports, WhatNobodyHasToDoAnythingAboutIsOnlyLogged) {
+    Server Game;
+    Load(TestProfile, HostWindow, HostData());
+    Load(TestProfile, HostWindow, HostData());
+    Outside::FilterMissing = true;
+    UnLoad();
+    EXPECT_EQ(Outside::Reports, (Lines{L"LoadInterface: 360 Object already loaded",
+                                       L"UnLoadInterface: 48 Error in loading DLL"}));
+    EXPECT_EQ(Outside::Recorded(L"ErrorBox"), Lines());
 }
 
 } // namespace
