@@ -4,12 +4,6 @@
 
 #include <windows.h>
 
-// Of a file that another program has open, or is about to delete; ReplaceFile has an error of its own for it.
-inline bool IsHeld(DWORD Error) {
-    return Error == ERROR_SHARING_VIOLATION || Error == ERROR_LOCK_VIOLATION ||
-           Error == ERROR_UNABLE_TO_REMOVE_REPLACED;
-}
-
 // Makes the attempt, and makes it again for a tenth of a second while another program holds the file. Returns
 // whether one succeeded; if not, the last error is that of the last attempt.
 template <class F> bool TryWhileHeld(F&& Attempt) {
@@ -19,7 +13,7 @@ template <class F> bool TryWhileHeld(F&& Attempt) {
     for (;;) {
         if (Attempt()) return true;
         const DWORD Error = GetLastError();
-        if (!IsHeld(Error)) return false;
+        if (Error != ERROR_SHARING_VIOLATION && Error != ERROR_LOCK_VIOLATION) return false;
         if (GetTickCount64() - Start >= Patience) {
             SetLastError(Error);
             return false;

@@ -28,7 +28,8 @@ bool MakeCopy(const std::wstring& Path, const std::wstring& Copy) {
     return TryWhileHeld([&] { return CopyFileW(Path.c_str(), Copy.c_str(), FALSE) != FALSE; });
 }
 
-// A renamed copy would have the rights of the folder: give it the file's own. Returns false where that is not allowed.
+// A renamed copy would have the rights of the folder: give it the file's own. Returns false where that is not
+// allowed.
 bool CopyRights(const std::wstring& Path, const std::wstring& Copy) {
     DWORD Size = 0;
     GetFileSecurityW(Path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &Size);
@@ -37,8 +38,8 @@ bool CopyRights(const std::wstring& Path, const std::wstring& Copy) {
            SetFileSecurityW(Copy.c_str(), DACL_SECURITY_INFORMATION, Rights.data());
 }
 
-// By a rename, which is there or not: ReplaceFile takes the file away before it puts the copy in its place, and a
-// process that is killed in between has lost the list.
+// By a rename, which is there or not: ReplaceFile takes the file away before it puts the copy in its place,
+// and a process that is killed in between has lost the list.
 bool Replace(const std::wstring& Path, const std::wstring& Copy) {
     return CopyRights(Path, Copy) && TryWhileHeld([&] {
                if (MoveFileExW(Copy.c_str(), Path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;

@@ -9,7 +9,6 @@
 #include <iterator>
 
 #include "host/platform.h"
-#include "host/win32/held_file.h"
 #include "tests/wine/remove_folder.h"
 
 namespace fs = std::filesystem;
@@ -75,21 +74,6 @@ TEST_F(Files, WhatOthersHoldForAMomentIsWaitedFor) {
     EXPECT_EQ(Content(), "x");
     HoldingForAMoment([&] { EXPECT_NO_THROW(Platform::DeleteFileAt(Name)); });
     EXPECT_FALSE(fs::exists(Path));
-}
-
-// ReplaceFile says of a held file that the replaced one could not be removed; here it never does.
-TEST(HeldFile, TriesAgainWhileTheErrorSaysThatItIsHeld) {
-    for (const auto& [Error, IsHeld] : {std::pair<DWORD, bool>(ERROR_SHARING_VIOLATION, true),
-                                        std::pair<DWORD, bool>(ERROR_LOCK_VIOLATION, true),
-                                        std::pair<DWORD, bool>(ERROR_UNABLE_TO_REMOVE_REPLACED, true),
-                                        std::pair<DWORD, bool>(ERROR_ACCESS_DENIED, false)}) {
-        int Attempts = 0;
-        const bool IsDone = TryWhileHeld([&] {
-            SetLastError(Error);
-            return ++Attempts == 3;
-        });
-        EXPECT_EQ(IsDone, IsHeld) << Error;
-    }
 }
 
 DWORD WINAPI DeleteBackwards(void* Given) {
