@@ -43,172 +43,87 @@ struct RemoteServer : Server {
     }
 };
 
+// What a member does with its data: the result, the line between the time and " from admin1" (empty: none),
+// and all effects but the log's folder. "@" is the time stamp.
 struct RequestCase {
-    const char* What;
     const RemoteMember<Long>& Member;
     TextView Data; // as Sent takes it
     Long Result;
-    std::wstring Line; // between the time and " from admin1"; empty: no line
-    Lines Journal;     // all effects but the log's folder
+    std::wstring Line, Effects;
 };
-
-const std::wstring Killed = L"MSG 3 Bob has been 'Killed' by the Server Admin!";
-const std::wstring Reference = L"WriteIniKey [Bob] 0=10.0.0.7";
-const std::wstring Address = L"WriteIniKey [IpAddresses] 10.0.0.7=2024-05-06 7:08:09";
 
 const RequestCase RequestCases[] = {
-    {"punt",
-     PuntPlayerRem,
-     L"{Bob}|10.0.0.7|3",
-     1,
-     L"Punt Player #3 (Name: Bob, IP: 10.0.0.7)",
-     {L"CMD 1 punt 03"}},
-    {"ban",
-     PuntPlayerRem,
-     L"{Bob}|10.0.0.7|3|x",
-     1,
-     L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)",
-     {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]None", Address, L"CMD 1 punt 03"}},
-    {"ban with reason",
-     PuntPlayerRem,
-     L"{Bob}|10.0.0.7|3||{why|not}",
-     1,
-     L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)",
-     {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]why|not", Address, L"CMD 1 punt 03"}},
-    {"line ends inside Base64",
-     PuntPlayerRem,
-     L"Qm\r\n9i|10.0.0.7| 07 |x|{a}\n",
-     1,
-     L"Ban Player # 07  (Name: Bob, IP: 10.0.0.7)",
-     {Reference, L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]a", Address, L"CMD 1 punt 07"}},
-    {"half a ban",
-     PuntPlayerRem,
-     L"{Bob}|5.*=|3|x",
-     1,
-     L"Ban Player #3 (Name: Bob, IP: 5.*=)",
-     {L"WriteIniKey [Players] Bob[1]=2024-05-06 7:08:09[-]None", L"CMD 1 punt 03"}},
-    {"six fields", PuntPlayerRem, L"{Bob}|10.0.0.7|3|||", 1, L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)", {}},
-    {"kill", ArmPlayerRem, L"{Bob}|Kill|", 1, L"Kill Player (Bob)", {L"WriteLong 1", Killed}},
-    {"kill nobody", ArmPlayerRem, L"{Nobody}|Kill", 1, L"Kill Player (Nobody)", {}},
-    {"switch", ArmPlayerRem, L"{Bob}|Switch", 1, L"Switch Player Team (Bob)", {L"WriteLong 2"}},
-    {"kill for good", ArmPlayerRem, L"{Bob}|KillPerm", 1, L"Kill Player Permanently (Bob)", {}},
-    {"disarm for good", ArmPlayerRem, L"{Bob}|DisarmPerm", 1, L"Disarm Player Permanently (Bob)", {}},
-    {"disarm",
-     ArmPlayerRem,
-     L"{Bob}|Disarm",
-     1,
-     L"Disarm Player (Bob)",
-     {L"WriteLong 0", L"MSG 3 Bob has been 'Disarmed' by the Server Admin!"}},
-    {"an unknown word", ArmPlayerRem, L"{Bob}|Dance", 1, L"Dance Player (Bob)", {}},
-    {"slap", SlapPlayerRem, L"go|away", 0, L"Slap Player (Message: go|away)", {L"MSG 1 go|away"}},
-    {"add slap",
-     AddSlapRem,
-     L"three",
-     0,
-     L"Add Slap Message (Message: three)",
-     {L"WriteIniKey [Messages] 2=three"}},
-    {"delete slap",
-     DeleteSlapRem,
-     L"one",
-     0,
-     L"Delete Slap Message (Message: one)",
-     {L"WriteIniKey [Messages] 0=two", L"WriteIniKey [Messages] 1=(null)"}},
-    {"delete a slap that is not there", DeleteSlapRem, L"ONE", 0, L"Delete Slap Message (Message: ONE)", {}},
-    {"edit slap",
-     EditSlapRem,
-     L"two|2|b",
-     0,
-     L"Edit Slap Message (Old Message: two, New Message: 2|b)",
-     {L"WriteIniKey [Messages] 1=2|b"}},
-    {"kernel driver",
-     SetBanMethod,
-     L"2",
-     0,
-     L"Change Ban Method (New Method: Kernel Driver)",
-     {L"WriteProfile [BanMethod] Server1=2"}},
-    {"command line",
-     SetBanMethod,
-     L"0",
-     0,
-     L"Change Ban Method (New Method: Game Command Line)",
-     {L"WriteProfile [BanMethod] Server1=0"}},
-    {"no number is stored, not logged",
-     SetBanMethod,
-     L"fast",
-     0,
-     L"",
-     {L"WriteProfile [BanMethod] Server1=fast"}},
-    {"idle on", SetIdlePunt, L"1", 0, L"Enable Idle Punt", {L"WriteProfile [IdlePunt] Server1=1"}},
-    {"idle off", SetIdlePunt, L"0", 0, L"Disable Idle Punt", {L"WriteProfile [IdlePunt] Server1=0"}},
-    {"idle limit",
-     SetIdleMax,
-     L"0.5",
-     0,
-     L"Set Idle Max Time (Minutes: 0.5)",
-     {L"WriteProfile [IdleMax] Server1=0.5"}},
-    {"add a name that is no key",
-     AddBannedRem,
-     L"{x=[1]}|{r}|Name",
-     0,
-     L"",
-     {}}, // the file would ban "x" by what stands before the "="
-    {"add part of name",
-     AddBannedRem,
-     L"{fr[2]}|{r}|Name",
-     1,
-     L"Add Banned Name (fr[2])",
-     {L"WriteIniKey [Players] fr[2]=2024-05-06 7:08:09[-]r"}},
-    {"add address",
-     AddBannedRem,
-     L"{9.9.*}||IP",
-     1,
-     L"Add Banned IP (9.9.*)",
-     {L"WriteIniKey [IpAddresses] 9.9.*=2024-05-06 7:08:09"}},
-    {"add no address", AddBannedRem, L"{9.*.9}||IP", 0, L"", {}},
-    {"remove name",
-     RemoveBannedRem,
-     L"{Eve}|Name",
-     1,
-     L"Remove Banned Name (Eve)",
-     {L"DeleteProfileKey [Players] Eve[1]", L"DeleteProfileKey [Players] Eve[2]"}},
-    {"remove name and addresses",
-     RemoveBannedRem,
-     L"{Eve}|Name|1",
-     1,
-     L"Remove Banned Name (Eve)",
-     {L"DeleteProfileKey [Players] Eve[1]", L"DeleteProfileKey [Players] Eve[2]",
-      L"DeleteProfileKey [IpAddresses] 1.1.1.1", L"DeleteProfileKey [IpAddresses] 2.2.2.2",
-      L"ClearIniSection [Eve]"}},
-    {"remove address",
-     RemoveBannedRem,
-     L"{1.1.1.1}|IP|0",
-     1,
-     L"Remove Banned IP (1.1.1.1)",
-     {L"DeleteProfileKey [IpAddresses] 1.1.1.1"}},
-    {"remove address and names",
-     RemoveBannedRem,
-     L"{1.1.1.1}|IP|1",
-     1,
-     L"Remove Banned IP (1.1.1.1)",
-     {L"DeleteProfileKey [IpAddresses] 1.1.1.1", L"DeleteProfileKey [Players] Eve[1]",
-      L"WriteIniKey [Eve] 0=2.2.2.2", L"WriteIniKey [Eve] 1=(null)"}},
+    {PuntPlayerRem, L"{Bob}|10.0.0.7|3", 1, L"Punt Player #3 (Name: Bob, IP: 10.0.0.7)", L"CMD 1 punt 03"},
+    {PuntPlayerRem, L"{Bob}|10.0.0.7|3|x", 1, L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)",
+     L"Write [Bob] 0=10.0.0.7; Write [Players] Bob[1]=@[-]None; Write [IpAddresses] 10.0.0.7=@; CMD 1 punt "
+     L"03"},
+    {PuntPlayerRem, L"{Bob}|10.0.0.7|3||{why|not}", 1, L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)",
+     L"Write [Bob] 0=10.0.0.7; Write [Players] Bob[1]=@[-]why|not; Write [IpAddresses] 10.0.0.7=@; CMD 1 "
+     L"punt 03"},
+    {PuntPlayerRem, L"Qm\r\n9i|10.0.0.7| 07 |x|{a}\n", 1, L"Ban Player # 07  (Name: Bob, IP: 10.0.0.7)",
+     L"Write [Bob] 0=10.0.0.7; Write [Players] Bob[1]=@[-]a; Write [IpAddresses] 10.0.0.7=@; CMD 1 punt 07"},
+    {PuntPlayerRem, L"{Bob}|5.*=|3|x", 1, L"Ban Player #3 (Name: Bob, IP: 5.*=)",
+     L"Write [Players] Bob[1]=@[-]None; CMD 1 punt 03"},
+    {PuntPlayerRem, L"{Bob}|10.0.0.7|3|||", 1, L"Ban Player #3 (Name: Bob, IP: 10.0.0.7)", L""},
+    {ArmPlayerRem, L"{Bob}|Kill|", 1, L"Kill Player (Bob)",
+     L"WriteLong 1; MSG 3 Bob has been 'Killed' by the Server Admin!"},
+    {ArmPlayerRem, L"{Nobody}|Kill", 1, L"Kill Player (Nobody)", L""},
+    {ArmPlayerRem, L"{Bob}|Switch", 1, L"Switch Player Team (Bob)", L"WriteLong 2"},
+    {ArmPlayerRem, L"{Bob}|KillPerm", 1, L"Kill Player Permanently (Bob)", L""},
+    {ArmPlayerRem, L"{Bob}|DisarmPerm", 1, L"Disarm Player Permanently (Bob)", L""},
+    {ArmPlayerRem, L"{Bob}|Disarm", 1, L"Disarm Player (Bob)",
+     L"WriteLong 0; MSG 3 Bob has been 'Disarmed' by the Server Admin!"},
+    {ArmPlayerRem, L"{Bob}|Dance", 1, L"Dance Player (Bob)", L""},
+    {SlapPlayerRem, L"go|away", 0, L"Slap Player (Message: go|away)", L"MSG 1 go|away"},
+    {AddSlapRem, L"three", 0, L"Add Slap Message (Message: three)", L"Write [Messages] 2=three"},
+    {DeleteSlapRem, L"one", 0, L"Delete Slap Message (Message: one)",
+     L"Write [Messages] 0=two; Write [Messages] 1=(null)"},
+    {DeleteSlapRem, L"ONE", 0, L"Delete Slap Message (Message: ONE)", L""},
+    {EditSlapRem, L"two|2|b", 0, L"Edit Slap Message (Old Message: two, New Message: 2|b)",
+     L"Write [Messages] 1=2|b"},
+    {SetBanMethod, L"2", 0, L"Change Ban Method (New Method: Kernel Driver)",
+     L"WriteProfile [BanMethod] Server1=2"},
+    {SetBanMethod, L"0", 0, L"Change Ban Method (New Method: Game Command Line)",
+     L"WriteProfile [BanMethod] Server1=0"},
+    {SetBanMethod, L"fast", 0, L"", L"WriteProfile [BanMethod] Server1=fast"},
+    {SetIdlePunt, L"1", 0, L"Enable Idle Punt", L"WriteProfile [IdlePunt] Server1=1"},
+    {SetIdlePunt, L"0", 0, L"Disable Idle Punt", L"WriteProfile [IdlePunt] Server1=0"},
+    {SetIdleMax, L"0.5", 0, L"Set Idle Max Time (Minutes: 0.5)", L"WriteProfile [IdleMax] Server1=0.5"},
+    {AddBannedRem, L"{x=[1]}|{r}|Name", 0, L"", L""},
+    {AddBannedRem, L"{fr[2]}|{r}|Name", 1, L"Add Banned Name (fr[2])", L"Write [Players] fr[2]=@[-]r"},
+    {AddBannedRem, L"{9.9.*}||IP", 1, L"Add Banned IP (9.9.*)", L"Write [IpAddresses] 9.9.*=@"},
+    {AddBannedRem, L"{9.*.9}||IP", 0, L"", L""},
+    {RemoveBannedRem, L"{Eve}|Name", 1, L"Remove Banned Name (Eve)",
+     L"Delete [Players] Eve[1]; Delete [Players] Eve[2]"},
+    {RemoveBannedRem, L"{Eve}|Name|1", 1, L"Remove Banned Name (Eve)",
+     L"Delete [Players] Eve[1]; Delete [Players] Eve[2]; Delete [IpAddresses] 1.1.1.1; Delete [IpAddresses] "
+     L"2.2.2.2; ClearIniSection [Eve]"},
+    {RemoveBannedRem, L"{1.1.1.1}|IP|0", 1, L"Remove Banned IP (1.1.1.1)", L"Delete [IpAddresses] 1.1.1.1"},
+    {RemoveBannedRem, L"{1.1.1.1}|IP|1", 1, L"Remove Banned IP (1.1.1.1)",
+     L"Delete [IpAddresses] 1.1.1.1; Delete [Players] Eve[1]; Write [Eve] 0=2.2.2.2; Write [Eve] 1=(null)"},
 };
 
-Lines Effects() {
+std::wstring Effects() {
     Lines Found;
     for (const std::wstring& Text : Outside::Journal)
         if (!Text.starts_with(L"CreateFolder") && !Text.starts_with(L"ErrorBox")) Found.push_back(Text);
-    return Found;
+    std::wstring All = Join(Found, L"; ");
+    for (const auto& [Long, Short] : {std::pair<TextView, TextView>{L"2024-05-06 7:08:09", L"@"},
+                                      {L"WriteIniKey", L"Write"},
+                                      {L"DeleteProfileKey", L"Delete"}})
+        All = Join(Split(All, Long), Short);
+    return All;
 }
 
 TEST(Remote, Requests) {
     for (const RequestCase& Case : RequestCases) {
+        SCOPED_TRACE(std::string(Case.Member.Name.begin(), Case.Member.Name.end()) + " " +
+                     std::string(Case.Data.begin(), Case.Data.end()));
         RemoteServer Game;
-        EXPECT_EQ(Call(Case.Member, Request(Sent(Case.Data))), Case.Result) << Case.What;
-        EXPECT_EQ(Effects(), Case.Journal) << Case.What;
-        const std::wstring Line =
-            Case.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Case.Line + L" from admin1\r\n";
-        EXPECT_EQ(Outside::FileText(LogFile), Line) << Case.What;
+        EXPECT_EQ(Call(Case.Member, Request(Sent(Case.Data))), Case.Result);
+        EXPECT_EQ(Effects(), Case.Effects);
+        EXPECT_EQ(Outside::FileText(LogFile),
+                  Case.Line.empty() ? L"" : L"[07:08:09][Vantor] " + Case.Line + L" from admin1\r\n");
     }
 }
 
