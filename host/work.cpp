@@ -49,6 +49,7 @@ template <class F> void EndThose(Work::Fate How, F&& Matches) noexcept {
 } // namespace
 
 Work::Work(Kind What, Long Profile, TextView File, const void* Frame) {
+    if (What == Kind::FileChange) RequireServer(); // none is begun for a server that has gone
     // The stack grows downwards: whoever runs from this frame or a deeper one has gone.
     if (What == Kind::HostCall)
         Drop([&](const Entry& Older) { return std::less_equal<>()(Older.Frame, Frame); });

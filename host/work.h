@@ -20,7 +20,7 @@ public:
         HostCall,   // a message or member that arrives; nothing ends it
         RemoteCall, // the same from a console
         Edit,       // of lists that were chosen before and stay what they are; nothing ends it
-        FileChange, // of one such file, as part of other work
+        FileChange, // of one such file, as part of other work; not begun once that has ended
         Load,       // from here on for the server of a profile: ends with it
         Reload,
         Click,

@@ -5,6 +5,7 @@
 #include "game/show_msg.h"
 #include "host/file_helper.h"
 #include "host/platform.h"
+#include "host/work.h"
 
 namespace {
 
@@ -118,6 +119,7 @@ bool StoreBannedName(const BanFiles& Files, const BannedName& Banned, TextView S
     const std::wstring Key = Banned.Key();
     if (!CanBeKey(Key) || !CanBeValue(Reason)) return false;
     EnsureFolder(Files.Folder);
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.Names);
     FileHelper::WriteIniKey(NamesSection, Key,
                             std::wstring(Stamp) + std::wstring(ReasonSeparator) + std::wstring(Reason),
                             Files.Names);
@@ -128,24 +130,29 @@ bool StoreBannedIp(const BanFiles& Files, TextView Address, TextView Stamp) {
     const std::wstring Key = Trim(Address);
     if (!CanBeKey(Key)) return false;
     EnsureFolder(Files.Folder);
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.Ips);
     FileHelper::WriteIniKey(IpsSection, Key, Stamp, Files.Ips);
     return HasBannedIp(Files, Key);
 }
 
 void RemoveBannedName(const BanFiles& Files, const BannedName& Banned) {
     RequireOwnKey(Banned.Key());
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.Names);
     Platform::DeleteProfileKey(NamesSection, Banned.Key(), Files.Names);
 }
 
 void RemoveBannedIp(const BanFiles& Files, TextView Address) {
     RequireOwnKey(Address);
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.Ips);
     Platform::DeleteProfileKey(IpsSection, Address, Files.Ips);
 }
 
 void RemoveLinkedName(const BanFiles& Files, TextView Name) {
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.Names);
     FileHelper::WriteIniKey(NamesSection, BannedName::Whole(Name).Key(), std::nullopt, Files.Names);
 }
 
 void RemoveLinkedIp(const BanFiles& Files, TextView Address) {
+    const Work Change(Work::Kind::FileChange, Files.Profile, Files.Ips);
     FileHelper::WriteIniKey(IpsSection, Address, std::nullopt, Files.Ips);
 }

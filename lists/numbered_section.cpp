@@ -40,7 +40,8 @@ Entries ReadEntries(TextView Section, TextView File) {
         if (Trim(Line).empty()) continue;
         Present.push_back(FileHelper::ParseIniEntry(Line));
         const auto& [Key, Value] = Present.back();
-        if (Key.empty() && Value.empty() && Trim(Line) != L"=") Fail(ErrorNumber::TypeMismatch);
+        if (Key.empty() && Value.empty() && Trim(Line) != L"=")
+            Fail(ErrorNumber::TypeMismatch, ErrorDescription(ErrorNumber::TypeMismatch) + L": " + Line);
     }
     return Present;
 }

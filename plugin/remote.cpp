@@ -117,7 +117,8 @@ struct ArmAction {
 };
 
 bool AddForGood(PerProfile<NameList>& List, Long Profile, const std::wstring& Name) {
-    List(Profile).Add(CheckedName(Name, L"The name is empty."), Name);
+    CheckedName(Name, L"The name is empty.");
+    Naming(Name, [&] { List(Profile).Add(Name, Name); });
     return true;
 }
 

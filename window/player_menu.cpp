@@ -97,7 +97,7 @@ void BanFromSlot(Long Profile, const ListedPlayer& Player, TextView Reason) {
 
 void AddToPermanentList(PerProfile<NameList>& List, Long Profile, const std::wstring& Name) {
     List.Grow(Profile);
-    List(Profile).Add(Name, Name);
+    Naming(Name, [&] { List(Profile).Add(Name, Name); });
 }
 
 } // namespace

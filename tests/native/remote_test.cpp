@@ -211,8 +211,9 @@ TEST(Remote, ANameIsAddedToAPermanentListOnce) {
     EXPECT_EQ(Call(ArmPlayerRem, Request(Sent(L"{Bob}|KillPerm"))), 1);
     EXPECT_EQ(Call(ArmPlayerRem, Request(Sent(L"{Bob}|KillPerm"))), 0);
     EXPECT_EQ(mdlVNT::KillPermList(TestProfile).Count(), 1u);
-    EXPECT_EQ(Outside::Reports,
-              Lines{L"ArmPlayerRem: 457 This key is already associated with an element of this collection"});
+    EXPECT_EQ(
+        Outside::Reports,
+        Lines{L"ArmPlayerRem: 457 This key is already associated with an element of this collection [Bob]"});
 }
 
 TEST(Remote, ARequestForAProfileThatWasNeverLoadedWorks) {

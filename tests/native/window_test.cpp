@@ -163,8 +163,9 @@ TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
     EXPECT_TRUE(mdlVNT::DisarmPermList(TestProfile).Contains(L"Rita"));
     EXPECT_TRUE(Outside::Reports.empty());
     FakeWindow::ChooseForRow(1, ID_mnuKillPerm);
-    EXPECT_EQ(Outside::Reports,
-              Lines{L"mnuKillPerm: 457 This key is already associated with an element of this collection"});
+    EXPECT_EQ(
+        Outside::Reports,
+        Lines{L"mnuKillPerm: 457 This key is already associated with an element of this collection [Bob]"});
 }
 
 TEST_F(PlayerList, SwitchingWaitsForAGame) {

@@ -128,7 +128,14 @@ TEST_F(Client, ReportsProfileDataThatIsNone) {
     };
     Values Short;
     Short.push_back(FromText(L"host text"));
-    const Value Bad[] = {Automation::Missing(),
+    const Value Record = Late.Call(L"GetData");
+    SAFEARRAYBOUND Fourteen{14, 0};
+    Value Records;
+    Records->vt = VT_ARRAY | VT_RECORD;
+    Records->parray = SafeArrayCreateEx(VT_RECORD, 1, &Fourteen, Record->pRecInfo);
+    ASSERT_NE(Records->parray, nullptr);
+    const Value Bad[] = {std::move(Records),
+                         Automation::Missing(),
                          Value(),
                          FromText(L"text"),
                          FromWhole(7),
