@@ -165,7 +165,7 @@ TEST_F(PlayerList, EachEntryDoesItsWorkOnTheChosenPlayer) {
     FakeWindow::ChooseForRow(1, ID_mnuKillPerm);
     EXPECT_EQ(
         Outside::Reports,
-        Lines{L"mnuKillPerm: 457 This key is already associated with an element of this collection [Bob]"});
+        Lines{L"mnuKillPerm: 457 This key is already associated with an element of this collection [Rita]"});
 }
 
 TEST_F(PlayerList, SwitchingWaitsForAGame) {
