@@ -44,7 +44,7 @@ void TakeOutOfQueue(UINT First, UINT Last) noexcept {
 
 struct ProgressWindow::State {
     std::wstring What;
-    bool HasCancel;
+    bool HasCancel = true;
     ULONGLONG Due = GetTickCount64() + Patience; // when to look at the messages next
     bool Cancelled = false;
     HWND Owner = nullptr;
@@ -85,8 +85,10 @@ void ProgressWindow::State::HandleMessages() {
     }
 }
 
-ProgressWindow::ProgressWindow(TextView What, bool HasCancel)
-    : Its(new State{.What = std::wstring(What), .HasCancel = HasCancel}) {}
+ProgressWindow::ProgressWindow(TextView What, bool HasCancel) : Its(std::make_unique<State>()) {
+    Its->What = What;
+    Its->HasCancel = HasCancel;
+}
 
 ProgressWindow::~ProgressWindow() {
     if (Its->Dialog == nullptr) return;
