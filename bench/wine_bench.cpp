@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
+#include <utility>
 
 #include "bench/ban_lists.h"
 #include "bench/recording_helpers.h"
@@ -50,7 +52,8 @@ BOOL CALLBACK FindBox(HWND Window, LPARAM Found) {
     return TRUE;
 }
 
-// A timer procedure. The work begins with the file or with Yes, and ends where the last box shows.
+// A timer procedure. The work begins with the click, or with the file or Yes, and ends where the last box
+// shows or, without one, with the call.
 void CALLBACK Answer(HWND, UINT, UINT_PTR, DWORD) {
     constexpr int FileName = 0x047C; // of the system's dialog
     HWND Box = nullptr;
@@ -66,7 +69,10 @@ void CALLBACK Answer(HWND, UINT, UINT_PTR, DWORD) {
 // How long the work took that the command or button begins.
 double WorkOf(HWND Window, UINT Message, WPARAM Parameter) {
     const UINT_PTR Timer = SetTimer(nullptr, 0, 10, Answer);
+    WorkBegan = Clock();
+    WorkEnded = 0;
     SendMessageW(Window, Message, Parameter, 0);
+    if (WorkEnded == 0) WorkEnded = Clock();
     KillTimer(nullptr, Timer);
     return WorkEnded - WorkBegan;
 }
@@ -93,7 +99,50 @@ void PutLongWork(bool WithLinks) {
     WriteText(Folder + L"BannedReference.ini", WithLinks ? Links : "");
 }
 
-class WineBench : private LaidOut, private HelperWrappers::Installed, public PluginTest {};
+// What an operation is measured by: its own time beside that of the calls it makes, and how it grew from the
+// smaller lists to these.
+class Table {
+public:
+    Table() {
+        std::printf("%-34s %8s %8s %10s %10s %7s %8s\n", "", "entries", "calls", "ms", "calls ms", "ratio",
+                    "growth");
+    }
+    // Work returns its milliseconds.
+    void Row(const std::string& What, int Entries, const std::function<double()>& Work) {
+        const int Rounds = Entries < 3000 ? 5 : 1;
+        RecordingHelpers::Record(true);
+        Work();
+        RecordingHelpers::Record(false);
+        std::vector<double> Works, Replays;
+        for (int Round = 0; Round < Rounds; ++Round) {
+            Works.push_back(Work());
+            Replays.push_back(Milliseconds([] { RecordingHelpers::Replay(); }));
+        }
+        Print(What, Entries, Median(Works), Median(Replays));
+    }
+
+private:
+    static double Median(std::vector<double> Values) {
+        std::sort(Values.begin(), Values.end());
+        return Values[Values.size() / 2];
+    }
+    void Print(const std::string& What, int Entries, double Work, double Calls) {
+        const double Before = std::exchange(Last[What], Work);
+        std::printf("%-34s %8d %8zu %10.1f %10.1f %7.2f ", What.c_str(), Entries, RecordingHelpers::Count(),
+                    Work, Calls, Work / Calls);
+        if (Before > 0)
+            std::printf("%8.1f\n", Work / Before);
+        else
+            std::printf("%8s\n", "");
+        std::fflush(stdout);
+    }
+    std::map<std::string, double> Last;
+};
+
+class WineBench : private LaidOut, private HelperWrappers::Installed, public PluginTest {
+protected:
+    void MeasureLists(Table& Rows, const GameServer& Server, int Entries);
+};
 
 void PrintMedians(int Players, int Entries, double Tick, double Replay, std::size_t Calls) {
     std::printf("%-8s %7d %8d %8zu %10.2f %10.2f %7.2f\n", "median", Players, Entries, Calls, Tick, Replay,
@@ -131,14 +180,15 @@ TEST_F(WineBench, OneTickAgainstTheSameCalls) {
     }
 }
 
-// Reads of a game that need no server: as many players as are wanted, each with the same name and address.
-HRESULT AnswerRead(const HelperWrappers::Call& Made, Long Players) {
+// Reads of a game that need no server: as many players as are wanted, each with the same text as name and
+// address.
+HRESULT AnswerRead(const HelperWrappers::Call& Made, Long Players, const std::wstring& Text = L"0100000A") {
     constexpr Long MaxPlayers = 0x00A03430; // of the standard build
     static Long Bytes = 0;
     if (!Made.Name.starts_with(L"Read") || Made.Name == L"ReadFile") return Made.PassOn();
     if (Made.Name == L"ReadStr") {
         V_VT(Made.Result) = VT_BSTR;
-        V_BSTR(Made.Result) = SysAllocString(L"0100000A");
+        V_BSTR(Made.Result) = SysAllocString(Text.c_str());
         return S_OK;
     }
     // Of each player the team is read, then the slot; the next one has another slot.
@@ -174,32 +224,112 @@ TEST_F(WineBench, TheGridGrowsWithItsPlayers) {
     }
 }
 
-TEST_F(WineBench, ListsAgainstTheSameCalls) {
-    const GameServer Server(L"lists", L"--build standard --players 50", Scenario(50));
-    ASSERT_TRUE(Server.Await("join", "Player 50"));
-    std::printf("%-30s %10s %10s %7s %10s\n", "names, and as many addresses", "load ms", "calls ms", "ratio",
-                "console ms");
-    for (const int Entries : {10, 1000, 30000}) {
-        const Support::Profile Given{L"lists" + std::to_wstring(Entries), StandardGame, &Server};
-        PutLists(Given.Folder, Entries);
+// --- What grows with the lists
+
+// The rows for one size of the lists; profile 2 has whole names alone.
+void WineBench::MeasureLists(Table& Rows, const GameServer& Server, int Entries) {
+    const Support::Profile Given{L"lists" + std::to_wstring(Entries), StandardGame, &Server};
+    const Support::Profile Whole{L"whole" + std::to_wstring(Entries), StandardGame, &Server};
+    PutLists(Given.Folder, Entries);
+    PutLists(Whole.Folder, Entries);
+    std::string Names = "[Players]\r\n", Slaps = "[Messages]\r\n";
+    for (int Entry = 0; Entry < Entries; ++Entry)
+        Names += "Somebody else " + std::to_string(Entry) + "[1]=2024-01-01 1:02:03[-]None\r\n";
+    // A deletion writes the file as often as there are messages: 3,000 stand for all that is longer.
+    const int Messages = std::min(Entries, 3000);
+    for (int Entry = 0; Entry < Messages; ++Entry)
+        Slaps += std::to_string(Entry) + "=Calm down, " + std::to_string(Entry) + "\r\n";
+    WriteText(BaseFolder() + L"\\profiles\\" + Whole.Folder + L"\\settings\\BannedNames.ini", Names);
+    WriteText(BaseFolder() + L"\\profiles\\" + Given.Folder + L"\\settings\\Slaps.ini", Slaps);
+    Early->DisableProfile(1);
+    Early->DisableProfile(2);
+    Load(2, Whole);
+
+    const auto Show = [&] {
         Early->DisableProfile(1);
-        const double Loaded = Milliseconds([&] {
+        return Milliseconds([&] {
             Load(1, Given);
             RedrawWindow(Frame(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         });
-        Early->DisableProfile(1);
-        RecordingHelpers::Record(true);
-        Load(1, Given);
-        RecordingHelpers::Record(false);
-        const double Calls = Milliseconds([] { RecordingHelpers::Replay(); });
-        const double Console = Milliseconds([&] {
+    };
+    const auto Click = [&](int Button) { return WorkOf(Control(Button), BM_CLICK, 0); };
+    Rows.Row("show a server", Entries, Show);
+    Rows.Row("tick, half of the names are parts", Entries, [&] { return Milliseconds([&] { Sweep(1); }); });
+    Rows.Row("tick, whole names", Entries, [&] { return Milliseconds([&] { Sweep(2); }); });
+    Rows.Row("console: fetch all", Entries, [&] {
+        return Milliseconds([&] {
             Automation::Values Arguments;
             Arguments.push_back(Automation::FromWhole(1));
             Arguments.push_back(ProfileData(Given));
             Late.Call(L"GetPlayersRem", std::move(Arguments));
         });
-        std::printf("%-30d %10.0f %10.0f %7.2f %10.0f\n", Entries, Loaded, Calls, Loaded / Calls, Console);
-        std::fflush(stdout);
+    });
+    Rows.Row("console: ban an address", Entries,
+             [&] { return Milliseconds([&] { Remote(L"AddBannedRem", 1, Given, L"OS45LjkuOQ==||IP"); }); });
+    Load(1, Given);
+    Rows.Row("remove a name", Entries, [&] { return Click(ID_cmdRemoveName); });
+    Rows.Row("delete the first slap message", Messages, [&] { return Click(ID_cmdSlapDelete); });
+}
+
+TEST_F(WineBench, WhatGrowsWithTheLists) {
+    const GameServer Server(L"lists", L"--build standard --players 50", Scenario(50));
+    ASSERT_TRUE(Server.Await("join", "Player 50"));
+    Table Rows;
+    for (const int Entries : {10, 1000, 30000}) MeasureLists(Rows, Server, Entries);
+}
+
+// A damaged memory may hold names without an end.
+TEST_F(WineBench, NamesWithoutEnd) {
+    std::printf("%-34s %8s %12s %12s\n", "tick, 50 players, all parts", "entries", "8 letters",
+                "10000 letters");
+    for (const int Entries : {10, 1000, 30000}) {
+        PutLists(L"endless", Entries * 2);
+        Load(1, {L"endless"});
+        double Ticks[2];
+        for (const bool Endless : {false, true}) {
+            const std::wstring Text = L"0100000A" + std::wstring(Endless ? 9992 : 0, L'x');
+            HelperWrappers::OnCall = [&](const auto& Made) { return AnswerRead(Made, 50, Text); };
+            Ticks[Endless] = Milliseconds([&] { Sweep(1); });
+            HelperWrappers::OnCall = nullptr;
+        }
+        std::printf("%-34s %8d %12.1f %12.1f\n", "", Entries, Ticks[0], Ticks[1]);
+    }
+}
+
+TEST_F(WineBench, ARefreshReadsTheGame) {
+    Table Rows;
+    for (const int Players : {10, 32, 50}) {
+        const GameServer Server(L"refresh" + std::to_wstring(Players),
+                                L"--build standard --players " + std::to_wstring(Players), Scenario(Players));
+        ASSERT_TRUE(Server.Await("join", "Player " + std::to_string(Players)));
+        Load(1, {L"refresh", StandardGame, &Server});
+        Rows.Row("refresh, entries are players", Players,
+                 [&] { return WorkOf(Frame(), WM_COMMAND, ID_mnuRefresh); });
+    }
+}
+
+// Each server has ten players, who are all banned. The times are those that the host's window stands still in
+// the five seconds of a round.
+TEST_F(WineBench, EightServersThatHang) {
+    std::vector<std::unique_ptr<GameServer>> Servers;
+    for (Long Index = 1; Index <= 8; ++Index) {
+        const std::wstring Folder = L"hung" + std::to_wstring(Index);
+        WriteText(L"profiles\\" + Folder + L"\\settings\\BannedNames.ini",
+                  "[Players]\r\nPlayer[2]=2026-01-01 9:00:00[-]None\r\n");
+        Servers.push_back(std::make_unique<GameServer>(Folder, L"--build standard", Scenario(10)));
+        ASSERT_TRUE(Servers.back()->Await("join", "Player 10"));
+        Load(Index, {Folder, StandardGame, Servers.back().get()});
+        SuspendThread(Servers.back()->Thread());
+    }
+    std::printf("%-34s %10s %12s\n", "eight servers hang", "all ms", "longest ms");
+    for (int Round = 1; Round <= 4; ++Round) {
+        double All = 0, Longest = 0;
+        for (Long Index = 1; Index <= 8; ++Index) {
+            const double Once = Milliseconds([&] { Sweep(Index); });
+            All += Once;
+            Longest = std::max(Longest, Once);
+        }
+        std::printf("tick %-29d %10.0f %12.0f\n", Round, All, Longest);
     }
 }
 

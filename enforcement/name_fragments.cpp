@@ -15,6 +15,7 @@ struct Ending {
     std::size_t Name;
 };
 
+// A name read from the game has at most LongestName characters, or its endings would take seconds to sort.
 std::vector<Ending> SortedEndings(const Lines& Names) {
     std::vector<Ending> Endings;
     for (std::size_t Name = 0; Name < Names.size(); ++Name)

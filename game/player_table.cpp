@@ -203,7 +203,9 @@ void AddOnce(Collection<Long>& Values, Long Value, const std::wstring& Key) {
     if (!Values.Contains(Key)) Values.Add(Value, Key);
 }
 
-// Returns false when the pass ends: a slot that cannot be.
+// Returns false when the pass ends: a slot that cannot be. The name is read here, although a ping may have
+// read it before: with an older one the values could be kept under the name of a player who has left
+// meanwhile.
 bool ReadExtrasOf(Long Profile, Long Process, Long Record) {
     const std::wstring Name = ReadName(Process, OffsetBy(Record, StatsRecord::Name));
     if (Name.empty()) return true;

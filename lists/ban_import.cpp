@@ -95,9 +95,9 @@ ImportCounts ImportBanFile(const BanFiles& Files, TextView Path, std::vector<Imp
                            const Progress& GoOn) {
     Import Current{Files, TimeStamp(), {}, Added};
     const Lines File = FileHelper::ReadFile(Path);
-    Long Done = 0;
+    std::size_t Done = 0;
     for (const std::wstring& Line : File) {
-        Current.Counts.IsWhole = !GoOn || GoOn(Done++, static_cast<Long>(File.size()));
+        Current.Counts.IsWhole = Continues(GoOn, Done++, File.size());
         if (!Current.Counts.IsWhole) break;
         if (!Line.empty()) AddLine(Current, WithoutControls(Line));
     }

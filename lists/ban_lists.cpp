@@ -85,7 +85,8 @@ Lines ReadNameLines(const BanFiles& Files) { return FileHelper::GetIniSection(Na
 Lines NameFragments(const Lines& NameLines) {
     Lines Fragments;
     for (const std::wstring& Line : NameLines) {
-        if (Line.empty()) continue;
+        // A host call for each line is what a tick costs: most lines are whole names and cannot hold a part.
+        if (!HoldsPartTag(Line)) continue;
         std::optional<std::wstring> Part = PartOfKey(FileHelper::ParseIniEntry(Line).first);
         if (Part) Fragments.push_back(std::move(*Part));
     }

@@ -20,10 +20,6 @@ std::wstring SectionOf(TextView Name) {
     return Trim(Name);
 }
 
-bool Continues(const Progress& GoOn, std::size_t Done, std::size_t Total) {
-    return !GoOn || GoOn(static_cast<Long>(Done), static_cast<Long>(Total));
-}
-
 void UnlinkFromName(const std::wstring& Name, TextView Address, const std::wstring& File,
                     const std::function<void(const std::wstring&)>& OnLinked) {
     const Entries Links = ReadEntries(Name, File);

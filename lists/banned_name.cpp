@@ -29,11 +29,11 @@ std::wstring BannedName::Key() const { return Name + Tag; }
 std::wstring BannedName::Item() const { return Tag + L" " + Name; }
 bool BannedName::IsPart() const { return Tag == PartTag; }
 
-bool HoldsTag(TextView Key) {
-    return Key.find(WholeTag) != TextView::npos || Key.find(PartTag) != TextView::npos;
-}
+bool HoldsTag(TextView Key) { return Key.find(WholeTag) != TextView::npos || HoldsPartTag(Key); }
 
 bool EndsInTag(TextView Key) { return Key.ends_with(WholeTag) || Key.ends_with(PartTag); }
+
+bool HoldsPartTag(TextView Line) { return Line.find(PartTag) != TextView::npos; }
 
 std::optional<std::wstring> PartOfKey(std::wstring Key) {
     if (!Key.ends_with(PartTag)) return std::nullopt;

@@ -24,6 +24,8 @@ struct BannedName {
 // Whether a tag stands anywhere in a key, or at its end.
 bool HoldsTag(TextView Key);
 bool EndsInTag(TextView Key);
+// Whether the tag of a part stands anywhere in a key, or in a line that begins with one.
+bool HoldsPartTag(TextView Line);
 // The part of a name that a key such as "bob[2]" bans; none for any other key.
 std::optional<std::wstring> PartOfKey(std::wstring Key);
 

@@ -16,19 +16,24 @@ bool IsNumbered(const Entries& Present) {
     return !Present.empty();
 }
 
-void ChangeInPlace(TextView Section, const Entries& Present, const Lines& Values, TextView File) {
-    for (std::size_t Position = 0; Position < Values.size(); ++Position)
+void ChangeInPlace(TextView Section, const Entries& Present, const Lines& Values, TextView File,
+                   const Progress& Shown) {
+    for (std::size_t Position = 0; Position < Values.size(); ++Position) {
+        Continues(Shown, Position, Values.size());
         if (Position >= Present.size() || Present[Position].second != Values[Position])
             FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File);
+    }
     for (std::size_t Position = Present.size(); Position-- > Values.size();)
         FileHelper::WriteIniKey(Section, KeyAt(Position), std::nullopt, File);
 }
 
-void WriteAnew(TextView Section, const Lines& Values, TextView File) {
+void WriteAnew(TextView Section, const Lines& Values, TextView File, const Progress& Shown) {
     FirstFailure Failed;
     Failed.Try([&] { FileHelper::ClearIniSection(Section, File); });
-    for (std::size_t Position = 0; Position < Values.size(); ++Position)
+    for (std::size_t Position = 0; Position < Values.size(); ++Position) {
+        Continues(Shown, Position, Values.size());
         Failed.Try([&] { FileHelper::WriteIniKey(Section, KeyAt(Position), Values[Position], File); });
+    }
     Failed.Throw();
 }
 
@@ -59,9 +64,10 @@ std::wstring FreeKey(const Entries& Present) {
     return KeyAt(Position);
 }
 
-void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File) {
+void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,
+                     const Progress& Shown) {
     if (!Values.empty() && IsNumbered(Present))
-        ChangeInPlace(Section, Present, Values, File);
+        ChangeInPlace(Section, Present, Values, File, Shown);
     else
-        WriteAnew(Section, Values, File);
+        WriteAnew(Section, Values, File, Shown);
 }

@@ -6,6 +6,7 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "lists/progress.h"
 
 using Entries = std::vector<std::pair<std::wstring, std::wstring>>;
 
@@ -21,5 +22,8 @@ std::wstring FreeKey(const Entries& Present);
 // is changed in place and what is too much deleted last: a process killed on the way leaves a value twice,
 // but none is missing; for the same reason the first write that fails ends it. A section with gaps, edited by
 // hand, is cleared and written anew: there all writes are tried, and then the first failure is thrown. One
-// that becomes empty is cleared.
-void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File);
+// that becomes empty is cleared. In place only what changes is written; that is all that stands behind a
+// value which is taken out, each by a call of the host. Shown is told how far it is and cannot end it: half
+// of it would leave a value twice.
+void RewriteNumbered(TextView Section, const Entries& Present, const Lines& Values, TextView File,
+                     const Progress& Shown = {});

@@ -64,7 +64,7 @@ bool EditSlap(Long Profile, TextView Old, TextView New, std::size_t Expected) {
     return true;
 }
 
-void DeleteSlap(Long Profile, TextView Message, std::size_t Expected) {
+void DeleteSlap(Long Profile, TextView Message, std::size_t Expected, const Progress& Shown) {
     const std::wstring File = mdlVNT::SlapsPath(Profile);
     const Work Change(Work::Kind::FileChange, Profile, File);
     const Entries Present = ReadEntries(MessagesSection, File);
@@ -72,7 +72,7 @@ void DeleteSlap(Long Profile, TextView Message, std::size_t Expected) {
     if (Position == Present.size()) return;
     Lines Kept = ValuesOf(Present);
     Kept.erase(Kept.begin() + static_cast<std::ptrdiff_t>(Position));
-    RewriteNumbered(MessagesSection, Present, Kept, File);
+    RewriteNumbered(MessagesSection, Present, Kept, File, Shown);
 }
 
 void SendSlap(Long Profile, TextView Name, TextView Message) {

@@ -5,6 +5,7 @@
 
 #include "host/failure.h"
 #include "host/text.h"
+#include "lists/progress.h"
 
 // The messages in order; absent when the file is missing.
 std::optional<Lines> ReadSlaps(Long Profile);
@@ -19,7 +20,7 @@ void AddSlap(Long Profile, TextView Message);
 // list meanwhile, where it stands first. Returns false when it is gone.
 bool EditSlap(Long Profile, TextView Old, TextView New, std::size_t Expected = 0);
 
-// As EditSlap; does nothing when the message is gone.
-void DeleteSlap(Long Profile, TextView Message, std::size_t Expected = 0);
+// As EditSlap; does nothing when the message is gone. Shown is told how far it is and cannot end it.
+void DeleteSlap(Long Profile, TextView Message, std::size_t Expected = 0, const Progress& Shown = {});
 // Sends "name.....message" as a server message.
 void SendSlap(Long Profile, TextView Name, TextView Message);

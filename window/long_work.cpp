@@ -1,7 +1,7 @@
-// Work on thousands of entries, which somebody may want to end.
+// Work on thousands of entries, which somebody may want to watch, or to end.
 #include "window/long_work.h"
 
-LongWork::LongWork(TextView What) : Shown(What) {}
+LongWork::LongWork(TextView What, bool HasCancel) : Shown(What, HasCancel) {}
 
 Progress LongWork::GoOn() {
     return [this](Long DoneNow, Long TotalNow) {

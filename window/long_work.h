@@ -1,4 +1,4 @@
-// Work on thousands of entries, which somebody may want to end.
+// Work on thousands of entries, which somebody may want to watch, or to end.
 #pragma once
 
 #include "lists/progress.h"
@@ -6,7 +6,7 @@
 
 class LongWork {
 public:
-    explicit LongWork(TextView What); // "Importing the ban file..."
+    explicit LongWork(TextView What, bool HasCancel = true); // "Importing the ban file..."
     // For the work to call; valid while this lives.
     Progress GoOn();
     // To be added to the summary: how far the work came if Cancel ended it, else empty.

@@ -8,6 +8,7 @@
 #include "lists/slap_messages.h"
 #include "window/controls.h"
 #include "window/list_editing.h"
+#include "window/long_work.h"
 #include "window/menus.h"
 
 namespace {
@@ -90,7 +91,10 @@ void cmdSlapDelete_MouseUp() {
     const int Selected = lstSlaps.Selected();
     if (Selected < 0) Fail(ErrorNumber::InvalidCall);
     if (cmdSlapEdit.Enabled()) lstSlaps_Click(); // what was being edited may be gone
-    DeleteSlap(Profile, lstSlaps.Item(Selected), static_cast<std::size_t>(Selected));
+    {
+        LongWork Work(L"Deleting the slap message...", false);
+        DeleteSlap(Profile, lstSlaps.Item(Selected), static_cast<std::size_t>(Selected), Work.GoOn());
+    }
     ShowStoredSlaps(Profile, Selected);
     LoadSlapMenu(Profile);
 }

@@ -118,10 +118,11 @@ private:
 };
 
 // Shows how far long work has come: after one second a small window with what is done, how many of how many,
-// a bar and Cancel. It handles only its own messages: no timer, refresh or remote call runs inside the work.
+// a bar and, unless half of the work would be worse than all of it, Cancel. It handles only its own messages:
+// no timer, refresh or remote call runs inside the work.
 class ProgressWindow {
 public:
-    explicit ProgressWindow(TextView What); // "Importing the ban file..."
+    explicit ProgressWindow(TextView What, bool HasCancel = true); // "Importing the ban file..."
     ~ProgressWindow();
     ProgressWindow(const ProgressWindow&) = delete;
     ProgressWindow& operator=(const ProgressWindow&) = delete;

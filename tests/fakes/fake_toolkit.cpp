@@ -362,7 +362,7 @@ Hourglass::Hourglass() noexcept : Previous(0) {
 Hourglass::~Hourglass() { --FakeWindow::Turns; }
 
 struct ProgressWindow::State {};
-ProgressWindow::ProgressWindow(TextView) {}
+ProgressWindow::ProgressWindow(TextView, bool) {}
 ProgressWindow::~ProgressWindow() = default;
 bool ProgressWindow::GoesOn(Long Done, Long) { return Done != FakeWindow::CancelAfter; }
 

@@ -266,11 +266,11 @@ TEST(Sweep, ReportsNameTheAddressUnderCheck) {
     EXPECT_EQ(Outside::Reports, Lines{L"tmrVN: 9 Subscript out of range"});
 }
 
-TEST(Sweep, AFragmentIsParsedOnceHoweverManyPlayersAreOn) {
+TEST(Sweep, AFragmentIsParsedOnceHoweverManyPlayersAreOnAndAWholeNameNever) {
     for (const int Players : {1, 16}) {
         Server Game;
         for (int Slot = 1; Slot <= Players; ++Slot) Game.Join(Slot, "Player" + std::to_string(Slot));
-        for (int I = 0; I < 200; ++I) BanName(L"nobody" + std::to_wstring(I) + L"[2]");
+        for (int I = 0; I < 400; ++I) BanName(L"nobody" + std::to_wstring(I) + (I % 2 ? L"[1]" : L"[2]"));
         long Parsed = 0;
         Outside::BeforeCall = [&](TextView Name) { Parsed += Name == L"ParseIniKey"; };
         tmrVN_Timer(TestProfile);

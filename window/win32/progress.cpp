@@ -17,17 +17,19 @@ constexpr WORD WhatId = 100, CountId = 101, BarId = 102;
 INT_PTR CALLBACK DialogProcedure(HWND Dialog, UINT Message, WPARAM W, LPARAM L) noexcept {
     const Module::Entry Guard;
     if (Message == WM_INITDIALOG) SetWindowLongPtrW(Dialog, DWLP_USER, L);
-    if (Message == WM_COMMAND && LOWORD(W) == IDCANCEL)
+    // Escape sends the command without a button, too; L is the button.
+    if (Message == WM_COMMAND && LOWORD(W) == IDCANCEL && L != 0)
         *reinterpret_cast<bool*>(GetWindowLongPtrW(Dialog, DWLP_USER)) = true;
     return Message == WM_INITDIALOG || Message == WM_COMMAND;
 }
 
-HWND CreateProgressDialog(HWND Owner, TextView What, bool& Cancelled) {
-    DialogTemplate Dialog(L"Vantor", 200, 66, 4);
+HWND CreateProgressDialog(HWND Owner, TextView What, bool HasCancel, bool& Cancelled) {
+    DialogTemplate Dialog(L"Vantor", 200, HasCancel ? 66 : 48, HasCancel ? 4 : 3);
     Dialog.Control(L"Static", WhatId, SS_LEFT | SS_NOPREFIX, What, {7, 7, 193, 17});
     Dialog.Control(L"Static", CountId, SS_LEFT | SS_NOPREFIX, L"", {7, 18, 193, 28});
     Dialog.Control(PROGRESS_CLASSW, BarId, PBS_SMOOTH, L"", {7, 31, 193, 41});
-    Dialog.Control(L"Button", IDCANCEL, BS_DEFPUSHBUTTON | WS_TABSTOP, L"Cancel", {143, 47, 193, 61});
+    if (HasCancel)
+        Dialog.Control(L"Button", IDCANCEL, BS_DEFPUSHBUTTON | WS_TABSTOP, L"Cancel", {143, 47, 193, 61});
     const Styled WhileItIsMade;
     return CreateDialogIndirectParamW(Module::Instance(), Dialog.Get(), Owner, DialogProcedure,
                                       reinterpret_cast<LPARAM>(&Cancelled));
@@ -42,6 +44,7 @@ void TakeOutOfQueue(UINT First, UINT Last) noexcept {
 
 struct ProgressWindow::State {
     std::wstring What;
+    bool HasCancel = true;
     ULONGLONG Due = GetTickCount64() + Patience; // when to look at the messages next
     bool Cancelled = false;
     HWND Owner = nullptr;
@@ -56,7 +59,7 @@ struct ProgressWindow::State {
 void ProgressWindow::State::ShowDialog() {
     Owner = GetAncestor(Native::FrameWindow(), GA_ROOT);
     Open.emplace(Owner);
-    Dialog = CreateProgressDialog(Owner, What, Cancelled);
+    Dialog = CreateProgressDialog(Owner, What, HasCancel, Cancelled);
     if (Dialog == nullptr) return Open.reset(); // the work goes on without it
     EnableWindow(Owner, FALSE);
     ShowWindow(Dialog, SW_SHOW);
@@ -82,7 +85,10 @@ void ProgressWindow::State::HandleMessages() {
     }
 }
 
-ProgressWindow::ProgressWindow(TextView What) : Its(std::make_unique<State>()) { Its->What = What; }
+ProgressWindow::ProgressWindow(TextView What, bool HasCancel) : Its(std::make_unique<State>()) {
+    Its->What = What;
+    Its->HasCancel = HasCancel;
+}
 
 ProgressWindow::~ProgressWindow() {
     if (Its->Dialog == nullptr) return;
