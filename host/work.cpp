@@ -48,19 +48,24 @@ template <class F> void EndThose(Work::Fate How, F&& Matches) noexcept {
 
 } // namespace
 
-Work::Work(Kind What, Long Profile, TextView File, const void* Frame) {
-    if (What == Kind::FileChange) RequireServer(); // none is begun for a server that has gone
+Work::Work(Kind What, Long Profile, const void* Frame) noexcept {
     // The stack grows downwards: whoever runs from this frame or a deeper one has gone.
     if (What == Kind::HostCall)
         Drop([&](const Entry& Older) { return std::less_equal<>()(Older.Frame, Frame); });
-    const auto IsOnSameFile = [&](const Entry& Other) {
-        return Other.What == What && Platform::IsSamePath(Other.File, File);
-    };
-    if (!File.empty() && Innermost(IsOnSameFile) != nullptr)
-        Fail(ErrorNumber::InvalidCall, std::wstring(File) + L" is in use by another request.");
     if (Count == MostEntries) return;
-    Entries[static_cast<std::size_t>(Count)] = {this, What, Fate::Runs, Profile, std::wstring(File), Frame};
+    Entries[static_cast<std::size_t>(Count)] = {this, What, Fate::Runs, Profile, {}, Frame};
     ++Count;
+}
+
+Work::Work(Kind What, Long Profile, TextView File, const void* Frame)
+    : Work((RequireServer(), What), Profile, Frame) {
+    const auto IsOnSameFile = [&](const Entry& Other) {
+        return Other.What == What && !Other.File.empty() && Platform::IsSamePath(Other.File, File);
+    };
+    if (Innermost(IsOnSameFile) != nullptr)
+        Fail(ErrorNumber::InvalidCall, std::wstring(File) + L" is in use by another request.");
+    if (Entry* const Own = Innermost([&](const Entry& Found) { return Found.Owner == this; }))
+        Own->File = File;
 }
 
 Work::~Work() {

@@ -32,10 +32,12 @@ public:
     };
     enum class Fate : unsigned char { Runs, Exchanged, Closed };
 
-    // Profile is an index, 0 where there is none. With a file the work has that for itself: error 5 if work
-    // of the same kind on the same file runs already. Frame is the caller's; a HostCall drops the frames that
-    // are gone.
-    Work(Kind What, Long Profile, TextView File = {}, const void* Frame = __builtin_frame_address(0));
+    // Profile is an index, 0 where there is none. Frame is the caller's; a HostCall drops the frames that are
+    // gone.
+    Work(Kind What, Long Profile, const void* Frame = __builtin_frame_address(0)) noexcept;
+    // Has the file for itself: error 5 if work of the same kind on it runs already, 0 if the work around it
+    // has ended.
+    Work(Kind What, Long Profile, TextView File, const void* Frame = __builtin_frame_address(0));
     ~Work();
     Work(const Work&) = delete;
     Work& operator=(const Work&) = delete;

@@ -3,9 +3,10 @@
 namespace {
 
 template <class T>
-const T& Converted(const Pdat& Data, std::size_t Element, std::optional<T> HostValue::*Form, Place Where) {
+T Converted(const Pdat& Data, std::size_t Element, std::optional<T> HostValue::*Form, Place Where) {
     const bool IsThere = Element < Data.size();
-    if (IsThere && Data[Element].*Form) return *(Data[Element].*Form);
+    const std::optional<T> Value = IsThere ? Data[Element].*Form : std::nullopt;
+    if (Value) return *Value;
     const Long Number = IsThere ? ErrorNumber::TypeMismatch : ErrorNumber::SubscriptOutOfRange;
     Fail(Number, ErrorDescription(Number) + L": PDAT(" + ToText(static_cast<Long>(Element)) + L")", Where);
 }

@@ -31,8 +31,7 @@ void AppendBannedNames(const Lines& Items) {
 void AppendBannedIps(const Lines& Addresses) { lstBannedIps.Append(Addresses); }
 
 void ShowNewBan(const BanOutcome& Stored) {
-    if (Stored.Name && !lstBannedNames.Has(Stored.Name->Item()))
-        AppendBannedNames({Stored.Name->Item()});
+    if (Stored.Name && !lstBannedNames.Has(Stored.Name->Item())) AppendBannedNames({Stored.Name->Item()});
     if (!Stored.Ip.empty() && !lstBannedIps.Has(Stored.Ip)) AppendBannedIps({Stored.Ip});
 }
 

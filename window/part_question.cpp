@@ -20,7 +20,7 @@ bool IsMeantForAll(const BannedName& Part, TextView Title) {
 } // namespace
 
 std::optional<BannedName> AskForEntry(const BannedName& Name, TextView Title, TextView Address) {
-    const std::optional<BannedName> Part = PartInsteadOf(Name.Name);
+    std::optional<BannedName> Part = PartInsteadOf(Name.Name);
     if (!Part) return !Name.IsPart() || IsMeantForAll(Name, Title) ? std::optional(Name) : std::nullopt;
     const std::wstring Question = L"\"" + Name.Name +
                                   L"\" cannot be stored as it is. Ban everybody whose name contains \"" +
