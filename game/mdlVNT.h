@@ -67,7 +67,7 @@ extern std::wstring PlayersIniPath;
 // --- Single values.
 extern Long CurrentProfile;      // the index of the last LoadInterface; 0 is none
 extern Long BlueCount, RedCount; // players of each team, counted by the last "LIST" read
-// Not read, but in a crash dump: the process reference of the last SetProfileData, and the host's name for
+// Never read; kept for crash dumps: the process reference of the last SetProfileData, and the host's name for
 // itself from dllVersion.
 extern Long LastProcessRef;
 extern std::wstring HostName;

@@ -9,7 +9,7 @@ struct Setting {
     TextView Name;
     TextView Default; // in place of a text that is not valid
     bool (*IsValid)(TextView Text);
-    bool (*IsValidForConsoles)(TextView Text); // which have always been sent more than the window accepts
+    bool (*IsValidForConsoles)(TextView Text); // consoles also get values that the window would reject
 };
 
 namespace Settings {

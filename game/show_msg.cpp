@@ -59,7 +59,7 @@ bool IsForTheLogAlone(TextView Procedure, Long Number) {
            (Procedure == L"UnLoadInterface" && Number == ErrorNumber::LoadingDll);
 }
 
-// Reporting must not fail for want of the host's help: what is lost here is in the box all the same.
+// Reporting must work without the host: what is lost here is in the box all the same.
 template <class F> void Attempt(F&& Body) noexcept {
     try {
         std::forward<F>(Body)();

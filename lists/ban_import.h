@@ -22,7 +22,7 @@ struct ImportedEntry {
 // IpListChanged with the first address. Entries are appended to Added as they are written, so that they can
 // be shown also when the import fails on the way.
 //
-// Counts what it found up to where GoOn ended it. Fails with error 5 at a line whose name or reason field is
+// If cancelled, the counts cover the lines processed. Fails with error 5 at a line whose name or reason field is
 // empty, else as the helpers do.
 ImportCounts ImportBanFile(const BanFiles& Files, TextView Path, std::vector<ImportedEntry>& Added,
                            const Progress& GoOn = {});

@@ -19,7 +19,7 @@ Lines ValuesOf(const Entries& Present);
 std::wstring FreeKey(const Entries& Present);
 
 // Makes the values the whole section, numbered from "0"; Present is what stands there. A section without gaps
-// is changed in place and what is too much deleted last: a process killed on the way leaves a value twice,
+// is changed in place and surplus keys are deleted last: a process killed on the way leaves a value twice,
 // but none is missing; for the same reason the first write that fails ends it. A section with gaps, edited by
 // hand, is cleared and written anew: there all writes are tried, and then the first failure is thrown. One
 // that becomes empty is cleared. In place only what changes is written; that is all that stands behind a

@@ -190,36 +190,14 @@ HRESULT clsPlugin::GetPlayersRem(LONG Index, VARIANT PDAT, VARIANT Data, BSTR* R
     return Run(L"GetPlayersRem", Index, [&] { *Result = Bstr(Reply).Detach(); });
 }
 
-HRESULT clsPlugin::PuntPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::PuntPlayerRem, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::ArmPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::ArmPlayerRem, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::SlapPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::SlapPlayerRem, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::AddSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::AddSlapRem, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::SetBanMethod(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::SetBanMethod, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::SetIdlePunt(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::SetIdlePunt, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::SetIdleMax(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::SetIdleMax, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::DeleteSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::DeleteSlapRem, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::EditSlapRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::EditSlapRem, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::RemoveBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::RemoveBannedRem, Index, PDAT, Data, Result);
-}
-HRESULT clsPlugin::AddBannedRem(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept {
-    return RunForLong(::AddBannedRem, Index, PDAT, Data, Result);
-}
+LONG_MEMBER(clsPlugin::PuntPlayerRem) { return RunForLong(::PuntPlayerRem, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::ArmPlayerRem) { return RunForLong(::ArmPlayerRem, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::SlapPlayerRem) { return RunForLong(::SlapPlayerRem, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::AddSlapRem) { return RunForLong(::AddSlapRem, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::SetBanMethod) { return RunForLong(::SetBanMethod, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::SetIdlePunt) { return RunForLong(::SetIdlePunt, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::SetIdleMax) { return RunForLong(::SetIdleMax, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::DeleteSlapRem) { return RunForLong(::DeleteSlapRem, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::EditSlapRem) { return RunForLong(::EditSlapRem, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::RemoveBannedRem) { return RunForLong(::RemoveBannedRem, Index, PDAT, Data, Result); }
+LONG_MEMBER(clsPlugin::AddBannedRem) { return RunForLong(::AddBannedRem, Index, PDAT, Data, Result); }

@@ -4,6 +4,10 @@
 #include "host/win32/automation.h"
 #include "qrvVNT_h.h"
 
+// The members that answer a console with a Long differ in their names alone.
+#define LONG_MEMBER(Name) \
+    HRESULT STDMETHODCALLTYPE Name(LONG Index, VARIANT PDAT, VARIANT Data, LONG* Result) noexcept
+
 // The COM object: each member converts its arguments, calls one procedure of the logic and converts the
 // result. No member lets an exception or a failure reach the host.
 class clsPlugin final : public _clsPlugin {
@@ -31,28 +35,17 @@ public:
     HRESULT STDMETHODCALLTYPE UnLoadInterface(BSTR fName) noexcept override;
     HRESULT STDMETHODCALLTYPE GetPlayersRem(LONG Index, VARIANT PDAT, VARIANT Data,
                                             BSTR* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE PuntPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                            LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE ArmPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                           LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE SlapPlayerRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                            LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE AddSlapRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                         LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE SetBanMethod(LONG Index, VARIANT PDAT, VARIANT Data,
-                                           LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE SetIdlePunt(LONG Index, VARIANT PDAT, VARIANT Data,
-                                          LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE SetIdleMax(LONG Index, VARIANT PDAT, VARIANT Data,
-                                         LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE DeleteSlapRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                            LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE EditSlapRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                          LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE RemoveBannedRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                              LONG* Result) noexcept override;
-    HRESULT STDMETHODCALLTYPE AddBannedRem(LONG Index, VARIANT PDAT, VARIANT Data,
-                                           LONG* Result) noexcept override;
+    LONG_MEMBER(PuntPlayerRem) override;
+    LONG_MEMBER(ArmPlayerRem) override;
+    LONG_MEMBER(SlapPlayerRem) override;
+    LONG_MEMBER(AddSlapRem) override;
+    LONG_MEMBER(SetBanMethod) override;
+    LONG_MEMBER(SetIdlePunt) override;
+    LONG_MEMBER(SetIdleMax) override;
+    LONG_MEMBER(DeleteSlapRem) override;
+    LONG_MEMBER(EditSlapRem) override;
+    LONG_MEMBER(RemoveBannedRem) override;
+    LONG_MEMBER(AddBannedRem) override;
     HRESULT STDMETHODCALLTYPE DisableProfile(LONG Index) noexcept override;
     HRESULT STDMETHODCALLTYPE HideInterface(BSTR fName) noexcept override;
 

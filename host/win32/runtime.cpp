@@ -1,4 +1,4 @@
-// What the compiler's run-time takes from us, so that each of our DLLs minds its own business in a process.
+// What the compiler's run-time takes from us, so that keeps unwind tables, semaphores and TLS slots private to this DLL and frees them in a process.
 #include <windows.h>
 
 #include <algorithm>

@@ -35,6 +35,22 @@ TEST_F(PlayerList, ASlotThatHasChangedHandsIsLeftAlone) {
     }
 }
 
+TEST_F(PlayerList, AnAddressThatIsNotKnownYetProtectsNobody) {
+    for (const auto& [Chosen, Now] : {std::pair("0.0.0.0", "10.0.0.9"), std::pair("10.0.0.9", "0.0.0.0")}) {
+        Game.Leave(12);
+        Game.Join(12, "Rita", Chosen);
+        Refresh();
+        Outside::Journal.clear();
+        FakeWindow::WhileNextMenuIsOpen = [&, Address = Now] {
+            Game.Leave(12);
+            Game.Join(12, "Rita", Address);
+        };
+        FakeWindow::ChooseForRow(0, ID_mnuPunt);
+        EXPECT_EQ(Commands(), Lines{L"punt 12"});
+        EXPECT_EQ(Boxes(), Lines());
+    }
+}
+
 TEST_F(PlayerList, TheGridStandsStillWhileAMenuOrTheReasonBoxIsOpen) {
     JoinBobAndRita();
     FakeWindow::Click(ID_chkRefresh);
