@@ -17,6 +17,23 @@ TEST(Lifecycle, IndexZeroLoadsNothing) {
     EXPECT_TRUE(SetProfileData(0, HostData())); // a remote call may name it
 }
 
+// Nobody is killed, switched or counted idle for what a namesake did on another server.
+TEST(Lifecycle, AnotherServerOnAnIndexStartsAfresh) {
+    for (const auto& [Folder, Process, IsOther] :
+         {std::tuple<TextView, Long, bool>{L"SERVER1", ProcessRef, false},
+          {L"Server2", ProcessRef, true},
+          {L"Server1", ProcessRef + 1, true}}) {
+        Server Game;
+        for (auto* const List : {&mdlVNT::KillPermList, &mdlVNT::DisarmPermList, &mdlVNT::SwitchQueue})
+            (*List)(TestProfile).Add(L"Bob", L"Bob");
+        mdlVNT::IdleTables(TestProfile).IdleSeconds[7] = 290;
+        SetProfileData(TestProfile, HostData(Folder, L"DF", Process));
+        for (auto* const List : {&mdlVNT::KillPermList, &mdlVNT::DisarmPermList, &mdlVNT::SwitchQueue})
+            EXPECT_EQ((*List)(TestProfile).Count(), IsOther ? 0u : 1u);
+        EXPECT_EQ(mdlVNT::IdleTables(TestProfile).IdleSeconds[7], IsOther ? 0 : 290);
+    }
+}
+
 TEST(Lifecycle, BadProfileDataIsReportedAndChangesNoRecord) {
     Pdat Short = HostData(), NoNumber = HostData(L"Other");
     Short.resize(4);
