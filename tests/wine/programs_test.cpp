@@ -30,7 +30,7 @@ public:
         WriteText(L"adminlogs\\placeholder", "");
         WriteText(
             L"script.txt",
-            "# what is timed\n300 load 1\n500 load 2\n600 nonsense\n700 menu 2 \"Kill Player (Once)\"\n");
+            "# what is timed\n2000 load 1\n2100 load 2\n2200 nonsense\n2500 menu 2 \"Kill Player (Once)\"\n");
         Program = std::make_unique<Process>(L"\"" + BaseFolder() +
                                             L"\\host.exe\" --script script.txt --journal host.journal");
     }
