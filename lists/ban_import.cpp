@@ -26,7 +26,8 @@ std::wstring Cut(const std::wstring& Line, Columns Field) {
                                      : std::wstring();
 }
 
-// The other manager appends one terminator character to names and reasons. A field without it is not from a ban file.
+// The other manager appends one terminator character to names and reasons. A field without it is not from a
+// ban file.
 std::wstring WithoutLast(std::wstring Text) {
     if (Text.empty()) Fail(ErrorNumber::InvalidCall);
     Text.pop_back();

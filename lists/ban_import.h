@@ -22,8 +22,8 @@ struct ImportedEntry {
 // IpListChanged with the first address. Entries are appended to Added as they are written, so that they can
 // be shown also when the import fails on the way.
 //
-// If cancelled, the counts cover the lines processed. Fails with error 5 at a line whose name or reason field is
-// empty, else as the helpers do.
+// If cancelled, the counts cover the lines processed. Fails with error 5 at a line whose name or reason field
+// is empty, else as the helpers do.
 ImportCounts ImportBanFile(const BanFiles& Files, TextView Path, std::vector<ImportedEntry>& Added,
                            const Progress& GoOn = {});
 

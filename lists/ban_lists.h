@@ -63,8 +63,8 @@ struct BanDetails {
 BanDetails BannedNameDetails(Long Profile, const BannedName& Banned);
 std::wstring BannedIpDate(Long Profile, TextView Address);
 
-// --- Writing. The settings folder is made when it is missing. One change of a file at a time, with the removals: one
-// inside a call of another is refused (error 5).
+// --- Writing. The settings folder is made when it is missing. One change of a file at a time, with the
+// removals: one inside a call of another is refused (error 5).
 
 // Both return whether the entry is in the file, where it is looked up after it was written: the INI format
 // cannot carry every key, and a write may be lost without a word.

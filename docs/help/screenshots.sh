@@ -16,7 +16,7 @@ WHOLE=904x632+266+48 # the plug-in's part of the host's window,
 TABS=904x250+266+430 # and of that the tabs
 HOST_WINDOW=1180x900+0+0
 
-[ -n "$ZIP" ] || { ./package.sh && ZIP=$(echo "$PWD"/build/windows/packages/qrvVNT-*.zip); }
+[ -n "$ZIP" ] || { ./package.sh && ZIP=$(echo "$PWD"/build/windows/packages/qrvVNT-*[0-9].zip); }
 need_packages wine package
 rm -rf "$WORK"
 mkdir -p "$WORK" "$PICTURES" docs/images

@@ -1,4 +1,5 @@
-// What the compiler's run-time takes from us, so that keeps unwind tables, semaphores and TLS slots private to this DLL and frees them in a process.
+// What the compiler's run-time takes from us, so that keeps unwind tables, semaphores and TLS slots private
+// to this DLL and frees them in a process.
 #include <windows.h>
 
 #include <algorithm>
