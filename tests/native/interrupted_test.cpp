@@ -384,7 +384,7 @@ TEST_F(Interrupted, TheSlapThatWasChosenIsSentOrNone) {
 }
 
 // A server that hangs must not keep the sweeps of the others waiting.
-TEST_F(Interrupted, ATickOfAnotherProfileRunsInsideATickAndBehindItsBoxes) {
+TEST_F(Interrupted, ATickOfAnotherProfileRunsInsideATick) {
     Begin();
     SetProfileData(Other, HostData(L"Server1", L"DF", OtherProcess));
     RunWith(Actions[0].Do, 3, [] { tmrVN_Timer(Other), tmrVN_Timer(TestProfile); });

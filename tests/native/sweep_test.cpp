@@ -7,7 +7,6 @@
 #include "enforcement/sweep.h"
 #include "game/mdlVNT.h"
 #include "plugin/lifecycle.h"
-#include "plugin/remote.h"
 #include "tests/fakes/server.h"
 
 namespace {
@@ -167,42 +166,6 @@ TEST(Sweep, AHalfReadTablePunishesNobodyAndEmptiesNoList) {
         EXPECT_TRUE(Commands().empty()) << "call " << At;
         EXPECT_TRUE(InKillPermList(TestProfile, L"Carol")) << "call " << At;
         EXPECT_LE(Outside::Reports.size(), 1u) << "call " << At;
-    }
-}
-
-TEST(Sweep, ATickInsideATickIsDropped) {
-    Server Game;
-    JoinAll(Game);
-    BanName(L"Alice[1]");
-    Outside::BeforeCall = [](TextView) { tmrVN_Timer(TestProfile); };
-    tmrVN_Timer(TestProfile);
-    EXPECT_EQ(Commands(), Lines{L"punt 01"});
-    Outside::BeforeCall = nullptr;
-    Game.Join(1, "Alice");
-    tmrVN_Timer(TestProfile);
-    EXPECT_EQ(Commands().size(), 2u);
-}
-
-TEST(Sweep, ARequestInTheMiddleOfATickWorks) {
-    // Wherever an outside call lets the message loop run: a console's request for a profile that is new, so
-    // that the arrays grow under the tick.
-    const long Calls = CallsOfATick();
-    for (long At = 1; At <= Calls; ++At) {
-        Server Game;
-        JoinAll(Game);
-        BanName(L"Alice[1]");
-        RemoteRequest FromConsole = Request(L"Q2Fyb2w=|Disarm"); // Carol
-        FromConsole.Profile = TestProfile + 100;
-        long Seen = 0;
-        Long Result = -1;
-        Outside::BeforeCall = [&](TextView) {
-            if (++Seen == At) Result = Call(ArmPlayerRem, FromConsole);
-        };
-        tmrVN_Timer(TestProfile);
-        Outside::BeforeCall = nullptr;
-        EXPECT_EQ(Result, 1) << "call " << At;
-        EXPECT_EQ(Commands(), Lines{L"punt 01"}) << "call " << At;
-        EXPECT_TRUE(Outside::Reports.empty()) << "call " << At;
     }
 }
 
