@@ -180,11 +180,12 @@ void Rules(Input& From) {
     Require(Join(Split(Text, L"|"), L"|") == Text, "what is split is joined again");
     Require(!HoldsBreak(WithoutControls(Text)), "line breaks are taken out");
 
-    const std::wstring Dotted = ConvertIP(Text, TestProfile);
+    std::wstring Dotted;
     Long Packed = 0;
-    const bool Converted = !Outside::Reports.empty() || ErrorOf([&] { Packed = IpToLong(Dotted); }) == 0;
-    Require(Converted, "an address of the game is an address");
-    Require(!Outside::Reports.empty() || IsValidIp(Dotted), "an address of the game is valid");
+    const bool IsAddress = ErrorOf([&] { Dotted = ConvertIP(Text); }) == 0;
+    Require(!IsAddress || ErrorOf([&] { Packed = IpToLong(Dotted); }) == 0,
+            "an address of the game is an address");
+    Require(!IsAddress || IsValidIp(Dotted), "an address of the game is valid");
     const Long Refusal = ErrorOf([&] { Packed = IpToLong(Text); });
     // An address without a pattern is left to fail only by a part below 0, which matches nobody.
     const bool Exact = IsValidIp(Text) && Text.find(L'*') == std::wstring::npos;
