@@ -5,6 +5,7 @@
 
 #include "game/show_msg.h"
 #include "host/work.h"
+#include "lists/first_failure.h"
 #include "plugin/lifecycle.h"
 #include "plugin/pdat.h"
 
@@ -24,12 +25,9 @@ template <class T> struct RemoteMember {
 // meanwhile, inside a call of ours, the request is refused: error 5 and an empty result.
 template <class T> void RunForServer(const RemoteMember<T>& Member, const RemoteRequest& Request, T& Result) {
     const Work Own(Work::Kind::Request, Request.Profile);
-    try {
-        Member.Run(Request, Result);
-    } catch (...) {
-        if (Own.ItsFate() == Work::Fate::Runs) throw;
-    }
-    if (Own.ItsFate() == Work::Fate::Runs) return;
+    FirstFailure Failed;
+    Failed.Try([&] { Member.Run(Request, Result); });
+    if (Own.ItsFate() == Work::Fate::Runs) return Failed.Throw();
     Result = {};
     if (Own.ItsFate() == Work::Fate::Exchanged)
         Fail(ErrorNumber::InvalidCall, L"The profile has changed meanwhile.");
