@@ -3,7 +3,6 @@
 
 #include "host/failure.h"
 
-// One tick for a profile. One that arrives while a tick of the same profile is on the stack is
-// dropped. Reports under
-// "tmrVN"; the next tick starts from the beginning.
+// One tick for a profile. One that arrives while a tick of the same profile is on the stack is dropped.
+// Reports under "tmrVN"; the next tick starts from the beginning.
 void tmrVN_Timer(Long Profile) noexcept;
